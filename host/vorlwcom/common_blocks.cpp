@@ -1,0 +1,16 @@
+#include <vorlwcom/common_block_names.h>
+
+#if defined(_WIN32)
+#define VORLWCOM_API __declspec(dllexport)
+#else
+#define VORLWCOM_API __attribute__((visibility("default")))
+#endif
+
+#define VORLWCOM_DEFINE_ACCESSOR(name)      \
+  extern "C" VORLWCOM_API void* name();     \
+  extern "C" VORLWCOM_API void* name() {    \
+    static double block = 0.0; /* unread */ \
+    return &block;                          \
+  }
+
+VORLWCOM_COMMON_BLOCK_ACCESSORS(VORLWCOM_DEFINE_ACCESSOR)

@@ -1,0 +1,3 @@
+#include "mcbinning/case_iterator.h"
+
+BINCaseIterator::~BINCaseIterator() = default;
