@@ -1,0 +1,17 @@
+#ifndef MCBINNING_API_MAKE_ALGORITHM_H
+#define MCBINNING_API_MAKE_ALGORITHM_H
+
+#include <memory>
+
+class BINSettings;
+class BINVarList;
+class EFBINSettings;
+class IBINAlgorithm;
+class IEFBINAlgorithm;
+
+// Each is defined beside its algorithm, so that the factories need no header of a higher layer.
+// The algorithm copies settings and list; an exception of a copy passes through.
+std::unique_ptr<IBINAlgorithm> MakeBINAlgorithm(BINSettings& settings, BINVarList& varList);
+std::unique_ptr<IEFBINAlgorithm> MakeEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList);
+
+#endif
