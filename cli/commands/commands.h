@@ -1,0 +1,20 @@
+/// The commands. Each adds itself to the program and runs from its own options.
+#ifndef MCBIN_COMMANDS_COMMANDS_H
+#define MCBIN_COMMANDS_COMMANDS_H
+
+namespace CLI {
+class App;
+}
+
+namespace mcbin {
+
+/// Adds the command; when the command line names it, it runs at the end of parsing. It throws the
+/// errors of errors.h.
+void addFitCommand(CLI::App& program);
+
+/// The examples that end the help of a command, as shown and as tested.
+inline constexpr const char* kExamplesHeading = "Examples:\n";
+
+}  // namespace mcbin
+
+#endif

@@ -1,0 +1,28 @@
+/// What a text cell says: a number, nothing, or a text.
+#ifndef MCBIN_INPUT_CELLS_H
+#define MCBIN_INPUT_CELLS_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace mcbin {
+
+/// The texts that are read as missing when the user names none. An empty cell always is missing.
+const std::vector<std::string>& defaultNaTexts();
+
+/// A cell without the blanks and tabs around it.
+std::string_view trimmed(std::string_view cell);
+
+/// Whether the cell is empty, blank or one of `naTexts` (blanks around it do not count).
+bool isMissingCell(std::string_view cell, const std::vector<std::string>& naTexts);
+
+enum class NumberReading { Number, NotANumber, OutOfRange };
+
+/// Reads a decimal number (also inf, -inf, infinity; a leading +; blanks around it) to the nearest
+/// double. "nan" is not a number: name it with --na. `value` is set only for Number.
+NumberReading readNumber(std::string_view cell, double& value);
+
+}  // namespace mcbin
+
+#endif

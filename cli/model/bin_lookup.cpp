@@ -1,0 +1,27 @@
+#include "model/bin_lookup.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace mcbin {
+
+std::size_t binOf(const std::vector<double>& cutPoints, ClosedSide side, double value) {
+  const auto cut = side == ClosedSide::Right
+                       ? std::lower_bound(cutPoints.begin(), cutPoints.end(), value)
+                       : std::upper_bound(cutPoints.begin(), cutPoints.end(), value);
+  return static_cast<std::size_t>(cut - cutPoints.begin());
+}
+
+Placement place(const AttributeModel& attribute, ClosedSide side, std::optional<double> value) {
+  if (!value) return {Placement::Kind::Missing, 0};
+  if (attribute.missing.Contains(*value)) return {Placement::Kind::UserMissing, 0};
+  return {Placement::Kind::Bin, binOf(attribute.cutPoints, side, *value)};
+}
+
+BinBounds boundsOf(const std::vector<double>& cutPoints, std::size_t bin) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  return {bin == 0 ? -kInfinity : cutPoints[bin - 1],
+          bin == cutPoints.size() ? kInfinity : cutPoints[bin]};
+}
+
+}  // namespace mcbin

@@ -1,0 +1,32 @@
+#include "system/interrupt.h"
+
+#include <csignal>
+
+#include "errors.h"
+
+namespace mcbin {
+namespace {
+
+// A signal handler has nowhere else to leave its note.
+volatile std::sig_atomic_t arrivedSignal = 0;
+
+extern "C" void noteSignal(int number) { arrivedSignal = number; }
+
+}  // namespace
+
+void catchInterrupts() {
+  struct sigaction action = {};
+  action.sa_handler = noteSignal;
+  sigemptyset(&action.sa_mask);
+  // No SA_RESTART: a read that waits for a slow pipe must come back.
+  sigaction(SIGINT, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
+}
+
+int interruptSignal() { return arrivedSignal; }
+
+void throwIfInterrupted() {
+  if (arrivedSignal != 0) throw Interrupted(arrivedSignal);
+}
+
+}  // namespace mcbin
