@@ -1,10 +1,5 @@
 #include <vorlwcom/common_block_names.h>
-
-#if defined(_WIN32)
-#define VORLWCOM_API __declspec(dllexport)
-#else
-#define VORLWCOM_API __attribute__((visibility("default")))
-#endif
+#include <vorlwcom/export.h>
 
 #define VORLWCOM_DEFINE_ACCESSOR(name)      \
   extern "C" VORLWCOM_API void* name();     \

@@ -1,0 +1,49 @@
+#!/usr/bin/env bash
+# Fails when an include points from a lower layer to a higher one, when a program reaches inside
+# the library, or when operating-system code stands outside src/platform.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+# grep answers 1 when it finds nothing, which is no failure here.
+search() { grep -srnE --include='*.h' --include='*.cpp' "$@" || true; }
+without() { grep -vE "$@" || true; }
+
+# only <pattern of what may be included> <folder or file>...: prints the other project includes.
+only() {
+  local allowed=$1
+  shift
+  search '^ *# *include *["<]((mcbinning|status|model|api|data|supervised|ef|platform|tests|support|cli)/|gtest|gmock)' "$@" |
+    without "[\"<]($allowed)"
+}
+
+base='mcbinning/(export|status|progress|case_iterator)\.h'
+model='mcbinning/(user_missing|encoders|variables|variable_list)\.h'
+api='mcbinning/(settings|outputs|algorithms|factories)\.h'
+
+includes_that_point_up() {
+  only 'platform/' src/platform
+  only "$base|platform/|status/" src/status
+  only "$base|$model|platform/|status/|model/" src/model
+  only "$base|$model|$api|platform/|status/|model/|api/" src/api
+  only "$base|$model|platform/|status/|model/|data/" src/data
+  only "$base|$model|$api|platform/|status/|model/|api/|data/|supervised/" src/supervised
+  only "$base|$model|$api|platform/|status/|model/|api/|data/|supervised/|ef/" src/ef
+  only "$base" include/mcbinning/{export,status,progress,case_iterator}.h
+  only "$base|$model" include/mcbinning/{user_missing,encoders,variables,variable_list}.h
+  only 'mcbinning/' include
+  only 'mcbinning/|cli/' cli examples
+}
+
+operating_system_code() {
+  search '^ *# *(if|ifdef|ifndef|elif)\b.*(_WIN32|_WIN64|_MSC_VER|__linux__|__APPLE__|__unix__)' \
+    include src host cli examples | without '^src/platform/|/export\.h:'
+  search '^ *# *include *<(windows|io|unistd|fcntl|dlfcn|pthread|sys/[a-z]+)\.h>' include src host |
+    without '^src/platform/(posix|windows)/'
+}
+
+found=$(includes_that_point_up; operating_system_code)
+if [ -n "$found" ]; then
+  printf 'layers: these lines point the wrong way or belong into src/platform:\n%s\n' "$found" >&2
+  exit 1
+fi
+echo "layers: ok"

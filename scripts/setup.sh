@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that building, testing and demonstrating the project needs,
+# only those that are missing. Needs root or sudo when something is missing.
+set -euo pipefail
+
+packages=(
+  g++ clang cmake ninja-build make pkg-config binutils python3
+  libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
+  libcli11-dev libcsv-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev sqlite3 zlib1g-dev
+  clang-format clang-tidy libclang-rt-14-dev abigail-tools gcovr valgrind
+)
+
+if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+  echo "setup: this is not a Debian system; install what corresponds to: ${packages[*]}" >&2
+  exit 1
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+  status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+  [ "$status" = installed ] || missing+=("$package")
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  echo "setup: all ${#packages[@]} packages are installed"
+  exit 0
+fi
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null; then
+    echo "setup: run as root, or install sudo; missing: ${missing[*]}" >&2
+    exit 1
+  fi
+  as_root=(sudo)
+fi
+
+echo "setup: installing ${missing[*]}"
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+  apt-get install -q -y --no-install-recommends "${missing[@]}"
+echo "setup: done"

@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Everything that must hold before a change lands: sets the machine up, builds, runs every test,
+# checks format, layers and clang-tidy, and runs the tests again under the sanitizers.
+# With --quick it stops after the tests of the release build. Safe to repeat.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+started=$SECONDS
+step() { printf '\n== %s (%d s so far)\n' "$1" "$((SECONDS - started))"; }
+
+build_and_test() {
+  cmake --preset "$1"
+  cmake --build --preset "$1" -j "$(nproc)"
+  ctest --preset "$1" -j "$(nproc)" --no-tests=error --progress
+}
+
+step "installing what is missing"
+scripts/setup.sh
+
+step "checking format and layers"
+scripts/check_format.sh
+scripts/check_layers.sh
+
+step "building and testing: release"
+build_and_test release
+
+if [ "${1:-}" != --quick ]; then
+  step "building with clang and checking with clang-tidy"
+  scripts/check_tidy.sh
+
+  step "building and testing: address and undefined behaviour sanitizers"
+  build_and_test asan
+fi
+
+step "all checks passed"
