@@ -1,0 +1,42 @@
+#include "model/held_user_missing.h"
+
+namespace MCBinning {
+
+namespace {
+
+template <typename Definition, typename Value>
+bool contains(const IBINUserMissing* definition, const Value& value) {
+  if (definition == nullptr) {
+    return false;
+  }
+  const auto* own = dynamic_cast<const Definition*>(definition);
+  return own != nullptr && own->Contains(value);
+}
+
+}  // namespace
+
+bool IsUserMissing(const IBINUserMissing* definition, double value) {
+  return contains<BINNumericUserMissing>(definition, value);
+}
+
+bool IsUserMissing(const IBINUserMissing* definition, const std::string& value) {
+  return contains<BINStringUserMissing>(definition, value);
+}
+
+bool ReplaceUserMissing(std::unique_ptr<IBINUserMissing>& held, IBINUserMissing* definition,
+                        IBINUserMissing::DataType accepted) {
+  if (definition == held.get()) {
+    return true;
+  }
+  if (definition != nullptr && definition->GetDataType() != accepted) {
+    return false;
+  }
+  held.reset(definition);
+  return true;
+}
+
+std::unique_ptr<IBINUserMissing> CloneUserMissing(const IBINUserMissing* definition) {
+  return std::unique_ptr<IBINUserMissing>(definition != nullptr ? definition->Clone() : nullptr);
+}
+
+}  // namespace MCBinning

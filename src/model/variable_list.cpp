@@ -1,0 +1,388 @@
+#include "mcbinning/variable_list.h"
+
+#include <algorithm>
+#include <new>
+#include <ostream>
+#include <type_traits>
+#include <utility>
+
+#include "mcbinning/encoders.h"
+#include "mcbinning/user_missing.h"
+
+namespace {
+
+bool hasSameUserMissing(const IBINVariable& left, const IBINVariable& right) {
+  const IBINUserMissing* own = left.GetUserMissingInfo();
+  const IBINUserMissing* theirs = right.GetUserMissingInfo();
+  return own != nullptr ? own->IsEqualTo(theirs) : theirs == nullptr;
+}
+
+bool hasCodeForEveryCategory(const IBINVariable& variable) {
+  return variable.GetNumberOfCategories() == variable.GetEncoder()->GetNumberOfCategories();
+}
+
+bool canMerge(const IBINVariable& left, const IBINVariable& right) {
+  if (left.GetVariableName() != right.GetVariableName() ||
+      left.GetVariableLabel() != right.GetVariableLabel() ||
+      left.GetVariableRole() != right.GetVariableRole() ||
+      left.GetMeasureLevel() != right.GetMeasureLevel()) {
+    return false;
+  }
+  const auto role = left.GetVariableRole();
+  if (role != IBINVariable::AttributeRole && role != IBINVariable::TargetRole) {
+    return true;
+  }
+  return hasSameUserMissing(left, right) &&
+         (left.GetMeasureLevel() == IBINVariable::ContinuousLevel ||
+          (hasCodeForEveryCategory(left) && hasCodeForEveryCategory(right)));
+}
+
+}  // namespace
+
+BINVarList::BINVarList() = default;
+
+BINVarList::BINVarList(const BINVarList& other)
+    : numContVar_(other.numContVar_),
+      numCatVar_(other.numCatVar_),
+      targetIndex_(other.targetIndex_),
+      weightIndex_(other.weightIndex_) {
+  variables_.reserve(other.variables_.size());
+  for (const auto& variable : other.variables_) {
+    variables_.emplace_back(variable->Clone());
+  }
+}
+
+BINVarList& BINVarList::operator=(const BINVarList& other) {
+  if (this != &other) {
+    BINVarList copy(other);
+    variables_.swap(copy.variables_);
+    numContVar_ = copy.numContVar_;
+    numCatVar_ = copy.numCatVar_;
+    targetIndex_ = copy.targetIndex_;
+    weightIndex_ = copy.weightIndex_;
+  }
+  return *this;
+}
+
+BINVarList::~BINVarList() = default;
+
+template <typename Encoder, typename Value>
+int BINVarList::AddKnownCatVar(const std::string& name, const std::string& label,
+                               const std::vector<Value>& values,
+                               const std::vector<std::string>* valueLabels, VariableRole role) try {
+  if (values.size() < 2 || !IsNameFree(name)) {
+    return -1;
+  }
+  const auto level = std::is_same_v<Encoder, BINCatNumEncoder>
+                         ? IBINVariable::NumericCategoricalLevel
+                         : IBINVariable::StringCategoricalLevel;
+  auto variable =
+      std::make_unique<BINCatVar>(name, label, static_cast<int>(values.size()), level, role);
+  auto& encoder = static_cast<Encoder&>(*variable->GetEncoder());
+  for (const Value& value : values) {
+    encoder.Encode(value);
+  }
+  if (valueLabels != nullptr) {
+    encoder.SetValueLabels(*valueLabels);
+  }
+  return AppendCatVar(std::move(variable));
+} catch (const std::bad_alloc&) {
+  return -1;
+}
+
+int BINVarList::AddCatVar(const std::string& name, const std::string& label,
+                          const std::vector<double>& values, VariableRole role) {
+  return AddKnownCatVar<BINCatNumEncoder>(name, label, values, nullptr, role);
+}
+
+int BINVarList::AddCatVar(const std::string& name, const std::string& label,
+                          const std::vector<double>& values,
+                          const std::vector<std::string>& valueLabels, VariableRole role) {
+  return AddKnownCatVar<BINCatNumEncoder>(name, label, values, &valueLabels, role);
+}
+
+int BINVarList::AddCatVar(const std::string& name, const std::string& label,
+                          const std::vector<std::string>& values, VariableRole role) {
+  return AddKnownCatVar<BINStringEncoder>(name, label, values, nullptr, role);
+}
+
+int BINVarList::AddCatVar(const std::string& name, const std::string& label,
+                          const std::vector<std::string>& values,
+                          const std::vector<std::string>& valueLabels, VariableRole role) {
+  return AddKnownCatVar<BINStringEncoder>(name, label, values, &valueLabels, role);
+}
+
+int BINVarList::AddCatVar(const std::string& name, const std::string& label, int numberOfCategories,
+                          MeasureLevel level, VariableRole role) try {
+  if (!IsNameFree(name)) {
+    return -1;
+  }
+  return AppendCatVar(std::make_unique<BINCatVar>(name, label, numberOfCategories, level, role));
+} catch (const std::bad_alloc&) {
+  return -1;
+}
+
+int BINVarList::AddContVar(const std::string& name, const std::string& label,
+                           VariableRole role) try {
+  if (role == IBINVariable::TargetRole || !IsNameFree(name)) {
+    return -1;
+  }
+  const int index = Append(std::make_unique<BINContVar>(name, label, role));
+  ++numContVar_;
+  return index;
+} catch (const std::bad_alloc&) {
+  return -1;
+}
+
+int BINVarList::AddWeightVar(const std::string& name, const std::string& label,
+                             BINWRoundingOption option) try {
+  if (weightIndex_ >= 0) {
+    return -1;
+  }
+  weightIndex_ = Append(std::make_unique<BINWeightVar>(name, label, option));
+  return weightIndex_;
+} catch (const std::bad_alloc&) {
+  return -1;
+}
+
+template <typename Definition, typename Change>
+bool BINVarList::ChangeUserMissing(int index, Change change) try {
+  constexpr bool forStrings = std::is_same_v<Definition, BINStringUserMissing>;
+  IBINVariable* variable = GetVarAt(index);
+  if (variable == nullptr ||
+      (variable->GetMeasureLevel() == IBINVariable::StringCategoricalLevel) != forStrings) {
+    return false;
+  }
+  if (IBINUserMissing* held = variable->GetUserMissingInfo(); held != nullptr) {
+    auto* definition = dynamic_cast<Definition*>(held);
+    return definition != nullptr && change(*definition);
+  }
+  auto definition = std::make_unique<Definition>();
+  change(*definition);
+  if (variable->SetUserMissingInfo(definition.get())) {
+    static_cast<void>(definition.release());
+  }
+  return true;
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+bool BINVarList::AddDiscreteUserMissing(int index, const std::string& value,
+                                        const std::string& label) {
+  return ChangeUserMissing<BINStringUserMissing>(index, [&](BINStringUserMissing& definition) {
+    definition.AddValue(value, label);
+    return true;
+  });
+}
+
+bool BINVarList::AddDiscreteUserMissing(int index, double value, const std::string& label) {
+  return ChangeUserMissing<BINNumericUserMissing>(index, [&](BINNumericUserMissing& definition) {
+    definition.AddValue(value, label);
+    return true;
+  });
+}
+
+bool BINVarList::SetMissingInterval(int index, double low, double high) {
+  return ChangeUserMissing<BINNumericUserMissing>(index, [&](BINNumericUserMissing& definition) {
+    if (definition.HasInterval()) {
+      return false;
+    }
+    definition.SetInterval(BINNumericInterval(low, high));
+    return true;
+  });
+}
+
+int BINVarList::FindVariable(const std::string& name) const {
+  const auto found =
+      std::find_if(variables_.begin(), variables_.end(),
+                   [&name](const auto& variable) { return variable->GetVariableName() == name; });
+  return found == variables_.end() ? -1 : static_cast<int>(found - variables_.begin());
+}
+
+IBINVariable* BINVarList::GetVarAt(int index) {
+  return HasIndex(index) ? variables_[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+const IBINVariable* BINVarList::GetVarAt(int index) const {
+  return HasIndex(index) ? variables_[static_cast<std::size_t>(index)].get() : nullptr;
+}
+
+IBINEncoder* BINVarList::GetEncoderAt(int index) {
+  IBINVariable* variable = GetVarAt(index);
+  return variable != nullptr ? variable->GetEncoder() : nullptr;
+}
+
+const IBINEncoder* BINVarList::GetEncoderAt(int index) const {
+  const IBINVariable* variable = GetVarAt(index);
+  return variable != nullptr ? variable->GetEncoder() : nullptr;
+}
+
+IBINVariable::VariableRole BINVarList::GetVariableRole(int index) {
+  const IBINVariable* variable = GetVarAt(index);
+  return variable != nullptr ? variable->GetVariableRole() : IBINVariable::UndefinedRole;
+}
+
+int BINVarList::GetTargetIndex() const { return targetIndex_; }
+
+IBINVariable* BINVarList::GetTargetVariable() const {
+  return HasIndex(targetIndex_) ? variables_[static_cast<std::size_t>(targetIndex_)].get()
+                                : nullptr;
+}
+
+int BINVarList::GetWeightIndex() const { return weightIndex_; }
+
+int BINVarList::GetNTargetCats() const {
+  const auto target = std::find_if(variables_.begin(), variables_.end(), [](const auto& variable) {
+    return variable->GetVariableRole() == IBINVariable::TargetRole;
+  });
+  return target == variables_.end() ? 0 : (*target)->GetNumberOfCategories();
+}
+
+int BINVarList::GetNumAttributeVars() const {
+  return static_cast<int>(
+      std::count_if(variables_.begin(), variables_.end(), [](const auto& variable) {
+        return variable->GetVariableRole() == IBINVariable::AttributeRole;
+      }));
+}
+
+int BINVarList::GetNumCatVar() const { return numCatVar_; }
+
+int BINVarList::GetNumContVar() const { return numContVar_; }
+
+void BINVarList::GetVarNames(std::vector<std::string>& attributeNames,
+                             std::string& targetName) const {
+  attributeNames.clear();
+  for (const auto& variable : variables_) {
+    const auto role = variable->GetVariableRole();
+    if (role == IBINVariable::AttributeRole) {
+      attributeNames.push_back(variable->GetVariableName());
+    } else if (role == IBINVariable::TargetRole) {
+      targetName = variable->GetVariableName();
+    }
+  }
+}
+
+std::uint64_t BINVarList::Size() const { return variables_.size(); }
+
+int BINVarList::UpdateNumbersOfCategories() {
+  int sum = 0;
+  for (const auto& variable : variables_) {
+    sum += variable->UpdateNumberOfCategories();
+  }
+  return sum;
+}
+
+bool BINVarList::SetVariableRole(int index, VariableRole role) {
+  IBINVariable* variable = GetVarAt(index);
+  if (variable == nullptr) {
+    return false;
+  }
+  if (role == IBINVariable::TargetRole) {
+    if (targetIndex_ < 0) {
+      targetIndex_ = index;
+    }
+  } else if (variable->GetVariableRole() == IBINVariable::TargetRole) {
+    targetIndex_ = -1;
+  }
+  variable->SetVariableRole(role);
+  return true;
+}
+
+bool BINVarList::RemoveVar(int index) {
+  const IBINVariable* variable = GetVarAt(index);
+  if (variable == nullptr) {
+    return false;
+  }
+  const auto level = variable->GetMeasureLevel();
+  const auto role = variable->GetVariableRole();
+  variables_.erase(variables_.begin() + index);
+  if (level == IBINVariable::ContinuousLevel) {
+    --numContVar_;
+  } else if (index != weightIndex_) {
+    --numCatVar_;
+  }
+  if (role == IBINVariable::TargetRole) {
+    targetIndex_ = -1;
+  } else if (index < targetIndex_) {
+    --targetIndex_;
+  }
+  if (index == weightIndex_) {
+    weightIndex_ = -1;
+  } else if (index < weightIndex_) {
+    --weightIndex_;
+  }
+  return true;
+}
+
+bool BINVarList::RemoveVar(std::string name) { return RemoveVar(FindVariable(name)); }
+
+bool BINVarList::IsValidList(std::vector<int>& singleCategoryVars,
+                             std::vector<int>& emptyVars) const {
+  singleCategoryVars.clear();
+  emptyVars.clear();
+  for (std::size_t i = 0; i < variables_.size(); ++i) {
+    const auto status = variables_[i]->GetVarStatus();
+    if (status == IBINVariable::VarSingleCategory) {
+      singleCategoryVars.push_back(static_cast<int>(i));
+    } else if (status == IBINVariable::VarNoCategories) {
+      emptyVars.push_back(static_cast<int>(i));
+    }
+  }
+  return singleCategoryVars.empty() && emptyVars.empty() && GetNumAttributeVars() > 0;
+}
+
+bool BINVarList::CanMergeWith(const BINVarList& other, int& where) const {
+  if (Size() != other.Size()) {
+    where = static_cast<int>(std::min(Size(), other.Size()));
+    return false;
+  }
+  if (targetIndex_ != other.targetIndex_) {
+    where = std::min(targetIndex_, other.targetIndex_);
+    return false;
+  }
+  for (std::size_t i = 0; i < variables_.size(); ++i) {
+    if (!canMerge(*variables_[i], *other.variables_[i])) {
+      where = static_cast<int>(i);
+      return false;
+    }
+  }
+  return true;
+}
+
+void BINVarList::Display(std::ostream& os) const {
+  os << "\bINegin display of BINVarList object.\n";
+  os << "Total variables: " << variables_.size() << std::endl;
+  os << "Number of Continuous Variables = " << numContVar_ << std::endl;
+  os << "Number of Categorical Variables  = " << numCatVar_ << std::endl;
+  if (targetIndex_ >= 0) {
+    os << "Target Index  = " << targetIndex_ << std::endl;
+  }
+  for (std::size_t i = 0; i < variables_.size(); ++i) {
+    os << "Variable " << i << std::endl;
+    variables_[i]->Display(os);
+  }
+  os << "End of display for BINVarList object.\n";
+}
+
+bool BINVarList::HasIndex(int index) const {
+  return index >= 0 && static_cast<std::size_t>(index) < variables_.size();
+}
+
+bool BINVarList::IsNameFree(const std::string& name) const {
+  return !name.empty() && FindVariable(name) < 0;
+}
+
+int BINVarList::Append(std::unique_ptr<IBINVariable> variable) {
+  variables_.push_back(std::move(variable));
+  return static_cast<int>(variables_.size()) - 1;
+}
+
+int BINVarList::AppendCatVar(std::unique_ptr<IBINVariable> variable) {
+  const auto role = variable->GetVariableRole();
+  const int index = Append(std::move(variable));
+  ++numCatVar_;
+  if (role == IBINVariable::TargetRole) {
+    targetIndex_ = index;
+  }
+  return index;
+}
