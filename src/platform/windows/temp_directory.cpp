@@ -1,0 +1,15 @@
+#include "platform/temp_directory.h"
+
+#include <stdio.h>
+#include <stdlib.h>
+
+#include <memory>
+
+namespace MCBinning {
+
+std::string TempDirectory() {
+  const std::unique_ptr<char, decltype(&free)> fileName(_tempnam("", ""), &free);
+  return DirectoryOf(fileName != nullptr ? fileName.get() : "", '\\');
+}
+
+}  // namespace MCBinning
