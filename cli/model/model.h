@@ -15,6 +15,9 @@ namespace mcbin {
 /// The version of the model file that this program writes, and the newest one that it reads.
 inline constexpr int kModelSchemaVersion = 1;
 
+/// The value of "format" in every model file.
+inline constexpr const char* kModelFormat = "mcbin-model";
+
 enum class Method { Supervised, EqualFrequency };
 
 /// The side of a bin that belongs to it: Right makes bins (a, b], Left makes bins [a, b).

@@ -1,0 +1,183 @@
+#include "input/csv_reader.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include "errors.h"
+#include "input/column_names.h"
+
+namespace mcbin {
+namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{1} << 17U;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+int noBlanks(unsigned char) { return 0; }
+
+}  // namespace
+
+CsvReader::CsvReader(std::unique_ptr<ByteSource> source, char delimiter, bool hasHeader)
+    : source_(std::move(source)),
+      delimiter_(static_cast<unsigned char>(delimiter)),
+      hasHeader_(hasHeader),
+      buffer_(kBufferSize) {
+  Start();
+  if (!ReadCells()) {
+    throw DataError(source_->Name() + ": the file is empty: it has no header and no case");
+  }
+  TableRow first;
+  HandOut(first);
+  columnNames_ =
+      hasHeader ? namesFromHeader(first.cells, source_->Name()) : numberedNames(first.cells.size());
+  if (!hasHeader) Rewind();
+}
+
+CsvReader::~CsvReader() { csv_free(&parser_); }
+
+void CsvReader::Start() {
+  csv_free(&parser_);
+  if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0) throw std::bad_alloc();
+  csv_set_delim(&parser_, delimiter_);
+  csv_set_space_func(&parser_, noBlanks);
+  bufferSize_ = bufferPosition_ = 0;
+  atEnd_ = rowOpen_ = afterCr_ = false;
+  line_ = rowLine_ = 1;
+  SkipByteOrderMark();
+}
+
+void CsvReader::SkipByteOrderMark() {
+  FillBuffer();
+  const std::string_view start(buffer_.data(), std::min(bufferSize_, kByteOrderMark.size()));
+  if (start == kByteOrderMark) bufferPosition_ = kByteOrderMark.size();
+}
+
+void CsvReader::Rewind() {
+  source_->Rewind();
+  Start();
+  if (hasHeader_) ReadCells();
+}
+
+bool CsvReader::FillBuffer() {
+  bufferPosition_ = 0;
+  bufferSize_ = source_->Read(buffer_.data(), buffer_.size());
+  const void* const nul = std::memchr(buffer_.data(), '\0', bufferSize_);
+  if (nul != nullptr) {
+    const auto offset = static_cast<const char*>(nul) - buffer_.data();
+    const auto lines = std::count(buffer_.data(), buffer_.data() + offset, '\n');
+    FailAt(
+        line_ + static_cast<std::uint64_t>(lines),
+        "a NUL byte: this is not UTF-8 text (convert UTF-16 text or a spreadsheet to CSV first)");
+  }
+  return bufferSize_ > 0;
+}
+
+/// The next bytes up to and with a line end, or up to the end of the buffer. So at most one row
+/// ends in a piece, and the parser, which knows no lines, can be told where it is.
+std::string_view CsvReader::NextPiece() {
+  const char* const start = buffer_.data() + bufferPosition_;
+  const std::size_t left = bufferSize_ - bufferPosition_;
+  std::size_t size = left;
+  if (const void* const lf = std::memchr(start, '\n', left)) {
+    size = static_cast<std::size_t>(static_cast<const char*>(lf) - start) + 1;
+  }
+  if (const void* const cr = std::memchr(start, '\r', size)) {
+    const auto position = static_cast<std::size_t>(static_cast<const char*>(cr) - start);
+    // A CR that ends the buffer may belong to a CR LF: the LF then is a piece of its own.
+    if (position + 2 != size || start[position + 1] != '\n') size = position + 1;
+  }
+  bufferPosition_ += size;
+  return {start, size};
+}
+
+void CsvReader::OnCell(void* text, std::size_t size, void* reader) {
+  auto& self = *static_cast<CsvReader*>(reader);
+  self.cellBytes_.append(static_cast<const char*>(text), size);
+  self.cellEnds_.push_back(self.cellBytes_.size());
+}
+
+void CsvReader::OnRowEnd(int, void* reader) { static_cast<CsvReader*>(reader)->rowDone_ = true; }
+
+void CsvReader::ParsePiece(std::string_view piece) {
+  if (afterCr_ && piece.front() != '\n') ++line_;
+  afterCr_ = piece.back() == '\r';
+  if (!rowOpen_) rowLine_ = line_;
+  const bool isBlank = piece == "\n" || piece == "\r\n" || piece == "\r";
+  const std::size_t parsed =
+      csv_parse(&parser_, piece.data(), piece.size(), OnCell, OnRowEnd, this);
+  if (parsed != piece.size()) FailParsing();
+  rowOpen_ = !rowDone_ && (rowOpen_ || !isBlank);
+  if (piece.back() == '\n') ++line_;
+}
+
+void CsvReader::FinishLastRow() {
+  atEnd_ = true;
+  if (csv_fini(&parser_, OnCell, OnRowEnd, this) != 0) {
+    FailAt(rowLine_,
+           "a quoted cell of the row that starts here never ends: a closing \" is missing");
+  }
+}
+
+bool CsvReader::ReadCells() {
+  cellBytes_.clear();
+  cellEnds_.clear();
+  rowDone_ = false;
+  while (!rowDone_ && !atEnd_) {
+    if (bufferPosition_ == bufferSize_ && !FillBuffer()) {
+      FinishLastRow();
+    } else {
+      ParsePiece(NextPiece());
+    }
+  }
+  return rowDone_;
+}
+
+void CsvReader::HandOut(TableRow& row) const {
+  row.line = rowLine_;
+  row.cells.clear();
+  std::size_t start = 0;
+  for (std::size_t end : cellEnds_) {
+    row.cells.emplace_back(cellBytes_.data() + start, end - start);
+    start = end;
+  }
+}
+
+void CsvReader::CheckCellCount() const {
+  const std::size_t expected = columnNames_.size();
+  const std::size_t count = cellEnds_.size();
+  if (count < expected) {
+    FailAt(rowLine_, fmt::format("the row has {} of {} cells: there is none for column {} ({})",
+                                 count, expected, count + 1, columnNames_[count]));
+  }
+  if (count > expected) {
+    FailAt(rowLine_, fmt::format("the row has {} cells where there are {} columns: cell {} is one "
+                                 "too many (a cell that holds the separator must be quoted)",
+                                 count, expected, expected + 1));
+  }
+}
+
+bool CsvReader::NextRow(TableRow& row) {
+  if (!ReadCells()) return false;
+  CheckCellCount();
+  HandOut(row);
+  return true;
+}
+
+std::string CsvReader::Where(const TableRow& row) const {
+  return fmt::format("{}, line {}", source_->Name(), row.line);
+}
+
+void CsvReader::FailAt(std::uint64_t line, const std::string& what) const {
+  throw DataError(fmt::format("{}, line {}: {}", source_->Name(), line, what));
+}
+
+void CsvReader::FailParsing() {
+  if (csv_error(&parser_) == CSV_ENOMEM) throw std::bad_alloc();
+  FailAt(line_, fmt::format("column {}: a \" in the middle of a cell: quote the whole cell and "
+                            "double the quotes inside it",
+                            cellEnds_.size() + 1));
+}
+
+}  // namespace mcbin

@@ -1,0 +1,53 @@
+/// Reading JSON values with messages that name the place.
+#ifndef MCBIN_MODEL_JSON_NODE_H
+#define MCBIN_MODEL_JSON_NODE_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/json_text.h"
+
+namespace mcbin {
+
+/// A value inside a model file that knows its path ("attributes[2].cutPoints"), so that whatever
+/// is wrong with it can be said in one sentence. Every failure is a DataError.
+class JsonNode {
+ public:
+  JsonNode(const Json& value, std::string fileName, std::string path = "");
+
+  /// The member of that name; DataError when this is no object or has no such member.
+  JsonNode operator[](const char* key) const;
+  /// The elements; DataError when this is no array.
+  std::vector<JsonNode> Elements() const;
+  /// Keys of an object, in order.
+  std::vector<std::string> Keys() const;
+
+  bool IsNull() const { return value_->is_null(); }
+  std::string Text() const;
+  /// A whole number from `low` to `high`.
+  long Integer(long low, long high) const;
+  /// A finite number or "inf" or "-inf".
+  double Number() const;
+  /// A finite number that is not negative.
+  double Weight() const;
+  std::optional<double> OptionalNumber() const;
+  std::optional<std::string> OptionalText() const;
+  std::vector<double> Numbers() const;
+  std::vector<double> Weights() const;
+  std::vector<std::string> Texts() const;
+  /// Which of `names` the text is.
+  std::size_t OneOf(const std::vector<std::string>& names) const;
+
+  /// Throws the DataError "FILE: PATH what".
+  [[noreturn]] void Fail(const std::string& what) const;
+
+ private:
+  const Json* value_;
+  std::string fileName_;
+  std::string path_;
+};
+
+}  // namespace mcbin
+
+#endif
