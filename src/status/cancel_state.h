@@ -15,6 +15,9 @@ class CancelState {
   /// True once the host or Cancel() has said so, without asking the host again; else asks it.
   bool IsCancelled();
 
+  /// Whether an earlier question or Cancel() has said so; the host is not asked.
+  bool WasCancelled() const { return cancelled_; }
+
   void Cancel() { cancelled_ = true; }
 
   /// Replaces the query; an earlier true answer stays.
