@@ -1,0 +1,116 @@
+#ifndef MCBINNING_DATA_ATTRIBUTE_TABLE_H
+#define MCBINNING_DATA_ATTRIBUTE_TABLE_H
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "data/binary_record_iterator.h"
+#include "data/data_preparator.h"
+#include "data/sorted_rows.h"
+#include "mcbinning/case_iterator.h"
+#include "mcbinning/status.h"
+
+/// The sorted values of one attribute at a time, read back from the preparator's column files, and
+/// their summary. Rows handed out belong to the table and are good until the next build of the same
+/// kind. Summaries describe the last build; one that failed leaves no rows, 0 for every count and
+/// weight, and system-missing as minimum and maximum.
+class BINAttributeTable {
+ public:
+  /// Both are borrowed. The preparator must outlive the table; `cases` is used by Prepare() only.
+  BINAttributeTable(BINDataPreparator& preparator, BINCaseIterator& cases);
+  BINAttributeTable(const BINAttributeTable&) = delete;
+  BINAttributeTable& operator=(const BINAttributeTable&) = delete;
+  ~BINAttributeTable();
+
+  /// Attributes with more than `threshold` distinct values need equal-frequency pre-processing;
+  /// 0 changes nothing. A threshold of -1 in the settings arrives here as 4294967295, so with it no
+  /// attribute ever does.
+  void SetEFThreshold(std::uint32_t threshold);
+
+  /// The pass over the cases (BINDataPreparator::PrepareData, whose status and exceptions it hands
+  /// on).
+  MCBinning::MCStatus Prepare();
+
+  /// OK when the variable at list index `target` has category codes to bin against, else error
+  /// 120010.
+  MCBinning::MCStatus CheckTarget(int target) const;
+
+  /// Sets `rows` to the cases in which attribute and target are both present. On failure `rows` is
+  /// null and the error is 120010 (the target is unusable), 120013 (the attribute has no column or
+  /// its column was given up; datum 0 is the attribute), or 3 (no memory for the rows, or a column
+  /// file that cannot be read or ends before the last case). The target is looked at first.
+  MCBinning::MCStatus BuildSupervisedTable(int attribute, int target,
+                                           const MCBinning::SortedRows** rows);
+
+  /// The same without a target, whether or not the list has one: the cases in which the attribute
+  /// is present.
+  MCBinning::MCStatus BuildUnsupervisedTable(int attribute, const MCBinning::SortedRows** rows);
+
+  /// Sums the weights of the last supervised rows per bin and target category: bin b of category c
+  /// is counts[b * categories + c]. `boundaries` ascend; the first is not looked at (rows below it
+  /// belong to the first bin). Bins are (lower, upper] with `rightBorderClosed`, else [lower, upper).
+  ///
+  /// Warning 120002: null or fewer than 2 boundaries (`counts` is left alone); a row beyond the last
+  /// boundary (the bins before it are counted); or rows that end before the last bin is reached (the
+  /// bin they end in and all later ones stay 0).
+  MCBinning::MCStatus CountPerBin(const std::vector<double>* boundaries, bool rightBorderClosed,
+                                  std::vector<double>& counts) const;
+
+  /// The highest category code of the last supervised table's target, over all cases, plus 1.
+  std::uint32_t GetNTargetCategories() const { return targetCategories_; }
+
+  /// The number of cases in the rows.
+  std::uint32_t GetNRows() const { return summary_.rows; }
+
+  /// -0.0 and 0.0 are one value, every NaN is a value of its own.
+  std::uint32_t GetNDistinctValues() const { return summary_.distinctValues; }
+
+  /// The value of the first and of the last row; system-missing without rows.
+  double GetMinimum() const { return summary_.minimum; }
+  double GetMaximum() const { return summary_.maximum; }
+
+  /// The weight of the rows, and the weight of every case. Both are sums in the order of the cases.
+  double GetTotalWeight() const { return summary_.totalWeight; }
+  double GetTotalWeightWithMissing() const { return summary_.totalWeightWithMissing; }
+
+  /// Of the last supervised table; false without a threshold.
+  bool IsEFNeeded() const { return isEFNeeded_; }
+
+ private:
+  using Reader = MCBinning::BinaryRecordIterator;
+
+  struct Summary {
+    Summary();
+    std::uint32_t rows = 0;
+    std::uint32_t distinctValues = 0;
+    double totalWeight = 0.0;
+    double totalWeightWithMissing = 0.0;
+    double minimum;
+    double maximum;
+  };
+
+  bool IsColumnUsed(int column) const;
+  MCBinning::MCStatus CheckAttribute(int attribute) const;
+  MCBinning::MCStatus Build(int attribute, int targetColumn, MCBinning::SortedRows& rows);
+  bool FillRows(int attribute, int targetColumn, MCBinning::SortedRows& rows);
+  void DropBuild(MCBinning::SortedRows& rows);
+  std::unique_ptr<Reader> OpenColumn(int column) const;
+  void StartReaders(int targetColumn);
+  bool ReadRows(Reader& attribute, Reader* target, MCBinning::SortedRows& rows);
+  void Summarize(const MCBinning::SortedRows& rows);
+
+  BINDataPreparator& preparator_;
+  BINCaseIterator& cases_;
+  std::uint32_t threshold_ = 0;
+  std::uint32_t targetCategories_ = 0;
+  bool isEFNeeded_ = false;
+  Summary summary_;
+  MCBinning::SortedRows supervisedRows_;
+  MCBinning::SortedRows unsupervisedRows_;
+  int openTargetColumn_ = -1;
+  std::unique_ptr<Reader> targetReader_;
+  std::unique_ptr<Reader> weightReader_;
+};
+
+#endif

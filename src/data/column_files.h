@@ -1,0 +1,59 @@
+#ifndef MCBINNING_DATA_COLUMN_FILES_H
+#define MCBINNING_DATA_COLUMN_FILES_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "data/column_buffer.h"
+#include "mcbinning/status.h"
+#include "platform/file_system.h"
+#include "status/cancel_state.h"
+
+namespace MCBinning {
+
+/// The temporary files of one pass, one per column (docs/column-files.md). Names are chosen by
+/// SetUp(), files come into being at the first Flush(), and the destructor removes them. Only files
+/// that this object created are ever written or removed: a name chosen and not yet used belongs to
+/// nobody, and if somebody else takes it meanwhile the column gets the next free one.
+class ColumnFiles {
+ public:
+  /// `cancelState` and `files` are borrowed and must outlive the object.
+  ColumnFiles(std::string directory, CancelState& cancelState, FileSystem& files);
+  ColumnFiles(const ColumnFiles&) = delete;
+  ColumnFiles& operator=(const ColumnFiles&) = delete;
+  ~ColumnFiles();
+
+  /// Removes the earlier files and chooses a free name for each of `columns` columns; creates
+  /// nothing. Errors: 120001 the directory does not exist, 120021 it may not be used or too many
+  /// files are open, 1 the run was cancelled when a name turned out to be taken.
+  MCStatus SetUp(std::size_t columns);
+
+  /// Appends what the buffer holds to the files, a column without values included, and resets the
+  /// buffer. Error 120021 when a file cannot be opened or does not take every byte; the files are
+  /// then of no use.
+  MCStatus Flush(ColumnBuffer& buffer);
+
+  /// Removes the files and, once all are gone, forgets the names. A file that cannot be removed is
+  /// tried again by the next Remove(), SetUp() or the destructor.
+  void Remove() noexcept;
+
+  /// One name per column, in column order; a column's file exists after the first flush.
+  const std::vector<std::string>& Names() const { return names_; }
+
+ private:
+  MCStatus ChooseName(std::string& name);
+  MCStatus OpenToAppend(std::size_t column, FileHandle& file);
+  MCStatus Append(std::size_t column, const double* values, std::size_t count);
+
+  std::string prefix_;
+  CancelState& cancelState_;
+  FileSystem& files_;
+  std::vector<std::string> names_;
+  std::vector<bool> created_;
+  unsigned long tick_ = 0;
+};
+
+}  // namespace MCBinning
+
+#endif

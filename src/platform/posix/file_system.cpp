@@ -1,0 +1,142 @@
+#include "platform/file_system.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace MCBinning {
+namespace {
+
+// Linux transfers at most 2^31 - 4096 bytes a call and reports a short count beyond that.
+constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
+
+int openRetrying(const std::string& name, int flags) {
+  int descriptor = -1;
+  do {
+    descriptor = ::open(name.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
+  } while (descriptor < 0 && errno == EINTR);
+  return descriptor;
+}
+
+bool opened(int descriptor, FileHandle& file) {
+  if (descriptor < 0) {
+    return false;
+  }
+  file = descriptor;
+  return true;
+}
+
+std::string directoryOf(const std::string& name) {
+  const std::size_t separator = name.rfind('/');
+  return separator == std::string::npos ? "." : name.substr(0, separator + 1);
+}
+
+/// `writable` is the state of a name in a directory that lets this process create files.
+NameState stateInDirectory(const std::string& directory, NameState writable) {
+  // The effective user counts, since that is who creates the files.
+  if (::faccessat(AT_FDCWD, directory.c_str(), W_OK | X_OK, AT_EACCESS) == 0) {
+    return writable;
+  }
+  return errno == ENOENT || errno == ENOTDIR ? NameState::NoDirectory
+                                             : NameState::DirectoryRefused;
+}
+
+class PosixFileSystem final : public FileSystem {
+ public:
+  NameState Probe(const std::string& name) override {
+    // Without O_NONBLOCK a pipe of that name would hold the run up until somebody writes to it.
+    const int descriptor = openRetrying(name, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (descriptor >= 0) {
+      ::close(descriptor);
+      return NameState::Taken;
+    }
+    switch (errno) {
+      case ENOTDIR:
+        return NameState::NoDirectory;
+      case EMFILE:
+      case ENFILE:
+        return NameState::TooManyOpenFiles;
+      case EACCES:
+      case EPERM:
+        return stateInDirectory(directoryOf(name), NameState::Taken);
+      case ELOOP:
+      case ENXIO:
+        return NameState::Taken;
+      default:
+        return stateInDirectory(directoryOf(name), NameState::Free);
+    }
+  }
+
+  CreateResult Create(const std::string& name, FileHandle& file) override {
+    if (opened(openRetrying(name, O_WRONLY | O_APPEND | O_CREAT | O_EXCL), file)) {
+      return CreateResult::Created;
+    }
+    return errno == EEXIST ? CreateResult::NameTaken : CreateResult::Failed;
+  }
+
+  bool OpenForAppend(const std::string& name, FileHandle& file) override {
+    return opened(openRetrying(name, O_WRONLY | O_APPEND), file);
+  }
+
+  bool OpenForReading(const std::string& name, FileHandle& file) override {
+    return opened(openRetrying(name, O_RDONLY), file);
+  }
+
+  bool Write(FileHandle file, const void* bytes, std::size_t size) override {
+    const char* next = static_cast<const char*>(bytes);
+    while (size > 0) {
+      const ssize_t written = ::write(static_cast<int>(file), next, std::min(size, kLargestTransfer));
+      if (written < 0 && errno == EINTR) {
+        continue;
+      }
+      if (written <= 0) {
+        return false;
+      }
+      next += written;
+      size -= static_cast<std::size_t>(written);
+    }
+    return true;
+  }
+
+  bool Read(FileHandle file, void* bytes, std::size_t size, std::size_t& bytesRead) override {
+    char* next = static_cast<char*>(bytes);
+    bytesRead = 0;
+    while (bytesRead < size) {
+      const ssize_t got = ::read(static_cast<int>(file), next + bytesRead,
+                                 std::min(size - bytesRead, kLargestTransfer));
+      if (got < 0 && errno == EINTR) {
+        continue;
+      }
+      if (got <= 0) {
+        return got == 0;
+      }
+      bytesRead += static_cast<std::size_t>(got);
+    }
+    return true;
+  }
+
+  bool SeekToStart(FileHandle file) override {
+    return ::lseek(static_cast<int>(file), 0, SEEK_SET) == 0;
+  }
+
+  bool Close(FileHandle file) noexcept override {
+    // Not taken up again when interrupted: the descriptor is gone by then and may be another file's.
+    return ::close(static_cast<int>(file)) == 0;
+  }
+
+  bool Remove(const std::string& name) noexcept override {
+    return ::unlink(name.c_str()) == 0 || errno == ENOENT;
+  }
+};
+
+}  // namespace
+
+FileSystem& RealFileSystem() {
+  static constinit PosixFileSystem files;
+  return files;
+}
+
+}  // namespace MCBinning

@@ -1,0 +1,115 @@
+#include "platform/file_system.h"
+
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+
+#include <algorithm>
+
+namespace MCBinning {
+namespace {
+
+constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
+
+HANDLE handleOf(FileHandle file) { return reinterpret_cast<HANDLE>(file); }
+
+bool open(const std::string& name, DWORD access, DWORD disposition, FileHandle& file) {
+  // No security attributes: the handle is not inherited by child programs.
+  const HANDLE handle = CreateFileA(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                    disposition,
+                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) {
+    return false;
+  }
+  file = reinterpret_cast<FileHandle>(handle);
+  return true;
+}
+
+class WindowsFileSystem final : public FileSystem {
+ public:
+  NameState Probe(const std::string& name) override {
+    FileHandle file = kNoFile;
+    if (open(name, GENERIC_READ, OPEN_EXISTING, file)) {
+      CloseHandle(handleOf(file));
+      return NameState::Taken;
+    }
+    switch (GetLastError()) {
+      case ERROR_PATH_NOT_FOUND:
+        return NameState::NoDirectory;
+      case ERROR_TOO_MANY_OPEN_FILES:
+        return NameState::TooManyOpenFiles;
+      case ERROR_ACCESS_DENIED:
+      case ERROR_SHARING_VIOLATION:
+        return GetFileAttributesA(name.c_str()) == INVALID_FILE_ATTRIBUTES
+                   ? NameState::DirectoryRefused
+                   : NameState::Taken;
+      default:
+        return NameState::Free;
+    }
+  }
+
+  CreateResult Create(const std::string& name, FileHandle& file) override {
+    if (open(name, FILE_APPEND_DATA, CREATE_NEW, file)) {
+      return CreateResult::Created;
+    }
+    return GetLastError() == ERROR_FILE_EXISTS ? CreateResult::NameTaken : CreateResult::Failed;
+  }
+
+  bool OpenForAppend(const std::string& name, FileHandle& file) override {
+    return open(name, FILE_APPEND_DATA, OPEN_EXISTING, file);
+  }
+
+  bool OpenForReading(const std::string& name, FileHandle& file) override {
+    return open(name, GENERIC_READ, OPEN_EXISTING, file);
+  }
+
+  bool Write(FileHandle file, const void* bytes, std::size_t size) override {
+    const char* next = static_cast<const char*>(bytes);
+    while (size > 0) {
+      const auto part = static_cast<DWORD>(std::min(size, kLargestTransfer));
+      DWORD written = 0;
+      if (!WriteFile(handleOf(file), next, part, &written, nullptr) || written == 0) {
+        return false;
+      }
+      next += written;
+      size -= written;
+    }
+    return true;
+  }
+
+  bool Read(FileHandle file, void* bytes, std::size_t size, std::size_t& bytesRead) override {
+    char* next = static_cast<char*>(bytes);
+    bytesRead = 0;
+    while (bytesRead < size) {
+      const auto part = static_cast<DWORD>(std::min(size - bytesRead, kLargestTransfer));
+      DWORD got = 0;
+      if (!ReadFile(handleOf(file), next + bytesRead, part, &got, nullptr)) {
+        return false;
+      }
+      if (got == 0) {
+        return true;
+      }
+      bytesRead += got;
+    }
+    return true;
+  }
+
+  bool SeekToStart(FileHandle file) override {
+    return SetFilePointerEx(handleOf(file), LARGE_INTEGER{}, nullptr, FILE_BEGIN) != 0;
+  }
+
+  bool Close(FileHandle file) noexcept override { return CloseHandle(handleOf(file)) != 0; }
+
+  bool Remove(const std::string& name) noexcept override {
+    return DeleteFileA(name.c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND;
+  }
+};
+
+}  // namespace
+
+FileSystem& RealFileSystem() {
+  static constinit WindowsFileSystem files;
+  return files;
+}
+
+}  // namespace MCBinning
