@@ -2,6 +2,7 @@
 
 #include <mccomvor/missing_value.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <exception>
 
@@ -123,8 +124,8 @@ bool BINAttributeTable::FillRows(int attribute, int targetColumn, SortedRows& ro
 }
 
 std::unique_ptr<BINAttributeTable::Reader> BINAttributeTable::OpenColumn(int column) const {
-  return std::make_unique<Reader>(
-      preparator_.GetFileNames()[static_cast<std::size_t>(column)], preparator_.GetFileSystem());
+  return std::make_unique<Reader>(preparator_.GetFileNames()[static_cast<std::size_t>(column)],
+                                  preparator_.GetFileSystem());
 }
 
 void BINAttributeTable::StartReaders(int targetColumn) {
@@ -153,8 +154,7 @@ bool BINAttributeTable::ReadRows(Reader& attribute, Reader* target, SortedRows& 
     const double targetCell = target != nullptr ? target->Next() : 0.0;
     const double caseWeight = weight != nullptr ? weight->Next() : 1.0;
     summary_.totalWeightWithMissing += caseWeight;
-    if (value == MCMV::gMissingValue ||
-        (target != nullptr && targetCell == MCMV::gMissingValue)) {
+    if (value == MCMV::gMissingValue || (target != nullptr && targetCell == MCMV::gMissingValue)) {
       continue;
     }
     const int code = MCBinning::TruncatedCode(targetCell);

@@ -49,11 +49,12 @@ class BINAttributeTable {
 
   /// Sums the weights of the last supervised rows per bin and target category: bin b of category c
   /// is counts[b * categories + c]. `boundaries` ascend; the first is not looked at (rows below it
-  /// belong to the first bin). Bins are (lower, upper] with `rightBorderClosed`, else [lower, upper).
+  /// belong to the first bin). Bins are (lower, upper] with `rightBorderClosed`, else [lower,
+  /// upper).
   ///
-  /// Warning 120002: null or fewer than 2 boundaries (`counts` is left alone); a row beyond the last
-  /// boundary (the bins before it are counted); or rows that end before the last bin is reached (the
-  /// bin they end in and all later ones stay 0).
+  /// Warning 120002: null or fewer than 2 boundaries (`counts` is left alone); a row beyond the
+  /// last boundary (the bins before it are counted); or rows that end before the last bin is
+  /// reached (the bin they end in and all later ones stay 0).
   MCBinning::MCStatus CountPerBin(const std::vector<double>* boundaries, bool rightBorderClosed,
                                   std::vector<double>& counts) const;
 

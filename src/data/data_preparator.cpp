@@ -102,9 +102,8 @@ void BINDataPreparator::AddColumn(int variable, bool holdsCodes) {
   if (index < 0) {
     index = GetNumberOfColumns();
   }
-  columns_.push_back(
-      {variable, holdsCodes,
-       holdsCodes ? nullptr : numericUserMissing(*varList_.GetVarAt(variable))});
+  columns_.push_back({variable, holdsCodes,
+                      holdsCodes ? nullptr : numericUserMissing(*varList_.GetVarAt(variable))});
 }
 
 int BINDataPreparator::GetColumnOf(int variable) const {

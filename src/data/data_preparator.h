@@ -23,14 +23,14 @@ class ColumnBuffer;
 }
 
 /// Makes the one pass over the host's cases and spools what the algorithms need, column by column,
-/// to temporary files (docs/column-files.md). Columns: the target (the variable at the list's target
-/// index, whatever its role) is column 0; then the weight; then the other variables with
+/// to temporary files (docs/column-files.md). Columns: the target (the variable at the list's
+/// target index, whatever its role) is column 0; then the weight; then the other variables with
 /// AttributeRole in list order. No other variable has a column, a second one with TargetRole
 /// included. A target index outside the list counts as no target.
 ///
 /// Each cell that has a column is asked of the host's record once; a categorical column that has
-/// been given up is not asked for any more. Within a case and over the pass the first warning 120012
-/// is the one that stays.
+/// been given up is not asked for any more. Within a case and over the pass the first warning
+/// 120012 is the one that stays.
 class BINDataPreparator {
  public:
   /// `listener` may be null. Listener, cancel state, list and file system are borrowed and must
@@ -82,7 +82,9 @@ class BINDataPreparator {
 
   /// Whether the column holds category codes from 0 to 255 (the target's and every categorical
   /// input's do). The column must exist.
-  bool HoldsCodes(int column) const { return columns_[static_cast<std::size_t>(column)].holdsCodes; }
+  bool HoldsCodes(int column) const {
+    return columns_[static_cast<std::size_t>(column)].holdsCodes;
+  }
 
   /// The highest category code met, 0 when there was none. The column must exist.
   int GetHighestCode(int column) const {

@@ -29,7 +29,7 @@ bool opened(int descriptor, FileHandle& file) {
   return true;
 }
 
-std::string directoryOf(const std::string& name) {
+std::string directoryHolding(const std::string& name) {
   const std::size_t separator = name.rfind('/');
   return separator == std::string::npos ? "." : name.substr(0, separator + 1);
 }
@@ -40,8 +40,7 @@ NameState stateInDirectory(const std::string& directory, NameState writable) {
   if (::faccessat(AT_FDCWD, directory.c_str(), W_OK | X_OK, AT_EACCESS) == 0) {
     return writable;
   }
-  return errno == ENOENT || errno == ENOTDIR ? NameState::NoDirectory
-                                             : NameState::DirectoryRefused;
+  return errno == ENOENT || errno == ENOTDIR ? NameState::NoDirectory : NameState::DirectoryRefused;
 }
 
 class PosixFileSystem final : public FileSystem {
@@ -61,12 +60,12 @@ class PosixFileSystem final : public FileSystem {
         return NameState::TooManyOpenFiles;
       case EACCES:
       case EPERM:
-        return stateInDirectory(directoryOf(name), NameState::Taken);
+        return stateInDirectory(directoryHolding(name), NameState::Taken);
       case ELOOP:
       case ENXIO:
         return NameState::Taken;
       default:
-        return stateInDirectory(directoryOf(name), NameState::Free);
+        return stateInDirectory(directoryHolding(name), NameState::Free);
     }
   }
 
@@ -88,7 +87,8 @@ class PosixFileSystem final : public FileSystem {
   bool Write(FileHandle file, const void* bytes, std::size_t size) override {
     const char* next = static_cast<const char*>(bytes);
     while (size > 0) {
-      const ssize_t written = ::write(static_cast<int>(file), next, std::min(size, kLargestTransfer));
+      const ssize_t written =
+          ::write(static_cast<int>(file), next, std::min(size, kLargestTransfer));
       if (written < 0 && errno == EINTR) {
         continue;
       }
@@ -123,7 +123,8 @@ class PosixFileSystem final : public FileSystem {
   }
 
   bool Close(FileHandle file) noexcept override {
-    // Not taken up again when interrupted: the descriptor is gone by then and may be another file's.
+    // Not taken up again when interrupted: the descriptor is gone by then and may be another
+    // file's.
     return ::close(static_cast<int>(file)) == 0;
   }
 

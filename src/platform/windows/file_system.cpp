@@ -15,9 +15,9 @@ HANDLE handleOf(FileHandle file) { return reinterpret_cast<HANDLE>(file); }
 
 bool open(const std::string& name, DWORD access, DWORD disposition, FileHandle& file) {
   // No security attributes: the handle is not inherited by child programs.
-  const HANDLE handle = CreateFileA(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
-                                    disposition,
-                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+  const HANDLE handle =
+      CreateFileA(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, disposition,
+                  FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
   if (handle == INVALID_HANDLE_VALUE) {
     return false;
   }

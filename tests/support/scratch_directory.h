@@ -1,0 +1,61 @@
+#ifndef MCBINNING_TESTS_SUPPORT_SCRATCH_DIRECTORY_H
+#define MCBINNING_TESTS_SUPPORT_SCRATCH_DIRECTORY_H
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace mcbinning_tests {
+
+/// A directory of its own for one test, which must be empty again when the test is done with it:
+/// what is left fails the test. The directory goes in any case.
+class ScratchDirectory {
+ public:
+  ScratchDirectory() {
+    std::string name = (std::filesystem::temp_directory_path() / "mcbinning-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) {
+      ADD_FAILURE() << "no directory could be made like " << name;
+    }
+    path_ = name;
+  }
+  ScratchDirectory(const ScratchDirectory&) = delete;
+  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+  ~ScratchDirectory() {
+    for (const std::string& file : Files()) {
+      ADD_FAILURE() << "left behind: " << file;
+    }
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+
+  /// Without a separator at the end.
+  const std::string& Path() const { return path_; }
+
+  /// The names in the directory, without the directory.
+  std::vector<std::string> Files() const {
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+      files.push_back(entry.path().filename().string());
+    }
+    return files;
+  }
+
+  bool IsEmpty() const { return Files().empty(); }
+
+  /// For a test that puts something there itself.
+  void Clear() const {
+    for (const std::string& file : Files()) {
+      std::filesystem::remove_all(path_ + "/" + file);
+    }
+  }
+
+ private:
+  std::string path_;
+};
+
+}  // namespace mcbinning_tests
+
+#endif
