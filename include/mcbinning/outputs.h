@@ -14,7 +14,7 @@
 
 /// What became of one attribute/target pair. A default-constructed record has an OK status, both
 /// indexes -1, no cut points and counts, and every number 0.
-class MCBINNING_API BINAttributeTargetResults {
+class MCBINNING_API BINAttributeTargetResults final {
  public:
   /// OK, the warning that explains why nothing was cut, or the error the pair was refused with.
   const MCBinning::MCStatus& GetStatus() const;
@@ -121,7 +121,7 @@ class MCBINNING_API BINOutput {
 
 /// What became of one attribute in the equal-frequency algorithm. A default-constructed record has
 /// an OK status, attribute index -1, no cut points and counts, and every number 0.
-class MCBINNING_API BINAttributeResults {
+class MCBINNING_API BINAttributeResults final {
  public:
   /// OK, the warning that explains why nothing was cut, or the error the attribute was refused
   /// with.
