@@ -1,0 +1,137 @@
+#include "supervised/cut_point_search.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "supervised/split_scan.h"
+
+namespace MCBinning {
+namespace {
+
+constexpr long kInconsistentTable = 120002;
+constexpr long kNoCutPoint = 120017;
+
+struct Interval {
+  std::size_t first;
+  std::size_t last;
+};
+
+double categoriesPresent(const ClassCounts& counts) {
+  return static_cast<double>(
+      std::count_if(counts.begin() + 1, counts.end(), [](double weight) { return weight != 0.0; }));
+}
+
+/// The minimum-description-length test, with the number of categories of the two sides added up
+/// where the published form has the number of categories of the whole.
+bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const ClassCounts& right,
+                       double splitEntropy) {
+  const double n = total[0];
+  const double k1 = categoriesPresent(left);
+  const double k2 = categoriesPresent(right);
+  const double k = k1 + k2;
+  const double entropy = Entropy(total);
+  const double codings = k == 2.0 ? 9.0 : std::pow(3.0, k);
+  const double delta =
+      std::log2(codings - 2.0) - (k * entropy - k1 * Entropy(left) - k2 * Entropy(right));
+  return entropy - splitEntropy > std::log2(n - 1.0) / n + delta / n;
+}
+
+class Search {
+ public:
+  explicit Search(const CandidateTable& table) : table_(table), scan_(table) {}
+
+  /// In no particular order.
+  std::vector<double> Run() {
+    std::vector<Interval> pending;
+    if (table_.Size() > 0) {
+      pending.push_back({0, table_.Size() - 1});
+    }
+    while (!pending.empty()) {
+      const Interval interval = pending.back();
+      pending.pop_back();
+      std::size_t position = 0;
+      if (FindSplit(interval, position)) {
+        cutPoints_.push_back(table_.CutPointAfter(position));
+        pending.push_back({interval.first, position});
+        pending.push_back({position + 1, interval.last});
+      }
+    }
+    return std::move(cutPoints_);
+  }
+
+ private:
+  bool FindSplit(const Interval& interval, std::size_t& position) {
+    if (interval.first == interval.last) {
+      return false;
+    }
+    table_.Sum(interval.first, interval.last, total_);
+    const SplitScan::Split split = scan_.FindBest(interval.first, interval.last, total_);
+    if (!split.found || split.position == interval.last ||
+        std::isnan(table_.CutPointAfter(split.position))) {
+      return false;
+    }
+    CountSides(interval, split.position);
+    position = split.position;
+    return isSplitWorthwhile(total_, left_, right_, split.entropy);
+  }
+
+  void CountSides(const Interval& interval, std::size_t position) {
+    const bool leftIsNearer = position <= interval.first + (interval.last - interval.first) / 2;
+    ClassCounts& nearer = leftIsNearer ? left_ : right_;
+    ClassCounts& other = leftIsNearer ? right_ : left_;
+    if (leftIsNearer) {
+      table_.Sum(interval.first, position, nearer);
+    } else {
+      table_.Sum(position + 1, interval.last, nearer);
+    }
+    other.resize(total_.size());
+    std::transform(total_.begin(), total_.end(), nearer.begin(), other.begin(), std::minus<>());
+  }
+
+  const CandidateTable& table_;
+  SplitScan scan_;
+  std::vector<double> cutPoints_;
+  ClassCounts total_;
+  ClassCounts left_;
+  ClassCounts right_;
+};
+
+/// Class counts of the bins that the cut points make of the candidates.
+std::vector<double> countBins(const CandidateTable& table, const std::vector<double>& cutPoints) {
+  const std::size_t width = table.GetNCategories() + 1;
+  std::vector<double> counts((cutPoints.size() + 1) * width, 0.0);
+  std::size_t bin = 0;
+  for (std::size_t candidate = 0; candidate < table.Size(); ++candidate) {
+    while (bin < cutPoints.size() && !(table.CutPointAfter(candidate) <= cutPoints[bin])) {
+      ++bin;
+    }
+    const auto codes = table.Codes(candidate);
+    const auto weights = table.Weights(candidate);
+    for (std::size_t entry = 0; entry < codes.size(); ++entry) {
+      counts[bin * width + 1 + codes[entry]] += weights[entry];
+    }
+  }
+  for (auto element = counts.begin(); element != counts.end(); element += std::ptrdiff_t(width)) {
+    *element = std::accumulate(element + 1, element + std::ptrdiff_t(width), 0.0);
+  }
+  return counts;
+}
+
+}  // namespace
+
+MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins) {
+  bins = Bins();
+  if (!table.IsConsistent()) {
+    return {kInconsistentTable, false};
+  }
+  bins.cutPoints = Search(table).Run();
+  // Overflowing midpoints can make two pre-bins share a boundary value.
+  std::sort(bins.cutPoints.begin(), bins.cutPoints.end());
+  bins.cutPoints.erase(std::unique(bins.cutPoints.begin(), bins.cutPoints.end()),
+                       bins.cutPoints.end());
+  bins.counts = countBins(table, bins.cutPoints);
+  return bins.cutPoints.empty() ? MCStatus(kNoCutPoint, true) : MCStatus();
+}
+
+}  // namespace MCBinning

@@ -1,0 +1,35 @@
+#ifndef MCBINNING_SUPERVISED_CUT_POINT_SEARCH_H
+#define MCBINNING_SUPERVISED_CUT_POINT_SEARCH_H
+
+#include <cstddef>
+#include <vector>
+
+#include "mcbinning/status.h"
+#include "supervised/candidate_table.h"
+
+namespace MCBinning {
+
+/// Bins in ascending order and the cut points between them.
+struct Bins {
+  std::vector<double> cutPoints;  // strictly increasing, one less than there are bins
+  std::vector<double> counts;     // the class counts of bin after bin; element 0 of each bin is the
+                                  // sum of its categories in code order
+};
+
+/// Splits the candidates recursively at the position of least weighted class entropy, as long as a
+/// split passes the minimum-description-length test.
+///
+/// The result is OK, warning 120017 (no split was accepted: one bin) or error 120002 (`table` is
+/// not consistent; `bins` is left empty). A table without a candidate makes one empty bin.
+///
+/// With whole-number weights every sum is exact. With others the order of the additions decides
+/// the last bit: the class counts of an interval are added candidate by candidate in ascending
+/// order; the running counts of a scan move as SplitScan says; the counts of the two sides of a
+/// split are made by adding up the side that ends nearer to the split (the left one when the
+/// position is not beyond (first + last) / 2 in whole numbers), in ascending order, and by taking
+/// that side, element by element, from the counts of the interval.
+MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins);
+
+}  // namespace MCBinning
+
+#endif

@@ -1,0 +1,27 @@
+#include "supervised/entropy.h"
+
+#include <cmath>
+
+namespace MCBinning {
+
+double Entropy(ClassCountsView counts) {
+  const double total = counts[0];
+  if (total == 0.0) {
+    return 0.0;
+  }
+  double entropy = 0.0;
+  for (const double weight : counts.subspan(1)) {
+    const double p = weight / total;
+    if (p != 0.0) {
+      // Subtracting term by term rounds like negating the sum and keeps a zero positive.
+      entropy -= p * std::log2(p);
+    }
+  }
+  return entropy;
+}
+
+double WeightedEntropy(ClassCountsView left, ClassCountsView right) {
+  return (left[0] * Entropy(left) + right[0] * Entropy(right)) / (left[0] + right[0]);
+}
+
+}  // namespace MCBinning

@@ -1,0 +1,187 @@
+#include "supervised/cut_point_search.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace MCBinning {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+struct Outcome {
+  MCStatus status;
+  Bins bins;
+};
+
+Outcome search(const CandidateTable& table) {
+  Outcome outcome;
+  outcome.status = SearchCutPoints(table, outcome.bins);
+  return outcome;
+}
+
+Outcome searchRows(const std::vector<SortedRows::Row>& rows, std::size_t nCategories,
+                   bool rightBorderClosed = true) {
+  return search(
+      CandidateTable::FromRows(SortedRows(rows), nCategories, rows.size(), rightBorderClosed));
+}
+
+Outcome searchPreBins(const std::vector<double>& boundaries, const std::vector<double>& counts,
+                      std::size_t nCategories) {
+  return search(CandidateTable::FromPreBins(&boundaries, &counts, nCategories));
+}
+
+TEST(CutPointSearchTest, TwoCandidatesOfDifferentSingleCategoriesAreSplit) {
+  // log2(n - 1) is 0 and delta about 0.807, so the gain of 1 exceeds 0.807 / 2.
+  const Outcome outcome = searchRows({{1, 0, 1}, {2, 1, 1}}, 2);
+  EXPECT_TRUE(outcome.status.IsOK());
+  EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(1));
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(1, 1, 0, 1, 0, 1));
+}
+
+TEST(CutPointSearchTest, OneTargetCategoryGivesNoCutPoint) {
+  const Outcome outcome = searchRows({{1, 0, 1}, {2, 0, 2}, {3, 0, 1}}, 1);
+  EXPECT_EQ(outcome.status, MCStatus(120017, true));
+  EXPECT_THAT(outcome.bins.cutPoints, IsEmpty());
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(4, 4));
+}
+
+TEST(CutPointSearchTest, EqualWeightedEntropiesTakeTheEarlierPosition) {
+  // A, B, A: both boundaries leave the same parts, mirrored. A total weight of one accepts the
+  // split, a weight below one accepts no further one.
+  const Outcome outcome = searchRows({{1, 0, 0.25}, {2, 1, 0.5}, {3, 0, 0.25}}, 2);
+  EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(1));
+}
+
+TEST(CutPointSearchTest, CountsTheCategoriesOfBothSidesInTheTest) {
+  // Left side one category, right side two: with the two categories of the whole in place of the
+  // three of the sides, the gain of 0.5503 would exceed 0.4841 and the split be accepted.
+  const Outcome rejected = searchPreBins({-9, 1, 9}, {3, 0, 1, 7}, 2);
+  EXPECT_EQ(rejected.status, MCStatus(120017, true));
+  EXPECT_THAT(rejected.bins.counts, ElementsAre(11, 4, 7));
+  const Outcome accepted = searchPreBins({-9, 1, 9}, {3, 0, 1, 9}, 2);
+  EXPECT_TRUE(accepted.status.IsOK());
+  EXPECT_THAT(accepted.bins.counts, ElementsAre(3, 3, 0, 10, 1, 9));
+}
+
+TEST(CutPointSearchTest, ClosedRightBorderCutsAtTheLastValueOfTheLeftPart) {
+  const Outcome outcome =
+      searchRows({{1, 0, 5}, {2, 0, 5}, {4, 1, 5}, {5, 1, 5}, {8, 0, 20}}, 2, true);
+  EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(2, 5));
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(10, 10, 0, 10, 0, 10, 20, 20, 0));
+}
+
+TEST(CutPointSearchTest, OpenRightBorderCutsAtTheFirstValueOfTheRightPart) {
+  const Outcome outcome =
+      searchRows({{1, 0, 5}, {2, 0, 5}, {4, 1, 5}, {5, 1, 5}, {8, 0, 20}}, 2, false);
+  EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(4, 8));
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(10, 10, 0, 10, 0, 10, 20, 20, 0));
+}
+
+TEST(CutPointSearchTest, PreBinsAreCutAtTheirCommonBoundary) {
+  const Outcome outcome = searchPreBins({-9, 1.5, 2.5, 9}, {10, 0, 10, 0, 0, 10}, 2);
+  EXPECT_TRUE(outcome.status.IsOK());
+  EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(2.5));
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(20, 20, 0, 10, 0, 10));
+}
+
+TEST(CutPointSearchTest, TableThatDoesNotFitIsAnErrorWithoutBins) {
+  const Outcome outcome = searchPreBins({-9, 1, 9}, {1, 2, 3}, 2);
+  EXPECT_EQ(outcome.status, MCStatus(120002, false));
+  EXPECT_THAT(outcome.bins.cutPoints, IsEmpty());
+  EXPECT_THAT(outcome.bins.counts, IsEmpty());
+  EXPECT_EQ(search(CandidateTable::FromPreBins(nullptr, nullptr, 2)).status,
+            MCStatus(120002, false));
+}
+
+TEST(CutPointSearchTest, NoCandidateMakesOneEmptyBin) {
+  const Outcome outcome = searchRows({}, 2);
+  EXPECT_EQ(outcome.status, MCStatus(120017, true));
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(0, 0, 0));
+}
+
+TEST(CutPointSearchTest, SingleCandidateIsNotSplit) {
+  const Outcome outcome = searchRows({{1, 0, 5}, {1, 1, 5}}, 2);
+  EXPECT_EQ(outcome.status, MCStatus(120017, true));
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(10, 5, 5));
+}
+
+TEST(CutPointSearchTest, TotalWeightOfOneAcceptsEverySplit) {
+  // log2(n - 1) is minus infinity.
+  const Outcome outcome = searchPreBins({-9, 1, 9}, {0.25, 0.25, 0.25, 0.25}, 2);
+  EXPECT_TRUE(outcome.status.IsOK());
+  EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(1));
+}
+
+TEST(CutPointSearchTest, TotalWeightBelowOneAcceptsNoSplit) {
+  // log2(n - 1) is NaN.
+  const Outcome outcome = searchRows({{1, 0, 0.4}, {2, 1, 0.4}}, 2);
+  EXPECT_EQ(outcome.status, MCStatus(120017, true));
+}
+
+TEST(CutPointSearchTest, WinningPositionWithAnEmptyRightPartIsNotApplied) {
+  // The same class shares everywhere, so that rounding makes the last position win, and a total
+  // weight just above one, with which the test would accept it.
+  const Outcome outcome = searchPreBins(
+      {-9, 1, 2, 3, 9},
+      {0.124, 0.062, 0.124, 0.084000000000000005, 0.042000000000000003, 0.084000000000000005,
+       0.10000000000000001, 0.050000000000000003, 0.10000000000000001, 0.11600000000000001,
+       0.058000000000000003, 0.11600000000000001},
+      3);
+  EXPECT_EQ(outcome.status, MCStatus(120017, true));
+}
+
+TEST(CutPointSearchTest, CutValueThatIsNoNumberIsNotAccepted) {
+  // Two NaN values of different categories: a closed border would have to be NaN.
+  EXPECT_EQ(searchRows({{kNaN, 0, 9}, {kNaN, 1, 9}}, 2, true).status, MCStatus(120017, true));
+  // The number before the NaN values can be a closed border, but there is no open one.
+  const std::vector<SortedRows::Row> rows = {{1, 0, 9}, {kNaN, 1, 9}};
+  EXPECT_THAT(searchRows(rows, 2, true).bins.cutPoints, ElementsAre(1));
+  EXPECT_EQ(searchRows(rows, 2, false).status, MCStatus(120017, true));
+}
+
+TEST(CutPointSearchTest, NaNValuesFallIntoTheLastBin) {
+  const std::vector<SortedRows::Row> rows = {{1, 0, 9}, {2, 1, 9}, {kNaN, 1, 4}, {kNaN, 1, 5}};
+  EXPECT_THAT(searchRows(rows, 2, true).bins.counts, ElementsAre(9, 9, 0, 18, 0, 18));
+  EXPECT_THAT(searchRows(rows, 2, false).bins.counts, ElementsAre(9, 9, 0, 18, 0, 18));
+}
+
+TEST(CutPointSearchTest, InfinitiesAreOrdinaryValues) {
+  const std::vector<SortedRows::Row> rows = {{-kInf, 0, 9}, {0, 1, 9}, {kInf, 0, 20}};
+  EXPECT_THAT(searchRows(rows, 2, true).bins.cutPoints, ElementsAre(-kInf, 0));
+  EXPECT_THAT(searchRows(rows, 2, false).bins.cutPoints, ElementsAre(0, kInf));
+}
+
+TEST(CutPointSearchTest, SplitsManyTimesWithoutRecursion) {
+  std::vector<SortedRows::Row> rows;
+  constexpr int kRuns = 300;
+  constexpr int kRunLength = 60;
+  for (int i = 0; i < kRuns * kRunLength; ++i) {
+    rows.push_back({static_cast<double>(i), i / kRunLength % 2, 1});
+  }
+  const Outcome outcome = searchRows(rows, 2);
+  ASSERT_EQ(outcome.bins.cutPoints.size(), kRuns - 1U);
+  for (std::size_t i = 0; i < outcome.bins.cutPoints.size(); ++i) {
+    EXPECT_EQ(outcome.bins.cutPoints[i], static_cast<double>((i + 1) * kRunLength - 1));
+  }
+}
+
+TEST(CutPointSearchTest, BinTotalIsTheSumOfItsCategories) {
+  const Outcome outcome = searchRows({{1, 2, 0.1}, {2, 1, 0.2}, {3, 0, 0.3}}, 3);
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(0.3 + 0.2 + 0.1, 0.3, 0.2, 0.1));
+}
+
+TEST(CutPointSearchTest, EqualPreBinBoundariesMakeOneCutPoint) {
+  // The total weight of one accepts every split, also those of empty pre-bins.
+  const Outcome outcome = searchPreBins({-9, 1, 1, 9}, {0.25, 0.25, 0, 0, 0.25, 0.25}, 2);
+  EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(1));
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(0.5, 0.25, 0.25, 0.5, 0.25, 0.25));
+}
+
+}  // namespace
+}  // namespace MCBinning

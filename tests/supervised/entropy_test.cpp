@@ -1,0 +1,45 @@
+#include "supervised/entropy.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace MCBinning {
+namespace {
+
+double entropyOf(const ClassCounts& counts) { return Entropy(counts); }
+double weightedEntropyOf(const ClassCounts& left, const ClassCounts& right) {
+  return WeightedEntropy(left, right);
+}
+
+TEST(EntropyTest, EvenClassesGiveTheLogOfTheirNumber) {
+  EXPECT_EQ(entropyOf({2, 1, 1}), 1.0);
+  EXPECT_EQ(entropyOf({8, 2, 2, 2, 2}), 2.0);
+}
+
+TEST(EntropyTest, SumsInCodeOrder) {
+  const double expected = -(0.25 * std::log2(0.25) + 0.75 * std::log2(0.75));
+  EXPECT_EQ(entropyOf({4, 1, 3}), expected);
+}
+
+TEST(EntropyTest, EmptyTotalGivesZero) { EXPECT_EQ(entropyOf({0, 0, 0}), 0.0); }
+
+TEST(EntropyTest, OneClassGivesPositiveZero) {
+  EXPECT_EQ(entropyOf({3, 0, 3}), 0.0);
+  EXPECT_FALSE(std::signbit(entropyOf({3, 0, 3})));
+  EXPECT_FALSE(std::signbit(entropyOf({3, 3, 0})));
+}
+
+TEST(EntropyTest, NegativeElementGivesNaN) { EXPECT_TRUE(std::isnan(entropyOf({1, -0.25, 1.25}))); }
+
+TEST(EntropyTest, WeighsThePartsByTheirTotals) {
+  EXPECT_EQ(weightedEntropyOf({2, 1, 1}, {2, 0, 2}), 0.5);
+  EXPECT_EQ(weightedEntropyOf({4, 2, 2}, {0, 0, 0}), 1.0);
+}
+
+TEST(EntropyTest, TwoEmptyPartsGiveNaN) {
+  EXPECT_TRUE(std::isnan(weightedEntropyOf({0, 0}, {0, 0})));
+}
+
+}  // namespace
+}  // namespace MCBinning
