@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
+#include <functional>
+#include <utility>
+#include <vector>
 
 #include "supervised/split_scan.h"
 
@@ -97,25 +99,28 @@ class Search {
   ClassCounts right_;
 };
 
-/// Class counts of the bins that the cut points make of the candidates.
-std::vector<double> countBins(const CandidateTable& table, const std::vector<double>& cutPoints) {
-  const std::size_t width = table.GetNCategories() + 1;
-  std::vector<double> counts((cutPoints.size() + 1) * width, 0.0);
-  std::size_t bin = 0;
+/// Fills in the class counts of the bins that the cut points make of the candidates.
+void countBins(const CandidateTable& table, Bins& bins) {
+  bins.width = table.GetNCategories() + 1;
+  bins.counts.assign((bins.cutPoints.size() + 1) * bins.width, 0.0);
+  const double* cutPoint = bins.cutPoints.data();
+  const double* const lastCutPoint = cutPoint + bins.cutPoints.size();
+  double* counts = bins.counts.data();
   for (std::size_t candidate = 0; candidate < table.Size(); ++candidate) {
-    while (bin < cutPoints.size() && !(table.CutPointAfter(candidate) <= cutPoints[bin])) {
-      ++bin;
+    for (; cutPoint != lastCutPoint && !(table.CutPointAfter(candidate) <= *cutPoint); ++cutPoint) {
+      counts += bins.width;
     }
     const auto codes = table.Codes(candidate);
     const auto weights = table.Weights(candidate);
     for (std::size_t entry = 0; entry < codes.size(); ++entry) {
-      counts[bin * width + 1 + codes[entry]] += weights[entry];
+      counts[codes[entry] + 1] += weights[entry];
     }
   }
-  for (auto element = counts.begin(); element != counts.end(); element += std::ptrdiff_t(width)) {
-    *element = std::accumulate(element + 1, element + std::ptrdiff_t(width), 0.0);
+  for (std::size_t total = 0; total < bins.counts.size(); total += bins.width) {
+    for (std::size_t category = 1; category < bins.width; ++category) {
+      bins.counts[total] += bins.counts[total + category];
+    }
   }
-  return counts;
 }
 
 }  // namespace
@@ -130,7 +135,7 @@ MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins) {
   std::sort(bins.cutPoints.begin(), bins.cutPoints.end());
   bins.cutPoints.erase(std::unique(bins.cutPoints.begin(), bins.cutPoints.end()),
                        bins.cutPoints.end());
-  bins.counts = countBins(table, bins.cutPoints);
+  countBins(table, bins);
   return bins.cutPoints.empty() ? MCStatus(kNoCutPoint, true) : MCStatus();
 }
 

@@ -1,26 +1,18 @@
 #ifndef MCBINNING_SUPERVISED_CUT_POINT_SEARCH_H
 #define MCBINNING_SUPERVISED_CUT_POINT_SEARCH_H
 
-#include <cstddef>
-#include <vector>
-
 #include "mcbinning/status.h"
+#include "supervised/bins.h"
 #include "supervised/candidate_table.h"
 
 namespace MCBinning {
-
-/// Bins in ascending order and the cut points between them.
-struct Bins {
-  std::vector<double> cutPoints;  // strictly increasing, one less than there are bins
-  std::vector<double> counts;     // the class counts of bin after bin; element 0 of each bin is the
-                                  // sum of its categories in code order
-};
 
 /// Splits the candidates recursively at the position of least weighted class entropy, as long as a
 /// split passes the minimum-description-length test.
 ///
 /// The result is OK, warning 120017 (no split was accepted: one bin) or error 120002 (`table` is
-/// not consistent; `bins` is left empty). A table without a candidate makes one empty bin.
+/// not consistent; `bins` is left empty). A table without a candidate makes one empty bin. The
+/// total of each bin is the sum of its categories in code order.
 ///
 /// With whole-number weights every sum is exact. With others the order of the additions decides
 /// the last bit: the class counts of an interval are added candidate by candidate in ascending

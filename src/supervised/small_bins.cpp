@@ -1,14 +1,12 @@
 #include "supervised/small_bins.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
+#include <vector>
 
 namespace MCBinning {
 namespace {
-
-ClassCountsView binAt(const Bins& bins, std::size_t width, std::size_t bin) {
-  return ClassCountsView(bins.counts).subspan(bin * width, width);
-}
 
 ClassCounts sumOf(ClassCountsView a, ClassCountsView b) {
   ClassCounts sum(a.size());
@@ -28,12 +26,12 @@ bool mergesLeft(ClassCountsView left, ClassCountsView bin, ClassCountsView right
 }
 
 /// The left bin of each pair to merge, in ascending order of the small bins.
-std::vector<std::size_t> findMerges(double threshold, std::size_t width, const Bins& bins) {
+std::vector<std::size_t> findMerges(double threshold, const Bins& bins) {
   std::vector<std::size_t> merges;
-  for (std::size_t i = 1; i < bins.cutPoints.size(); ++i) {
-    const ClassCountsView left = binAt(bins, width, i - 1);
-    const ClassCountsView bin = binAt(bins, width, i);
-    const ClassCountsView right = binAt(bins, width, i + 1);
+  for (std::size_t i = 1; i + 1 < bins.Size(); ++i) {
+    const ClassCountsView left = bins.Counts(i - 1);
+    const ClassCountsView bin = bins.Counts(i);
+    const ClassCountsView right = bins.Counts(i + 1);
     if (isSmall(threshold, left, bin, right)) {
       merges.push_back(mergesLeft(left, bin, right) ? i - 1 : i);
     }
@@ -45,14 +43,14 @@ std::vector<std::size_t> findMerges(double threshold, std::size_t width, const B
 /// merges.
 class BinFolder {
  public:
-  BinFolder(std::size_t width, Bins& bins) : width_(width), bins_(bins) {}
+  explicit BinFolder(Bins& bins) : bins_(bins) {}
 
   void KeepNext() {
     if (kept_ > 0) {
       bins_.cutPoints[kept_ - 1] = bins_.cutPoints[next_ - 1];
     }
     if (kept_ != next_) {
-      std::copy_n(At(next_), width_, At(kept_));
+      std::copy_n(At(next_), bins_.width, At(kept_));
     }
     ++kept_;
     ++next_;
@@ -65,10 +63,10 @@ class BinFolder {
   }
 
   void Finish() {
-    while (next_ * width_ < bins_.counts.size()) {
+    while (next_ < bins_.Size()) {
       KeepNext();
     }
-    bins_.counts.resize(kept_ * width_);
+    bins_.counts.resize(kept_ * bins_.width);
     bins_.cutPoints.resize(kept_ - 1);
   }
 
@@ -76,10 +74,9 @@ class BinFolder {
 
  private:
   std::vector<double>::iterator At(std::size_t bin) {
-    return bins_.counts.begin() + static_cast<std::ptrdiff_t>(bin * width_);
+    return bins_.counts.begin() + static_cast<std::ptrdiff_t>(bin * bins_.width);
   }
 
-  std::size_t width_;
   Bins& bins_;
   std::size_t kept_ = 0;
   std::size_t next_ = 0;
@@ -87,13 +84,13 @@ class BinFolder {
 
 }  // namespace
 
-void MergeSmallBins(double threshold, std::size_t width, Bins& bins) {
+void MergeSmallBins(double threshold, Bins& bins) {
   if (!(threshold > 0.0) || bins.cutPoints.size() < 2) {
     return;
   }
-  BinFolder folder(width, bins);
+  BinFolder folder(bins);
   std::size_t merged = 0;
-  for (const std::size_t merge : findMerges(threshold, width, bins)) {
+  for (const std::size_t merge : findMerges(threshold, bins)) {
     const std::size_t left = merge - merged;  // each merge so far took one bin out before it
     while (folder.Kept() < left + 2) {
       folder.KeepNext();

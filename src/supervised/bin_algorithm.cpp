@@ -1,0 +1,265 @@
+#include "supervised/bin_algorithm.h"
+
+#include <mccomvor/missing_value.h>
+
+#include <cstddef>
+#include <ostream>
+#include <set>
+
+#include "api/make_algorithm.h"
+#include "api/version_banner.h"
+#include "data/attribute_table.h"
+#include "supervised/candidate_table.h"
+#include "supervised/cut_point_search.h"
+#include "supervised/pre_bins.h"
+#include "supervised/small_bins.h"
+
+using MCBinning::AttributeProgress;
+using MCBinning::Bins;
+using MCBinning::CandidateTable;
+using MCBinning::MCStatus;
+using MCBinning::PairSelection;
+
+namespace {
+
+constexpr long kCancelled = 1;
+constexpr long kException = 3;
+constexpr long kUnusableSelection = 120008;
+constexpr long kNoNumberOfBins = 120009;
+constexpr long kSingleValue = 120014;
+constexpr long kNoValidCases = 120015;
+constexpr long kSingleCategory = 120016;
+constexpr long kSomePairNotOK = 120018;
+
+MCStatus warningAbout(long code, int variable) {
+  MCStatus status(code, true);
+  status.SetDiscreteDatum(0, variable);
+  return status;
+}
+
+}  // namespace
+
+BINAlgorithm::BINAlgorithm(BINSettings& settings, BINVarList& varList, MCBinning::FileSystem& files)
+    : settings_(settings),
+      varList_(varList),
+      cancelState_(settings.GetCancelPointer()),
+      data_(varList_, cancelState_, files),
+      targetIndex_(varList_.GetTargetIndex()),
+      weightIndex_(varList_.GetWeightIndex()) {}
+
+BINAlgorithm::~BINAlgorithm() = default;
+
+std::string BINAlgorithm::GetVersion() { return MCBinning::kVersionBanner; }
+
+MCStatus BINAlgorithm::Run(BINCaseIterator& cases, const std::vector<int>* attributes,
+                           const std::vector<int>* targets) {
+  try {
+    return RunSelection(cases, {attributes, targets});
+  } catch (...) {
+    preProcess_.reset();
+    return {kException, false};
+  }
+}
+
+void BINAlgorithm::SetCancelPointer(MCQueryCancel* query) { cancelState_.SetQuery(query); }
+
+void BINAlgorithm::Cancel() { cancelState_.Cancel(); }
+
+void BINAlgorithm::SetProgressListener(ProgressListener* listener) {
+  settings_.SetProgressListener(listener);
+}
+
+BINOutput* BINAlgorithm::GetOutput() { return &output_; }
+
+MCStatus BINAlgorithm::GetStatus() {
+  try {
+    if (cancelState_.IsCancelled()) {
+      status_ = {kCancelled, false};
+    }
+  } catch (...) {
+    return {kException, false};
+  }
+  return status_;
+}
+
+BINSettings* BINAlgorithm::GetSettings() { return &settings_; }
+
+BINVarList* BINAlgorithm::GetVarList() { return &varList_; }
+
+void BINAlgorithm::Display(std::ostream& os) {
+  os << std::endl << "Start of BINAlgorithm display" << std::endl;
+  os << "Record count: " << recordCount_ << std::endl;
+  os << "out result: ";
+  data_.Display(os);
+  output_.Display(os);
+  os << "End of BINAlgorithm display" << std::endl;
+}
+
+MCStatus BINAlgorithm::RunSelection(BINCaseIterator& cases, const PairSelection& selection) {
+  numberOfBins_ = settings_.GetNumberOfBins();
+  if (numberOfBins_ <= 0) {
+    return {kNoNumberOfBins, false};
+  }
+  if (!selection.IsWholeList() &&
+      !CheckPairs(selection, varList_, targetIndex_, weightIndex_, pairStatuses_)) {
+    return {kUnusableSelection, false};
+  }
+  MCStatus status;
+  if (!cancelState_.IsCancelled()) {
+    if (!data_.Exists()) {
+      status = Prepare(cases);
+      if (status.IsError()) {
+        return status;
+      }
+    }
+    status = BinPairs(selection);
+  }
+  if (!status_.IsOK()) {
+    status = {kSomePairNotOK, true};
+  }
+  if (cancelState_.IsCancelled()) {
+    status_ = {kCancelled, false};
+    return status_;
+  }
+  return status;
+}
+
+MCStatus BINAlgorithm::Prepare(BINCaseIterator& cases) {
+  MCBinning::PreparedData::Options options;
+  options.tempDirName = settings_.GetTempDirName();
+  options.listener = settings_.GetProgressListener();
+  options.reportInterval = settings_.GetNSkippedCasesReports();
+  options.efThreshold = static_cast<std::uint32_t>(settings_.GetNumDistinctValueThreshold());
+  const MCStatus status = data_.Prepare(cases, options);
+  rightBorderClosed_ = settings_.IsRightBorderClosed();
+  return status;
+}
+
+MCStatus BINAlgorithm::BinPairs(const PairSelection& selection) {
+  preProcess_ = std::make_unique<BINEFPreProcess>(numberOfBins_, rightBorderClosed_);
+  AttributeProgress progress(settings_.GetProgressListener(), settings_.GetNSkippedAttReports());
+  const MCStatus status =
+      selection.IsWholeList() ? BinWholeList(progress) : BinSelectedPairs(selection, progress);
+  preProcess_.reset();
+  return status;
+}
+
+MCStatus BINAlgorithm::BinSelectedPairs(const PairSelection& selection,
+                                        AttributeProgress& progress) {
+  MCStatus status;
+  for (std::size_t i = 0; i < pairStatuses_.size() && !cancelState_.IsCancelled(); ++i) {
+    const int attribute = (*selection.attributes)[i];
+    const int target = selection.targets != nullptr ? (*selection.targets)[i] : targetIndex_;
+    if (pairStatuses_[i].IsOK()) {
+      status = BinPair(attribute, target);
+      progress.AttributeDone(attribute, status);
+    } else {
+      PairResult refused;
+      refused.status = pairStatuses_[i];
+      File(refused, attribute, target);
+    }
+  }
+  return status;
+}
+
+MCStatus BINAlgorithm::BinWholeList(AttributeProgress& progress) {
+  MCStatus status = data_.Table().CheckTarget(targetIndex_);
+  if (status.IsError()) {
+    return status;
+  }
+  const int size = static_cast<int>(varList_.Size());
+  for (int attribute = 0; attribute < size; ++attribute) {
+    if (attribute == targetIndex_ || attribute == weightIndex_) {
+      continue;
+    }
+    if (cancelState_.IsCancelled()) {
+      break;
+    }
+    status = BinPair(attribute, targetIndex_);
+    progress.AttributeDone(attribute, status);
+  }
+  return status;
+}
+
+MCStatus BINAlgorithm::BinPair(int attribute, int target) {
+  const PairResult result = ComputePair(attribute, target);
+  File(result, attribute, target);
+  return result.status;
+}
+
+BINAlgorithm::PairResult BINAlgorithm::ComputePair(int attribute, int target) {
+  BINAttributeTable& table = data_.Table();
+  PairResult result;
+  result.status = table.BuildSupervisedTable(attribute, target, &pairRows_);
+  result.modelEntropy = MCMV::gMissingValue;
+  recordCount_ = pairRows_ != nullptr ? table.GetNRows() : 0;
+  if (pairRows_ == nullptr) {
+    result.minimum = MCMV::gMissingValue;
+    result.maximum = MCMV::gMissingValue;
+    return result;
+  }
+  result.nDistinctValues = table.GetNDistinctValues();
+  result.totalWeight = table.GetTotalWeight();
+  result.totalWeightWithMissing = table.GetTotalWeightWithMissing();
+  result.minimum = table.GetMinimum();
+  result.maximum = table.GetMaximum();
+  if (recordCount_ == 0) {
+    result.status = {kNoValidCases, true};
+    return result;
+  }
+  targetCategoryCount_ = static_cast<int>(table.GetNTargetCategories());
+  result.status = FindBins(result.bins);
+  if (result.bins.Size() > 0) {
+    MergeSmallBins(settings_.GetSmallBinDetectionThreshold(), result.bins);
+    result.modelEntropy = ModelEntropy(result.bins, result.totalWeight);
+  }
+  if (result.nDistinctValues == 1) {
+    result.status = warningAbout(kSingleValue, attribute);
+  }
+  if (targetCategoryCount_ == 1) {
+    result.status = warningAbout(kSingleCategory, target);
+  }
+  return result;
+}
+
+/// Without bins when there is nothing to search in.
+MCStatus BINAlgorithm::FindBins(Bins& bins) {
+  const BINAttributeTable& table = data_.Table();
+  if (table.IsEFNeeded()) {
+    return FindBinsOfPreBins(bins);
+  }
+  return SearchCutPoints(
+      CandidateTable::FromRows(*pairRows_, static_cast<std::size_t>(targetCategoryCount_),
+                               table.GetNDistinctValues(), rightBorderClosed_),
+      bins);
+}
+
+MCStatus BINAlgorithm::FindBinsOfPreBins(Bins& bins) {
+  const BINAttributeTable& table = data_.Table();
+  std::vector<double> boundaries;
+  if (!FindPreBins(*preProcess_, *pairRows_, table.GetTotalWeight(), rightBorderClosed_,
+                   boundaries)) {
+    return {};
+  }
+  std::vector<double> counts;
+  const MCStatus countStatus = table.CountPerBin(&boundaries, rightBorderClosed_, counts);
+  const MCStatus searchStatus =
+      SearchCutPoints(CandidateTable::FromPreBins(&boundaries, &counts,
+                                                  static_cast<std::size_t>(targetCategoryCount_)),
+                      bins);
+  return searchStatus.IsOK() ? countStatus : searchStatus;
+}
+
+void BINAlgorithm::File(const PairResult& result, int attribute, int target) {
+  const std::set<double> cutPoints(result.bins.cutPoints.begin(), result.bins.cutPoints.end());
+  output_.File(result.status, cutPoints, result.bins.counts, attribute, target,
+               result.nDistinctValues, result.totalWeight, result.totalWeightWithMissing,
+               result.minimum, result.maximum, result.modelEntropy);
+  if (!result.status.IsOK()) {
+    status_ = result.status;
+  }
+}
+
+std::unique_ptr<IBINAlgorithm> MakeBINAlgorithm(BINSettings& settings, BINVarList& varList) {
+  return std::make_unique<BINAlgorithm>(settings, varList);
+}

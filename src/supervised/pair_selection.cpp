@@ -1,0 +1,67 @@
+#include "supervised/pair_selection.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace MCBinning {
+namespace {
+
+constexpr long kBadPair = 120005;
+constexpr long kTargetNotCategorical = 120006;
+constexpr long kAttributeOutOfRange = 120011;
+constexpr long kIndexOutOfRange = 120013;
+
+bool isCategorical(const IBINVariable& variable) {
+  const IBINVariable::MeasureLevel level = variable.GetMeasureLevel();
+  return level == IBINVariable::NumericCategoricalLevel ||
+         level == IBINVariable::StringCategoricalLevel;
+}
+
+MCStatus checkPair(const BINVarList& varList, int weightIndex, int attribute, int target) {
+  const IBINVariable* const targetVariable = varList.GetVarAt(target);
+  if (targetVariable == nullptr || varList.GetVarAt(attribute) == nullptr) {
+    return {kIndexOutOfRange, false};
+  }
+  if (!isCategorical(*targetVariable)) {
+    return {kTargetNotCategorical, false};
+  }
+  if (target == attribute || target == weightIndex || attribute == weightIndex) {
+    return {kBadPair, false};
+  }
+  return {};
+}
+
+MCStatus checkAttribute(const BINVarList& varList, int targetIndex, int weightIndex,
+                        int attribute) {
+  if (varList.GetVarAt(attribute) == nullptr) {
+    return {kAttributeOutOfRange, false};
+  }
+  if (attribute == weightIndex || attribute == targetIndex) {
+    return {kBadPair, false};
+  }
+  return {};
+}
+
+}  // namespace
+
+bool CheckPairs(const PairSelection& selection, const BINVarList& varList, int targetIndex,
+                int weightIndex, std::vector<MCStatus>& statuses) {
+  const std::vector<int>* const attributes = selection.attributes;
+  const std::vector<int>* const targets = selection.targets;
+  if (attributes == nullptr || (targets != nullptr && targets->size() != attributes->size())) {
+    return false;
+  }
+  statuses.clear();
+  for (std::size_t i = 0; i < attributes->size(); ++i) {
+    statuses.push_back(targets != nullptr
+                           ? checkPair(varList, weightIndex, (*attributes)[i], (*targets)[i])
+                           : checkAttribute(varList, targetIndex, weightIndex, (*attributes)[i]));
+  }
+  if (targets == nullptr) {
+    return !statuses.empty();
+  }
+  return std::any_of(statuses.begin(), statuses.end(),
+                     [](const MCStatus& status) { return status.IsOK(); });
+}
+
+}  // namespace MCBinning
