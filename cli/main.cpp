@@ -1,8 +1,67 @@
 #include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string>
+
+#include "commands/commands.h"
+#include "errors.h"
+#include "system/interrupt.h"
+#include "system/terminal.h"
+
+namespace {
+
+using mcbin::ExitCode;
+
+constexpr int kSignalExitBase = 128;
+
+void printError(const std::string& message) {
+  const bool colour = mcbin::errorTakesColour();
+  std::fprintf(stderr, "%smcbin:%s %s\n", colour ? "\x1b[31m" : "", colour ? "\x1b[0m" : "",
+               message.c_str());
+}
+
+int usageError(const CLI::App& program, const std::string& message) {
+  std::string command = "mcbin";
+  for (const CLI::App* subcommand : program.get_subcommands())
+    command += " " + subcommand->get_name();
+  printError(message + "\nSee " + command + " --help.");
+  return ExitCode::kUsageError;
+}
+
+int parseAndRun(CLI::App& program, int argc, char** argv) {
+  try {
+    program.parse(argc, argv);
+    return ExitCode::kDone;
+  } catch (const CLI::Success& success) {
+    return program.exit(success);
+  } catch (const CLI::ParseError& error) {
+    return usageError(program, error.what());
+  } catch (const mcbin::UsageError& error) {
+    return usageError(program, error.what());
+  } catch (const mcbin::Interrupted& interrupted) {
+    printError("interrupted");
+    return kSignalExitBase + interrupted.signal;
+  } catch (const mcbin::DataError& error) {
+    printError(error.what());
+    return ExitCode::kDataError;
+  } catch (const std::bad_alloc&) {
+    printError("out of memory");
+    return ExitCode::kInternalError;
+  } catch (const std::exception& error) {
+    printError(std::string("internal error: ") + error.what());
+    return ExitCode::kInternalError;
+  }
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
-  CLI::App program("Cuts scale columns of a table into bins.", "mcbin");
+  mcbin::catchInterrupts();
+  CLI::App program(
+      "Cuts scale columns of a table into bins that separate the categories of a "
+      "target, or into bins of equal frequency.",
+      "mcbin");
   program.set_version_flag("--version", "mcbin " MCBIN_VERSION);
-  CLI11_PARSE(program, argc, argv);
-  return 0;
+  return parseAndRun(program, argc, argv);
 }

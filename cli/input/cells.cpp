@@ -43,4 +43,18 @@ NumberReading readNumber(std::string_view cell, double& value) {
   return NumberReading::Number;
 }
 
+CellKind readScaleCell(std::string_view cell, const std::vector<std::string>& naTexts,
+                       double& value) {
+  if (isMissingCell(cell, naTexts)) return CellKind::Missing;
+  switch (readNumber(cell, value)) {
+    case NumberReading::Number:
+      return CellKind::Number;
+    case NumberReading::OutOfRange:
+      return CellKind::OutOfRange;
+    case NumberReading::NotANumber:
+      break;
+  }
+  return CellKind::Text;
+}
+
 }  // namespace mcbin

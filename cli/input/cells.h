@@ -23,6 +23,12 @@ enum class NumberReading { Number, NotANumber, OutOfRange };
 /// double. "nan" is not a number: name it with --na. `value` is set only for Number.
 NumberReading readNumber(std::string_view cell, double& value);
 
+enum class CellKind { Missing, Number, Text, OutOfRange };
+
+/// What the cell of a scale column says, missing texts first. `value` is set only for Number.
+CellKind readScaleCell(std::string_view cell, const std::vector<std::string>& naTexts,
+                       double& value);
+
 }  // namespace mcbin
 
 #endif

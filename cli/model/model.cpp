@@ -12,7 +12,7 @@ bool MissingRules::Contains(double value) const {
 }
 
 double AttributeModel::InformationGain() const {
-  if (!entropyBefore || !entropyAfter) return 0.0;
+  if (cutPoints.empty() || !entropyBefore || !entropyAfter) return 0.0;
   return *entropyBefore - *entropyAfter;
 }
 

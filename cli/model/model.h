@@ -69,7 +69,7 @@ struct AttributeModel {
   std::optional<double> entropyBefore;
   std::optional<double> entropyAfter;
 
-  /// Entropy before less entropy after; 0 when either is not there.
+  /// Entropy before less entropy after; 0 without cut points and when either is not there.
   double InformationGain() const;
 };
 

@@ -1,0 +1,204 @@
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands/commands.h"
+#include "errors.h"
+#include "fit/fit_model.h"
+#include "fit/fit_report.h"
+#include "fit/fit_request.h"
+#include "input/cells.h"
+#include "model/model_json.h"
+#include "system/output_file.h"
+#include "text/model_tables.h"
+#include "text/progress_bar.h"
+
+namespace mcbin {
+namespace {
+
+struct FitCommand {
+  FitRequest request;
+  std::optional<int> bins;
+  std::optional<int> threshold;
+  std::optional<double> smallBins;
+  std::vector<std::string> naTexts;
+  std::string rounding = "truncate";
+  bool roundingGiven = false;
+  bool equalFrequency = false;
+  bool leftClosed = false;
+  bool json = false;
+  bool timings = false;
+  std::optional<std::string> output;
+};
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  mcbin fit examples/data/loans.csv --target default --missing income=-1 \\\n"
+    "      --missing employment_years=999 -o loans.json\n"
+    "  mcbin fit examples/data/loans.csv --equal-frequency --bins 4 --attribute age\n"
+    "\n"
+    "Temporary files go to the directory that TMPDIR names, by default /tmp.\n"
+    "Exit status: 0 done, 1 the data cannot be used, 2 wrong usage, 3 internal error.";
+
+void addRepeated(CLI::App& command, const char* names, std::vector<std::string>& values,
+                 const std::string& description, const char* type) {
+  command.add_option(names, values, description)->allow_extra_args(false)->type_name(type);
+}
+
+void addColumnOptions(CLI::App& command, FitCommand& fit) {
+  command
+      .add_option("-t,--target", fit.request.target,
+                  "Column whose categories the bins are to separate (name or number)")
+      ->type_name("COLUMN");
+  addRepeated(command, "-a,--attribute", fit.request.attributePatterns,
+              "Cut only these columns: a name, a number from 1, or a pattern with *, ? and [...]; "
+              "may be given again [every scale column]",
+              "PATTERN");
+  addRepeated(command, "-x,--exclude", fit.request.excludePatterns,
+              "Leave these columns out; may be given again", "PATTERN");
+  command.add_option("-w,--weight", fit.request.weight, "Column of frequency weights")
+      ->type_name("COLUMN");
+  command
+      .add_option("--weight-rounding", fit.rounding,
+                  "How weights become whole numbers: truncate or round; a case whose weight is "
+                  "then not positive is dropped [truncate]")
+      ->check(CLI::IsMember({"truncate", "round"}))
+      ->type_name("HOW");
+  addRepeated(command, "--type", fit.request.types,
+              "COLUMN=scale or COLUMN=category; may be given again", "COLUMN=TYPE");
+  addRepeated(command, "--na", fit.naTexts,
+              fmt::format("Text that stands for a missing value, in place of the default list; may "
+                          "be given again; an empty cell always is missing [{}]",
+                          fmt::join(defaultNaTexts(), " ")),
+              "TEXT");
+  addRepeated(command, "--missing", fit.request.missing,
+              "User-missing values of a column: COLUMN=VALUE,VALUE...; may be given again",
+              "COLUMN=VALUES");
+  addRepeated(command, "--missing-range", fit.request.missingRanges,
+              "User-missing range of a column, both ends included: COLUMN=LOW:HIGH",
+              "COLUMN=RANGE");
+}
+
+void addBinningOptions(CLI::App& command, FitCommand& fit) {
+  command.add_flag("-e,--equal-frequency", fit.equalFrequency,
+                   "Bins of equal weight, without a target");
+  command
+      .add_option("-b,--bins", fit.bins,
+                  fmt::format("With --equal-frequency the number of bins [{}], else the number of "
+                              "pre-bins of an attribute above --threshold [{}]",
+                              kDefaultEqualFrequencyBins, kDefaultPreBins))
+      ->type_name("N");
+  command
+      .add_option("--threshold", fit.threshold,
+                  "Attributes with more distinct values than this are reduced to pre-bins of equal "
+                  "weight first; 0 for never [0]")
+      ->type_name("N");
+  command
+      .add_option("--small-bins", fit.smallBins,
+                  "Merge an inner bin that is lighter than this fraction of its lighter neighbour, "
+                  "0 to 1; 0 for never [0]")
+      ->type_name("FRACTION");
+  command.add_flag("--left-closed", fit.leftClosed, "Bins [a, b) in place of (a, b]");
+}
+
+void addOutputOptions(CLI::App& command, FitCommand& fit) {
+  command.add_option("-o,--output", fit.output, "Write the model to this file")->type_name("FILE");
+  command.add_flag("--json", fit.json, "Print the model as JSON in place of the tables");
+  command.add_flag("--timings", fit.timings,
+                   "Tell on standard error how long reading, binning and writing took");
+}
+
+void checkMethod(const FitCommand& fit) {
+  if (!fit.equalFrequency && !fit.request.target) {
+    throw UsageError("name the target with --target COLUMN, or ask for --equal-frequency bins");
+  }
+  if (!fit.equalFrequency) return;
+  if (fit.request.target) {
+    throw UsageError(
+        "--equal-frequency bins have no target: leave --target out, or exclude the "
+        "column with --exclude");
+  }
+  if (fit.threshold || fit.smallBins) {
+    throw UsageError("--threshold and --small-bins are for binning with a --target");
+  }
+}
+
+void checkNumbers(const FitCommand& fit) {
+  if (fit.bins && *fit.bins < 2) throw UsageError("--bins must be at least 2");
+  if (fit.threshold && *fit.threshold < 0) throw UsageError("--threshold must not be negative");
+  if (fit.smallBins && !(*fit.smallBins >= 0.0 && *fit.smallBins <= 1.0)) {
+    throw UsageError("--small-bins must be from 0 to 1");
+  }
+  if (!fit.request.weight && fit.roundingGiven) {
+    throw UsageError("--weight-rounding needs a --weight");
+  }
+}
+
+void completeRequest(FitCommand& fit) {
+  checkMethod(fit);
+  checkNumbers(fit);
+  FitRequest& request = fit.request;
+  request.method = fit.equalFrequency ? Method::EqualFrequency : Method::Supervised;
+  request.closedSide = fit.leftClosed ? ClosedSide::Left : ClosedSide::Right;
+  request.rounding = fit.rounding == "round" ? WeightRounding::Round : WeightRounding::Truncate;
+  request.bins =
+      fit.bins.value_or(fit.equalFrequency ? kDefaultEqualFrequencyBins : kDefaultPreBins);
+  request.distinctValueThreshold = fit.threshold.value_or(0);
+  request.smallBinThreshold = fit.smallBins.value_or(0.0);
+  request.naTexts = fit.naTexts.empty() ? defaultNaTexts() : fit.naTexts;
+  if (!fit.equalFrequency && fit.bins && request.distinctValueThreshold == 0) {
+    std::fputs("note: --bins has no effect without --threshold or --equal-frequency\n", stderr);
+  }
+}
+
+void runFit(FitCommand& fit) {
+  completeRequest(fit);
+  const std::unique_ptr<TableReader> reader = openTable(fit.request.input);
+  ProgressBar progress;
+  FitWatcher watcher;
+  watcher.progress = &progress;
+  watcher.planned = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
+    std::fputs(planText(columns, fit.request.input.data, rows, categories).c_str(), stderr);
+  };
+  FitTimings timings;
+  const Model model = fitModel(fit.request, *reader, watcher, timings);
+  const auto start = std::chrono::steady_clock::now();
+  if (fit.output) saveModel(model, *fit.output);
+  writeStandardOutput(fit.json ? modelToJson(model) : modelText(model));
+  if (model.cases.droppedForWeight > 0) {
+    fmt::print(stderr,
+               "{} of {} cases dropped for their weight (missing, or not positive after "
+               "rounding)\n",
+               model.cases.droppedForWeight, model.cases.read);
+  }
+  if (fit.timings) {
+    const std::chrono::duration<double> writing = std::chrono::steady_clock::now() - start;
+    std::fputs(timingsText(timings, writing.count()).c_str(), stderr);
+  }
+}
+
+}  // namespace
+
+void addFitCommand(CLI::App& program) {
+  CLI::App* const command = program.add_subcommand(
+      "fit", "Cut the scale columns of a table into bins, print the tables, write a model");
+  const auto fit = std::make_shared<FitCommand>();
+  addInputOptions(*command, fit->request.input);
+  addColumnOptions(*command, *fit);
+  addBinningOptions(*command, *fit);
+  addOutputOptions(*command, *fit);
+  command->footer(kExamples);
+  command->callback([fit, command] {
+    fit->roundingGiven = command->count("--weight-rounding") > 0;
+    runFit(*fit);
+  });
+}
+
+}  // namespace mcbin
