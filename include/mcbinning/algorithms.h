@@ -23,7 +23,8 @@ class ProgressListener;
 /// The host owns the algorithm and deletes it through this interface, which also removes its
 /// temporary files. Pointers that an algorithm hands out die with it; iterators, listeners and
 /// cancel queries are borrowed and must outlive the calls that use them. One object serves one
-/// thread at a time; separate objects are independent.
+/// thread at a time; separate objects are independent. A callback must not start a run of the
+/// algorithm that calls it.
 class MCBINNING_API IBINAlgorithm {
  public:
   IBINAlgorithm();
@@ -44,7 +45,8 @@ class MCBINNING_API IBINAlgorithm {
   /// or an error (its record says which), or an error that ended the run: 1 cancelled, 3 a failed
   /// allocation or an exception of a host object, 120004 no cases, 120008 unusable selection,
   /// 120009 number of bins not set, 120010 unusable target, or an error of the temporary files.
-  /// Never throws.
+  /// Never throws. After code 3, or when reading the cases ended in an error, no prepared data and
+  /// no file are left and the next run reads the cases it is given.
   virtual MCBinning::MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes,
                                   const std::vector<int>* targets) = 0;
 
@@ -91,7 +93,9 @@ class MCBINNING_API IEFBINAlgorithm {
   /// value is OK, warning 120018 when a requested attribute ended with a warning or an error (its
   /// record says which), or an error that ended the run: 1 cancelled, 3 a failed allocation or an
   /// exception of a host object, 120004 no cases, 120009 number of bins not set, 120011 no usable
-  /// attribute in the list, or an error of the temporary files. Never throws.
+  /// attribute in the list, or an error of the temporary files. Never throws. After code 3,
+  /// or when reading the cases ended in an error, no prepared data and no file are left and the
+  /// next run reads the cases it is given.
   virtual MCBinning::MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes) = 0;
 
   /// Replaces the host's cancel query; null for none. A wish to stop that was already seen stays.
@@ -106,8 +110,8 @@ class MCBINNING_API IEFBINAlgorithm {
   /// The results of all runs so far; never null.
   virtual EFBINOutput* GetOutput() = 0;
 
-  /// The last status that was not OK of any attribute, or error 1 once a run saw the wish to stop;
-  /// runs do not reset it.
+  /// The last status that was not OK of any attribute, or error 1 once a run saw the wish to stop
+  /// outside the reading of the cases. Does not ask the host's cancel query; runs do not reset it.
   virtual MCBinning::MCStatus GetStatus() = 0;
 
   /// The algorithm's own settings, which later runs use as they then stand; never null.
