@@ -1,0 +1,63 @@
+#include "status/attribute_progress.h"
+
+#include <gtest/gtest.h>
+#include <mccomvor/missing_value.h>
+
+#include <vector>
+
+namespace {
+
+using MCBinning::AttributeProgress;
+using MCBinning::MCStatus;
+
+class RecordingListener : public ProgressListener {
+ public:
+  void ReportProgress(ProgressReport& report) override {
+    indexes.push_back(report.DiscreteMeasure("IndexVar"));
+    elapsed.push_back(report.ScaleMeasure("elapsedTime"));
+  }
+
+  std::vector<int> indexes;
+  std::vector<double> elapsed;
+};
+
+// The attributes reported when attribute i (from 0) ends with statuses[i].
+std::vector<int> reported(int nSkippedReports, const std::vector<MCStatus>& statuses) {
+  RecordingListener listener;
+  AttributeProgress progress(&listener, nSkippedReports);
+  for (std::size_t i = 0; i < statuses.size(); ++i) {
+    progress.AttributeDone(static_cast<int>(i), statuses[i]);
+  }
+  for (const double elapsed : listener.elapsed) {
+    EXPECT_GE(elapsed, 0.0);
+    EXPECT_LT(elapsed, 60.0);
+  }
+  return listener.indexes;
+}
+
+TEST(AttributeProgressTest, SkippingTwoOfSevenReportsTheThirdAndTheSixth) {
+  EXPECT_EQ(reported(2, std::vector<MCStatus>(7)), (std::vector<int>{2, 5}));
+}
+
+TEST(AttributeProgressTest, SkippingNoneReportsEveryAttribute) {
+  EXPECT_EQ(reported(0, std::vector<MCStatus>(3)), (std::vector<int>{0, 1, 2}));
+}
+
+TEST(AttributeProgressTest, FailedStepIsNotReportedAndTheNextOneIs) {
+  const MCStatus ok;
+  const MCStatus warning(120014, true);
+  const MCStatus error(120013, false);
+  EXPECT_EQ(reported(0, {ok, error, warning}), (std::vector<int>{0, 2}));
+  EXPECT_EQ(reported(1, {ok, error, error, ok, ok, ok}), (std::vector<int>{3, 5}));
+}
+
+TEST(AttributeProgressTest, NullListenerHearsNothing) {
+  AttributeProgress progress(nullptr, 0);
+  progress.AttributeDone(0, MCStatus());
+}
+
+TEST(AttributeProgressTest, HugeSkipCountReportsNothing) {
+  EXPECT_EQ(reported(2147483647, std::vector<MCStatus>(10)), std::vector<int>{});
+}
+
+}  // namespace
