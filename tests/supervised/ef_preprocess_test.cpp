@@ -1,0 +1,280 @@
+#include "supervised/ef_preprocess.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <numeric>
+#include <random>
+#include <vector>
+
+#include "data/sorted_rows.h"
+
+namespace {
+
+using MCBinning::SortedRows;
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+struct Cuts {
+  bool done = false;
+  std::vector<double> cutPoints;
+  std::vector<double> binWeights;
+};
+
+std::vector<SortedRows::Row> rowsOf(const std::vector<double>& values,
+                                    const std::vector<double>& weights) {
+  std::vector<SortedRows::Row> rows;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    rows.push_back({values[i], 0, weights[i]});
+  }
+  return rows;
+}
+
+std::vector<SortedRows::Row> rowsOf(const std::vector<double>& values) {
+  return rowsOf(values, std::vector<double>(values.size(), 1.0));
+}
+
+double totalOf(const std::vector<SortedRows::Row>& rows) {
+  double total = 0.0;
+  for (const SortedRows::Row& row : rows) {
+    total += row.weight;
+  }
+  return total;
+}
+
+Cuts cutPairs(const std::vector<SortedRows::Row>& rows, int numberOfBins, bool rightBorderClosed,
+              double total) {
+  Cuts cuts;
+  cuts.done = BINEFPreProcess(numberOfBins, rightBorderClosed)
+                  .RunOverPairs(SortedRows(rows), cuts.cutPoints, cuts.binWeights, total);
+  return cuts;
+}
+
+Cuts cutPairs(const std::vector<SortedRows::Row>& rows, int numberOfBins, bool rightBorderClosed) {
+  return cutPairs(rows, numberOfBins, rightBorderClosed, totalOf(rows));
+}
+
+Cuts cutTriples(const std::vector<SortedRows::Row>& rows, int numberOfBins,
+                bool rightBorderClosed) {
+  Cuts cuts;
+  cuts.done = BINEFPreProcess(numberOfBins, rightBorderClosed)
+                  .RunOverTriples(SortedRows(rows), cuts.cutPoints, cuts.binWeights, totalOf(rows));
+  return cuts;
+}
+
+void expectCuts(const Cuts& cuts, const std::vector<double>& cutPoints,
+                const std::vector<double>& binWeights) {
+  EXPECT_TRUE(cuts.done);
+  EXPECT_EQ(cuts.cutPoints, cutPoints);
+  EXPECT_EQ(cuts.binWeights, binWeights);
+}
+
+TEST(EFPreProcessTest, TargetMetExactlyCutsHalfWay) {
+  expectCuts(cutPairs(rowsOf({1, 2, 3, 4}), 2, true), {2.5}, {2, 2});
+  expectCuts(cutPairs(rowsOf({1, 2, 3, 4}), 2, false), {2.5}, {2, 2});
+  expectCuts(cutTriples(rowsOf({1, 2, 3, 4}), 2, true), {2.5}, {});
+}
+
+TEST(EFPreProcessTest, RunThatCrossesTheTargetIsTheBorder) {
+  const auto rows = rowsOf({1, 2, 3}, {1, 5, 1});
+  expectCuts(cutPairs(rows, 2, true), {2}, {6, 1});
+  expectCuts(cutPairs(rows, 2, false), {2}, {1, 6});
+  expectCuts(cutTriples(rows, 2, true), {2}, {});
+  expectCuts(cutTriples(rows, 2, false), {2}, {});
+}
+
+TEST(EFPreProcessTest, SingleValueIsOneBin) {
+  const auto rows = rowsOf({7, 7, 7}, {1, 2, 3});
+  for (const int numberOfBins : {2, 3, 50}) {
+    expectCuts(cutPairs(rows, numberOfBins, true), {}, {6});
+    expectCuts(cutPairs(rows, numberOfBins, false), {}, {6});
+  }
+}
+
+TEST(EFPreProcessTest, SupervisedUseKeepsBorderCutPoints) {
+  expectCuts(cutTriples(rowsOf({7, 7}), 3, true), {7}, {});
+  expectCuts(cutTriples(rowsOf({1, 2}, {1, 9}), 2, true), {2}, {});
+  expectCuts(cutTriples(rowsOf({1, 2}, {9, 1}), 2, false), {1}, {});
+}
+
+TEST(EFPreProcessTest, ThreeBinsOfThree) {
+  expectCuts(cutPairs(rowsOf({1, 2, 3}), 3, true), {1.5, 2.5}, {1, 1, 1});
+  expectCuts(cutPairs(rowsOf({1, 2, 3}), 3, false), {1.5, 2.5}, {1, 1, 1});
+}
+
+TEST(EFPreProcessTest, LastPercentageReachesTheTotalDespiteRounding) {
+  int found = 0;
+  for (int numberOfBins = 2; numberOfBins <= 200; ++numberOfBins) {
+    if (numberOfBins * (100.0 / numberOfBins) < 100.0) {
+      ++found;
+      std::vector<double> values(static_cast<std::size_t>(numberOfBins) * 2);
+      std::iota(values.begin(), values.end(), 0.0);
+      for (const bool closed : {true, false}) {
+        const Cuts cuts = cutPairs(rowsOf(values), numberOfBins, closed);
+        EXPECT_EQ(cuts.cutPoints.size(), static_cast<std::size_t>(numberOfBins - 1));
+        EXPECT_EQ(std::accumulate(cuts.binWeights.begin(), cuts.binWeights.end(), 0.0),
+                  2.0 * numberOfBins);
+      }
+    }
+  }
+  EXPECT_GT(found, 0);
+}
+
+TEST(EFPreProcessTest, NothingToDoLeavesTheOutputsAlone) {
+  struct Refusal {
+    std::vector<SortedRows::Row> rows;
+    int numberOfBins;
+    double total;
+  };
+  const std::vector<Refusal> refusals = {{rowsOf({1, 2}), 0, 2.0},
+                                         {rowsOf({1, 2}), -1, 2.0},
+                                         {rowsOf({1, 2}), std::numeric_limits<int>::min(), 2.0},
+                                         {{}, 2, 2.0},
+                                         {rowsOf({1, 2}, {0, 0}), 2, 0.0},
+                                         {rowsOf({1, 2}), 2, -1.0},
+                                         {rowsOf({1, 2}), 2, kNaN}};
+  for (const Refusal& refusal : refusals) {
+    for (const bool triples : {false, true}) {
+      std::vector<double> cutPoints = {4.0};
+      std::vector<double> binWeights = {5.0};
+      BINEFPreProcess preProcess(refusal.numberOfBins, true);
+      const SortedRows rows(refusal.rows);
+      EXPECT_FALSE(triples
+                       ? preProcess.RunOverTriples(rows, cutPoints, binWeights, refusal.total)
+                       : preProcess.RunOverPairs(rows, cutPoints, binWeights, refusal.total));
+      EXPECT_EQ(cutPoints, std::vector<double>{4.0});
+      EXPECT_EQ(binWeights, std::vector<double>{5.0});
+    }
+  }
+}
+
+TEST(EFPreProcessTest, OneBinHoldsEverything) {
+  expectCuts(cutPairs(rowsOf({1, 2, 3}, {1, 2, 4}), 1, true), {}, {7});
+  expectCuts(cutPairs(rowsOf({1, 2, 3}, {1, 2, 4}), 1, false), {}, {7});
+  expectCuts(cutTriples(rowsOf({1, 2, 3}), 1, true), {}, {});
+}
+
+TEST(EFPreProcessTest, EqualValuesAreNeverSeparated) {
+  const auto rows = rowsOf({1, 1, 1, 2, 2, 3});
+  expectCuts(cutPairs(rows, 2, true), {1.5}, {3, 3});
+  expectCuts(cutPairs(rows, 3, true), {1, 2}, {3, 2, 1});
+  expectCuts(cutPairs(rowsOf({1, 1, 2, 2, 2, 3}), 2, true), {2}, {5, 1});
+}
+
+TEST(EFPreProcessTest, ClosedCutPointAtTheMaximumIsRemoved) {
+  expectCuts(cutPairs(rowsOf({1, 2}, {1, 9}), 2, true), {}, {10});
+}
+
+TEST(EFPreProcessTest, OpenCutPointAtTheMinimumIsRemovedWithItsEmptyBin) {
+  expectCuts(cutPairs(rowsOf({1, 2}, {9, 1}), 2, false), {}, {10});
+}
+
+TEST(EFPreProcessTest, OpenRunUpToTheMaximumMakesABinOfItsOwn) {
+  expectCuts(cutPairs(rowsOf({1, 2}, {1, 9}), 4, false), {2}, {1, 9});
+}
+
+TEST(EFPreProcessTest, ZeroIsOneValueWhateverItsSign) {
+  expectCuts(cutPairs(rowsOf({-0.0, 0.0, 1.0, 2.0}), 4, true), {0.0, 1.5}, {2, 1, 1});
+}
+
+TEST(EFPreProcessTest, InfiniteValuesAreOrdinary) {
+  expectCuts(cutPairs(rowsOf({-kInfinity, 0, 1, kInfinity}), 2, true), {0.5}, {2, 2});
+  const Cuts cuts = cutPairs(rowsOf({-kInfinity, kInfinity}), 2, true);
+  ASSERT_EQ(cuts.cutPoints.size(), 1U);
+  EXPECT_TRUE(std::isnan(cuts.cutPoints[0]));
+  EXPECT_EQ(cuts.binWeights, (std::vector<double>{1, 1}));
+}
+
+TEST(EFPreProcessTest, NaNIsReadOneRowAtATime) {
+  const Cuts cuts = cutPairs(rowsOf({1, 2, kNaN, kNaN, kNaN, kNaN}), 2, true);
+  ASSERT_EQ(cuts.cutPoints.size(), 1U);
+  EXPECT_TRUE(std::isnan(cuts.cutPoints[0]));
+  EXPECT_EQ(cuts.binWeights, (std::vector<double>{3, 3}));
+}
+
+TEST(EFPreProcessTest, WeightLostToRoundingIsNoBin) {
+  expectCuts(cutPairs(rowsOf({1, 2}, {1e20, 1}), 2, true), {}, {1e20});
+  expectCuts(cutPairs(rowsOf({1, 2}, {1e20, 1}), 2, false), {}, {1e20});
+}
+
+TEST(EFPreProcessTest, TotalThatTheRowsNeverReach) {
+  expectCuts(cutPairs(rowsOf({1}), 2, true, 10.0), {}, {});
+  expectCuts(cutPairs(rowsOf({1, 2}), 2, true, 10.0), {}, {1});
+}
+
+TEST(EFPreProcessTest, InfiniteTotalEnds) {
+  const auto rows = rowsOf({1, 2, 3}, {1e308, 1e308, 1e308});
+  EXPECT_TRUE(cutPairs(rows, 3, true).done);
+  EXPECT_TRUE(cutPairs(rows, 3, false).done);
+  EXPECT_TRUE(cutTriples(rows, 3, true).done);
+}
+
+TEST(EFPreProcessTest, OneObjectServesManyTables) {
+  BINEFPreProcess preProcess(2, true);
+  const SortedRows first(rowsOf({1, 2, 3, 4}));
+  const SortedRows second(rowsOf({10, 20}));
+  for (int round = 0; round < 2; ++round) {
+    Cuts cuts;
+    cuts.done = preProcess.RunOverPairs(first, cuts.cutPoints, cuts.binWeights, 4.0);
+    expectCuts(cuts, {2.5}, {2, 2});
+    Cuts triples;
+    triples.done = preProcess.RunOverTriples(second, triples.cutPoints, triples.binWeights, 2.0);
+    expectCuts(triples, {15}, {});
+  }
+}
+
+// The weight of the rows between the cut points.
+std::vector<double> recount(const std::vector<SortedRows::Row>& rows, const Cuts& cuts,
+                            bool rightBorderClosed) {
+  std::vector<double> weights(cuts.cutPoints.size() + 1, 0.0);
+  for (const SortedRows::Row& row : rows) {
+    const auto begin = cuts.cutPoints.begin();
+    const auto end = cuts.cutPoints.end();
+    const auto bin = rightBorderClosed ? std::lower_bound(begin, end, row.value)
+                                       : std::upper_bound(begin, end, row.value);
+    weights[static_cast<std::size_t>(bin - begin)] += row.weight;
+  }
+  return weights;
+}
+
+std::vector<SortedRows::Row> randomRows(std::mt19937& random) {
+  std::uniform_int_distribution<int> size(1, 60);
+  std::uniform_int_distribution<int> value(0, std::uniform_int_distribution<int>(0, 80)(random));
+  std::uniform_int_distribution<int> weight(1, std::uniform_int_distribution<int>(1, 30)(random));
+  std::vector<SortedRows::Row> rows(static_cast<std::size_t>(size(random)));
+  for (SortedRows::Row& row : rows) {
+    row = {value(random) / 4.0, 0, static_cast<double>(weight(random))};
+  }
+  std::stable_sort(rows.begin(), rows.end(),
+                   [](const auto& left, const auto& right) { return left.value < right.value; });
+  return rows;
+}
+
+TEST(EFPreProcessTest, RandomBinsHoldTheRowsBetweenTheirCutPoints) {
+  constexpr std::uint32_t kSeed = 20240611;
+  RecordProperty("seed", static_cast<int>(kSeed));
+  std::mt19937 random(kSeed);
+  for (int round = 0; round < 20000; ++round) {
+    SCOPED_TRACE(testing::Message() << "seed " << kSeed << " round " << round);
+    const auto rows = randomRows(random);
+    const int numberOfBins = std::uniform_int_distribution<int>(2, 25)(random);
+    for (const bool closed : {true, false}) {
+      const Cuts cuts = cutPairs(rows, numberOfBins, closed);
+      ASSERT_TRUE(cuts.done);
+      ASSERT_LT(cuts.cutPoints.size(), static_cast<std::size_t>(numberOfBins));
+      ASSERT_TRUE(std::is_sorted(cuts.cutPoints.begin(), cuts.cutPoints.end(),
+                                 [](double left, double right) { return left <= right; }));
+      ASSERT_EQ(cuts.binWeights, recount(rows, cuts, closed)) << "closed " << closed;
+      const Cuts triples = cutTriples(rows, numberOfBins, closed);
+      ASSERT_TRUE(triples.binWeights.empty());
+      ASSERT_TRUE(std::includes(triples.cutPoints.begin(), triples.cutPoints.end(),
+                                cuts.cutPoints.begin(), cuts.cutPoints.end()));
+    }
+  }
+}
+
+}  // namespace
