@@ -143,9 +143,8 @@ TEST(EFPreProcessTest, NothingToDoLeavesTheOutputsAlone) {
       std::vector<double> binWeights = {5.0};
       BINEFPreProcess preProcess(refusal.numberOfBins, true);
       const SortedRows rows(refusal.rows);
-      EXPECT_FALSE(triples
-                       ? preProcess.RunOverTriples(rows, cutPoints, binWeights, refusal.total)
-                       : preProcess.RunOverPairs(rows, cutPoints, binWeights, refusal.total));
+      EXPECT_FALSE(triples ? preProcess.RunOverTriples(rows, cutPoints, binWeights, refusal.total)
+                           : preProcess.RunOverPairs(rows, cutPoints, binWeights, refusal.total));
       EXPECT_EQ(cutPoints, std::vector<double>{4.0});
       EXPECT_EQ(binWeights, std::vector<double>{5.0});
     }

@@ -1,0 +1,216 @@
+#include "ef/ef_bin_algorithm.h"
+
+#include <mccomvor/missing_value.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <ostream>
+
+#include "api/make_algorithm.h"
+#include "api/version_banner.h"
+#include "data/attribute_table.h"
+#include "data/sorted_rows.h"
+#include "status/attribute_progress.h"
+#include "supervised/ef_preprocess.h"
+
+using MCBinning::MCStatus;
+
+namespace {
+
+MCStatus cancelled() { return {1, false}; }
+
+MCStatus warningAboutAttribute(long code, int attribute) {
+  MCStatus status(code, true);
+  status.SetDiscreteDatum(0, attribute);
+  return status;
+}
+
+}  // namespace
+
+std::unique_ptr<IEFBINAlgorithm> MakeEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList) {
+  return std::make_unique<EFBINAlgorithm>(settings, varList);
+}
+
+EFBINAlgorithm::EFBINAlgorithm(EFBINSettings& settings, BINVarList& varList,
+                               MCBinning::FileSystem& files)
+    : settings_(settings),
+      varList_(varList),
+      cancelState_(settings_.GetCancelPointer()),
+      data_(varList_, cancelState_, files),
+      weightIndex_(varList_.GetWeightIndex()) {}
+
+EFBINAlgorithm::~EFBINAlgorithm() = default;
+
+std::string EFBINAlgorithm::GetVersion() { return MCBinning::kVersionBanner; }
+
+MCStatus EFBINAlgorithm::Run(BINCaseIterator& cases, const std::vector<int>* attributes) {
+  try {
+    return RunUnguarded(cases, attributes);
+  } catch (...) {
+    data_.Discard();
+    return {3, false};
+  }
+}
+
+MCStatus EFBINAlgorithm::RunUnguarded(BINCaseIterator& cases, const std::vector<int>* attributes) {
+  numberOfBins_ = settings_.GetNumberOfBins();
+  if (numberOfBins_ <= 0) {
+    return {120009, false};
+  }
+  std::vector<MCStatus> attributeStatuses;
+  if (attributes != nullptr) {
+    attributeStatuses = ValidateSelection(*attributes);
+    if (std::none_of(attributeStatuses.begin(), attributeStatuses.end(),
+                     [](const MCStatus& attributeStatus) { return attributeStatus.IsOK(); })) {
+      return {120011, false};
+    }
+  }
+  MCStatus status;
+  if (!cancelState_.IsCancelled()) {
+    status = PrepareOnce(cases);
+    if (status.IsError()) {
+      return status;
+    }
+    if (attributes != nullptr) {
+      BinSelection(*attributes, attributeStatuses);
+    } else {
+      BinWholeList();
+    }
+  }
+  if (!status_.IsOK()) {
+    status = MCStatus(120018, true);
+  }
+  if (cancelState_.IsCancelled()) {
+    status_ = cancelled();
+    return status_;
+  }
+  return status;
+}
+
+std::vector<MCStatus> EFBINAlgorithm::ValidateSelection(const std::vector<int>& attributes) const {
+  std::vector<MCStatus> statuses;
+  statuses.reserve(attributes.size());
+  for (const int attribute : attributes) {
+    if (attribute < 0 || static_cast<std::uint64_t>(attribute) >= varList_.Size()) {
+      statuses.emplace_back(120011, false);
+    } else if (attribute == weightIndex_) {
+      statuses.emplace_back(120005, false);
+    } else {
+      statuses.emplace_back();
+    }
+  }
+  return statuses;
+}
+
+MCStatus EFBINAlgorithm::PrepareOnce(BINCaseIterator& cases) {
+  if (data_.Exists()) {
+    return {};
+  }
+  MCBinning::PreparedData::Options options;
+  options.tempDirName = settings_.GetTempDirName();
+  options.listener = settings_.GetProgressListener();
+  options.reportInterval = settings_.GetNSkippedCasesReports();
+  const MCStatus status = data_.Prepare(cases, options);
+  rightBorderClosed_ = settings_.IsRightBorderClosed();
+  return status;
+}
+
+void EFBINAlgorithm::BinWholeList() {
+  MCBinning::AttributeProgress progress(settings_.GetProgressListener(),
+                                        settings_.GetNSkippedAttReports());
+  const int size = static_cast<int>(varList_.Size());
+  for (int attribute = 0; attribute < size && !cancelState_.WasCancelled(); ++attribute) {
+    if (attribute != weightIndex_) {
+      progress.AttributeDone(attribute, BinAttribute(attribute));
+    }
+  }
+}
+
+void EFBINAlgorithm::BinSelection(const std::vector<int>& attributes,
+                                  const std::vector<MCStatus>& attributeStatuses) {
+  MCBinning::AttributeProgress progress(settings_.GetProgressListener(),
+                                        settings_.GetNSkippedAttReports());
+  for (std::size_t i = 0; i < attributes.size() && !cancelState_.WasCancelled(); ++i) {
+    if (attributeStatuses[i].IsOK()) {
+      progress.AttributeDone(attributes[i], BinAttribute(attributes[i]));
+    } else {
+      FileRefused(attributes[i], attributeStatuses[i]);
+    }
+  }
+}
+
+MCStatus EFBINAlgorithm::BinAttribute(int attribute) {
+  MCStatus status;
+  if (!cancelState_.IsCancelled()) {
+    status = ComputeAndFile(attribute);
+    if (!status.IsOK()) {
+      status_ = status;
+    }
+  }
+  if (cancelState_.IsCancelled()) {
+    status_ = cancelled();
+    return status_;
+  }
+  return status;
+}
+
+MCStatus EFBINAlgorithm::ComputeAndFile(int attribute) {
+  BINAttributeTable& table = data_.Table();
+  const MCBinning::SortedRows* rows = nullptr;
+  MCStatus status = table.BuildUnsupervisedTable(attribute, &rows);
+  std::vector<double> cutPoints;
+  std::vector<double> binWeights;
+  if (rows == nullptr) {
+    output_.SetAttributeResults(status, cutPoints, binWeights, attribute, 0, 0.0, 0.0,
+                                MCMV::gMissingValue, MCMV::gMissingValue);
+    return status;
+  }
+  recordCount_ = table.GetNRows();
+  if (recordCount_ == 0) {
+    status = MCStatus(120015, true);
+  } else {
+    BINEFPreProcess(numberOfBins_, rightBorderClosed_)
+        .RunOverPairs(*rows, cutPoints, binWeights, table.GetTotalWeight());
+    if (cutPoints.empty()) {
+      status = warningAboutAttribute(120019, attribute);
+    }
+    if (table.GetNDistinctValues() == 1) {
+      status = warningAboutAttribute(120014, attribute);
+    }
+  }
+  output_.SetAttributeResults(status, cutPoints, binWeights, attribute, table.GetNDistinctValues(),
+                              table.GetTotalWeight(), table.GetTotalWeightWithMissing(),
+                              table.GetMinimum(), table.GetMaximum());
+  return status;
+}
+
+void EFBINAlgorithm::FileRefused(int attribute, const MCStatus& status) {
+  output_.File(status, {}, {}, attribute, 0, 0.0, 0.0, 0.0, 0.0);
+  status_ = status;
+}
+
+void EFBINAlgorithm::SetCancelPointer(MCQueryCancel* query) { cancelState_.SetQuery(query); }
+
+void EFBINAlgorithm::Cancel() { cancelState_.Cancel(); }
+
+void EFBINAlgorithm::SetProgressListener(ProgressListener* listener) {
+  settings_.SetProgressListener(listener);
+}
+
+EFBINOutput* EFBINAlgorithm::GetOutput() { return &output_; }
+
+MCStatus EFBINAlgorithm::GetStatus() { return status_; }
+
+EFBINSettings* EFBINAlgorithm::GetSettings() { return &settings_; }
+
+void EFBINAlgorithm::Display(std::ostream& os) {
+  os << std::endl;
+  os << "Start of EFBINAlgorithm display" << std::endl;
+  os << "Record count: " << recordCount_ << std::endl;
+  os << "out result: ";
+  data_.Display(os);
+  output_.Display(os);
+  os << "End of EFBINAlgorithm display" << std::endl;
+}
+
+BINVarList* EFBINAlgorithm::GetVarList() { return &varList_; }
