@@ -63,5 +63,7 @@ int main(int argc, char** argv) {
       "target, or into bins of equal frequency.",
       "mcbin");
   program.set_version_flag("--version", "mcbin " MCBIN_VERSION);
+  program.require_subcommand(1);
+  mcbin::addFitCommand(program);
   return parseAndRun(program, argc, argv);
 }

@@ -44,8 +44,7 @@ void addCounts(const Model& model, const WeightedCounts& counts, double total,
 }
 
 std::string binTable(const Model& model, const AttributeModel& attribute) {
-  std::vector<std::string> header = {"", attribute.name, "weight", "share"};
-  header[1] = onOneLine(attribute.name);
+  std::vector<std::string> header = {"#", onOneLine(attribute.name), "weight", "share"};
   if (model.target) {
     for (const std::string& category : model.target->categories) {
       header.push_back(onOneLine(category));
@@ -75,7 +74,7 @@ std::string binTable(const Model& model, const AttributeModel& attribute) {
 }
 
 std::string rankingTable(const Model& model) {
-  std::vector<std::string> header = {"", "attribute", "bins", "distinct", "min", "max"};
+  std::vector<std::string> header = {"#", "attribute", "bins", "distinct", "min", "max"};
   if (model.target) {
     header.insert(header.end(), {"entropy before", "after", "gain"});
   }
