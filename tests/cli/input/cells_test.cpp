@@ -1,0 +1,72 @@
+#include "input/cells.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace mcbin {
+namespace {
+
+TEST(Cells, TrimsBlanksAndTabsOnly) {
+  EXPECT_EQ(trimmed(" \ta b\t "), "a b");
+  EXPECT_EQ(trimmed(" \t "), "");
+  EXPECT_EQ(trimmed("\na"), "\na");
+}
+
+TEST(Cells, EmptyAndListedTextsAreMissing) {
+  EXPECT_TRUE(isMissingCell("", {}));
+  EXPECT_TRUE(isMissingCell("  ", {}));
+  EXPECT_TRUE(isMissingCell(" NA ", {"NA"}));
+  EXPECT_FALSE(isMissingCell("na", {"NA"}));
+  EXPECT_FALSE(isMissingCell("NA", {}));
+}
+
+TEST(Cells, EveryDefaultTextIsMissing) {
+  for (const std::string& text : defaultNaTexts()) {
+    EXPECT_TRUE(isMissingCell(text, defaultNaTexts())) << text;
+  }
+}
+
+TEST(Cells, ReadsNumbersToTheNearestDouble) {
+  double value = 0.0;
+  ASSERT_EQ(readNumber(" 0.1 ", value), NumberReading::Number);
+  EXPECT_EQ(value, 0.1);
+  ASSERT_EQ(readNumber("+7", value), NumberReading::Number);
+  EXPECT_EQ(value, 7.0);
+  ASSERT_EQ(readNumber("-1e-3", value), NumberReading::Number);
+  EXPECT_EQ(value, -0.001);
+  ASSERT_EQ(readNumber("-inf", value), NumberReading::Number);
+  EXPECT_EQ(value, -std::numeric_limits<double>::infinity());
+  ASSERT_EQ(readNumber("9007199254740993", value), NumberReading::Number);
+  EXPECT_EQ(value, 9007199254740992.0);
+}
+
+TEST(Cells, NumbersBelowTheSmallestDoubleAreZeroAndBeyondTheLargestRefused) {
+  double value = 1.0;
+  ASSERT_EQ(readNumber("1e-400", value), NumberReading::Number);
+  EXPECT_EQ(value, 0.0);
+  ASSERT_EQ(readNumber("5e-324", value), NumberReading::Number);
+  EXPECT_EQ(value, std::numeric_limits<double>::denorm_min());
+  EXPECT_EQ(readNumber("1e999", value), NumberReading::OutOfRange);
+  EXPECT_EQ(readNumber("-1e999", value), NumberReading::OutOfRange);
+}
+
+TEST(Cells, RefusesWhatOnlyStartsAsANumber) {
+  double value = 0.0;
+  for (const char* text : {"", "-", "+", "+-1", "++1", "1x", "1,5", "1 2", "0x10", "nan", "NaN",
+                           "e5", "--1", "1e", "abc"}) {
+    EXPECT_EQ(readNumber(text, value), NumberReading::NotANumber) << text;
+  }
+}
+
+TEST(Cells, MissingTextsComeBeforeNumbers) {
+  double value = 0.0;
+  EXPECT_EQ(readScaleCell("-99", {"-99"}, value), CellKind::Missing);
+  EXPECT_EQ(readScaleCell("-98", {"-99"}, value), CellKind::Number);
+  EXPECT_EQ(value, -98.0);
+  EXPECT_EQ(readScaleCell("x", {"-99"}, value), CellKind::Text);
+  EXPECT_EQ(readScaleCell("1e999", {"-99"}, value), CellKind::OutOfRange);
+}
+
+}  // namespace
+}  // namespace mcbin
