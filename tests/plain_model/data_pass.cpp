@@ -1,0 +1,302 @@
+// The variable list's bookkeeping and the single pass over the cases.
+#include <mccomvor/missing_value.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "plain_model/model.h"
+
+namespace plain_model {
+
+namespace {
+
+constexpr int kHighestCode = 255;
+
+// The category code in a cell; anything that is no whole number of 32 bits counts as too high.
+int cellCode(double cell) {
+  if (!(std::abs(std::trunc(cell)) < 2147483648.0)) {
+    return kHighestCode + 1;
+  }
+  return static_cast<int>(std::trunc(cell));
+}
+
+bool codeIsRefused(int code) { return code < 0 || code > kHighestCode; }
+
+bool isCategoricalLevel(int level) { return level == kNumericLevel || level == kStringLevel; }
+
+// Gives the variables their columns: the target first, then the weight, then the attributes.
+int layOutColumns(const VariableList& list, PreparedData& data) {
+  int columns = 0;
+  data.columnOf.assign(list.variables.size(), -1);
+  if (list.target >= 0) {
+    ++columns;
+  }
+  if (list.weight >= 0) {
+    data.columnOf[static_cast<std::size_t>(list.weight)] = columns;
+    data.weightColumn = columns++;
+  }
+  for (int i = 0; i < list.Size(); ++i) {
+    if (list.At(i).role == kAttributeRole) {
+      data.columnOf[static_cast<std::size_t>(i)] = columns++;
+    }
+  }
+  if (list.target >= 0) {
+    data.columnOf[static_cast<std::size_t>(list.target)] = 0;
+  }
+  return columns;
+}
+
+// Stores a code in its column, or ends the column's use. True when the code was refused.
+bool storeCode(double raw, std::size_t column, PreparedData& data, Case& cells) {
+  if (!data.columnUsed[column]) {
+    return false;
+  }
+  const int code = cellCode(raw);
+  if (codeIsRefused(code)) {
+    data.columnUsed[column] = false;
+    return true;
+  }
+  cells[column] = code;
+  data.highestCode[column] = std::max(data.highestCode[column], code);
+  return false;
+}
+
+struct CaseResult {
+  bool used = true;
+  Status status;  // the first problem of the case
+};
+
+void processTarget(const VariableList& list, const Case& host, PreparedData& data, Case& cells,
+                   CaseResult& result, Events& events) {
+  const double raw = host[static_cast<std::size_t>(list.target)];
+  if (raw == MCMV::gMissingValue || (raw > -2.0 && raw <= -1.0)) {
+    cells[0] = MCMV::gMissingValue;
+    events.Count(Event::kMissingTarget);
+  } else if (storeCode(raw, 0, data, cells)) {
+    events.Count(Event::kTargetCodeRefused);
+    const bool goesOn = list.categoricalVariables >= 2;
+    result.status = goesOn ? warning(120012, list.target) : error(120012, list.target);
+  }
+}
+
+void processAttribute(const Variable& variable, double raw, std::size_t column, PreparedData& data,
+                      Case& cells, CaseResult& result, Events& events) {
+  if (variable.level == kScaleLevel) {
+    const bool userMissing = variable.kind == Kind::kScale && variable.missing.Contains(raw);
+    cells[column] = userMissing ? MCMV::gMissingValue : raw;
+    events.CountIf(userMissing, Event::kUserMissingValue);
+  } else if (raw == MCMV::gMissingValue || raw == -1.0) {
+    cells[column] = MCMV::gMissingValue;
+  } else if (storeCode(raw, column, data, cells)) {
+    events.Count(Event::kAttributeCodeRefused);
+    if (result.status.IsOK()) {
+      result.status = warning(120012, static_cast<int>(column));
+    }
+  }
+}
+
+CaseResult processCase(const VariableList& list, const Case& host, PreparedData& data, Case& cells,
+                       Events& events) {
+  CaseResult result;
+  if (list.weight >= 0) {
+    const auto index = static_cast<std::size_t>(list.weight);
+    const std::optional<double> weight = encodeWeight(list.At(list.weight), host[index]);
+    if (!weight) {
+      events.Count(Event::kCaseWithoutWeight);
+      result.used = false;
+      return result;
+    }
+    cells[static_cast<std::size_t>(data.weightColumn)] = *weight;
+  }
+  if (list.target >= 0) {
+    processTarget(list, host, data, cells, result, events);
+    if (result.status.IsError()) {
+      return result;
+    }
+  }
+  std::size_t column = (list.target >= 0 ? 1U : 0U) + (list.weight >= 0 ? 1U : 0U);
+  for (std::size_t i = 0; i < list.variables.size(); ++i) {
+    if (list.variables[i].role == kAttributeRole) {
+      processAttribute(list.variables[i], host[i], column++, data, cells, result, events);
+    }
+  }
+  return result;
+}
+
+// A categorical column with a code that its variable does not know of is not to be used.
+void dropColumnsWithUnknownCodes(const VariableList& list, PreparedData& data, Events& events) {
+  for (std::size_t i = 0; i < list.variables.size(); ++i) {
+    if (isCategoricalLevel(list.variables[i].level) && data.columnOf[i] >= 0) {
+      const auto column = static_cast<std::size_t>(data.columnOf[i]);
+      if (data.highestCode[column] >= list.variables[i].categories) {
+        data.columnUsed[column] = false;
+        events.Count(Event::kUndeclaredCategory);
+      }
+    }
+  }
+}
+
+}  // namespace
+
+Status error(int code, int datum) {
+  Status status;
+  status.code = code;
+  status.severity = -1;
+  status.discrete[0] = datum;
+  return status;
+}
+
+Status warning(int code, int datum) {
+  Status status = error(code, datum);
+  status.severity = 1;
+  return status;
+}
+
+bool MissingValues::Contains(double x) const {
+  for (const double value : values) {
+    if (value == x) {
+      return true;
+    }
+  }
+  return interval && interval->first <= x && x <= interval->second;
+}
+
+void VariableList::AddCategorical(int level, int categories, int role) {
+  Variable variable;
+  variable.kind = Kind::kCategorical;
+  variable.level = level;
+  variable.role = role;
+  variable.categories = categories;
+  variables.push_back(variable);
+  ++categoricalVariables;
+  if (role == kTargetRole) {
+    target = Size() - 1;
+  }
+}
+
+void VariableList::AddScale(int role, const MissingValues& missing) {
+  Variable variable;
+  variable.role = role;
+  variable.missing = missing;
+  variables.push_back(variable);
+}
+
+void VariableList::AddWeight(int rounding, const MissingValues& missing) {
+  Variable variable;
+  variable.kind = Kind::kWeight;
+  variable.level = kWeightLevel;
+  variable.role = kWeightRole;
+  variable.rounding = rounding;
+  variable.missing = missing;
+  variables.push_back(variable);
+  weight = Size() - 1;
+}
+
+void VariableList::SetRole(int index, int role) {
+  Variable& variable = variables[static_cast<std::size_t>(index)];
+  if (role != kTargetRole) {
+    if (variable.role == kTargetRole) {
+      target = -1;
+    }
+  } else if (target < 0) {
+    target = index;
+  }
+  if (variable.kind != Kind::kWeight) {
+    variable.role = role;
+  }
+}
+
+void VariableList::Remove(int index) {
+  const Variable removed = At(index);
+  variables.erase(variables.begin() + index);
+  if (removed.level != kScaleLevel && index != weight) {
+    --categoricalVariables;
+  }
+  if (removed.role == kTargetRole) {
+    target = -1;
+  } else if (index < target) {
+    --target;
+  }
+  if (index == weight) {
+    weight = -1;
+  } else if (index < weight) {
+    --weight;
+  }
+}
+
+Status checkList(const VariableList& list) {
+  int firstEmpty = -1;
+  int firstSingle = -1;
+  bool hasAttribute = false;
+  for (int i = list.Size() - 1; i >= 0; --i) {
+    const Variable& variable = list.At(i);
+    if (variable.kind == Kind::kCategorical && variable.categories == 1) {
+      firstSingle = i;
+    }
+    if (variable.kind == Kind::kCategorical && variable.categories <= 0) {
+      firstEmpty = i;
+    }
+    hasAttribute = hasAttribute || variable.role == kAttributeRole;
+  }
+  if (hasAttribute && firstEmpty < 0 && firstSingle < 0) {
+    return {};
+  }
+  Status status = error(120003);
+  status.discrete[1] = firstEmpty >= 0 ? firstEmpty : firstSingle;
+  return status;
+}
+
+std::optional<double> encodeWeight(const Variable& weight, double raw) {
+  if (raw == MCMV::gMissingValue || weight.missing.Contains(raw) || !std::isfinite(raw)) {
+    return std::nullopt;
+  }
+  double rounded = raw;
+  if (weight.rounding == 0) {
+    rounded = std::floor(raw);
+  } else if (weight.rounding == 1) {
+    rounded = std::floor(raw + 0.5);
+  }
+  if (rounded <= 0.0) {
+    return std::nullopt;
+  }
+  return rounded;
+}
+
+PreparedData prepare(const VariableList& list, const std::vector<Case>& cases, Events& events) {
+  PreparedData data;
+  const auto columns = static_cast<std::size_t>(layOutColumns(list, data));
+  data.columns.resize(columns);
+  data.columnUsed.assign(columns, true);
+  data.highestCode.assign(columns, 0);
+  for (const Case& host : cases) {
+    if (host.empty()) {
+      events.Count(Event::kNullCase);
+      continue;
+    }
+    Case cells(columns, 0.0);
+    const CaseResult result = processCase(list, host, data, cells, events);
+    if (result.status.IsError()) {
+      data.status = result.status;
+      return data;
+    }
+    if (data.status.IsOK()) {
+      data.status = result.status;
+    }
+    if (!result.used) {
+      continue;
+    }
+    for (std::size_t column = 0; column < columns; ++column) {
+      data.columns[column].push_back(cells[column]);
+    }
+    ++data.usedCases;
+  }
+  if (data.usedCases == 0) {
+    data.status = error(120004);
+    return data;
+  }
+  events.CountIf(data.usedCases > 10000, Event::kManyCases);
+  dropColumnsWithUnknownCodes(list, data, events);
+  return data;
+}
+
+}  // namespace plain_model

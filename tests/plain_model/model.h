@@ -1,0 +1,279 @@
+/// A second, deliberately simple implementation of the component's numeric rules, for comparison
+/// with the library. It reads no file, reuses nothing between runs and keeps every sum in the order
+/// in which the rules state it. Weights may be fractional, so the order of every sum matters:
+///  - totals of an attribute are summed over the used cases in the order of the cases;
+///  - the weight of a category at a candidate is summed over the candidate's rows in row order;
+///  - the class counts of an interval or a bin are summed category by category over its candidates
+///    in ascending order, their element 0 over the category elements in code order;
+///  - in the search for the best position, the left counts start from zero and take each
+///    candidate's counts, the right counts start from the interval's counts and lose them;
+///  - the counts of the two sides of the best position: the side with the nearer end of the
+///    interval is summed, the other side is the interval's counts less that side's.
+#ifndef MCBINNING_TESTS_PLAIN_MODEL_MODEL_H
+#define MCBINNING_TESTS_PLAIN_MODEL_MODEL_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "plain_model/events.h"
+
+namespace plain_model {
+
+struct Status {
+  int code = 0;
+  int severity = 0;  // 0 OK, -1 error, 1 warning
+  int discrete[3] = {0, 0, 0};
+  double scale[3] = {0.0, 0.0, 0.0};
+
+  bool IsOK() const { return severity == 0; }
+  bool IsError() const { return severity < 0; }
+};
+
+/// An error or a warning with `datum` in discrete slot 0.
+Status error(int code, int datum = 0);
+Status warning(int code, int datum = 0);
+
+enum class Kind { kCategorical, kScale, kWeight };
+
+constexpr int kUnknownLevel = 0;
+constexpr int kScaleLevel = 1;
+constexpr int kNumericLevel = 2;
+constexpr int kStringLevel = 3;
+constexpr int kWeightLevel = 4;
+
+constexpr int kNoRole = 0;
+constexpr int kAttributeRole = 1;
+constexpr int kTargetRole = 2;
+constexpr int kWeightRole = 3;
+
+/// The user-missing values of a scale or weight variable; those of categorical variables play no
+/// part, for their cells hold codes already.
+struct MissingValues {
+  std::vector<double> values;
+  std::optional<std::pair<double, double>> interval;
+
+  bool Contains(double x) const;
+};
+
+struct Variable {
+  Kind kind = Kind::kScale;
+  int level = kScaleLevel;
+  int role = kNoRole;
+  int categories = 0;  // the larger of the declared number and the codes the encoder holds
+  int rounding = 0;    // 0 truncates, 1 rounds to closest, anything else leaves weights alone
+  MissingValues missing;
+};
+
+/// The host's description of its data, with the bookkeeping of its adding and changing operations.
+struct VariableList {
+  std::vector<Variable> variables;
+  int target = -1;
+  int weight = -1;
+  int categoricalVariables = 0;
+
+  void AddCategorical(int level, int categories, int role);
+  void AddScale(int role, const MissingValues& missing);
+  void AddWeight(int rounding, const MissingValues& missing);
+  void SetRole(int index, int role);
+  void Remove(int index);
+
+  int Size() const { return static_cast<int>(variables.size()); }
+  bool Has(int index) const { return index >= 0 && index < Size(); }
+  const Variable& At(int index) const { return variables[static_cast<std::size_t>(index)]; }
+};
+
+/// What a factory answers for the list: OK, or error 120003 with the offending index in discrete
+/// slot 1.
+Status checkList(const VariableList& list);
+
+struct Settings {
+  bool rightClosed = true;
+  int distinctValueThreshold = -1;
+  int numberOfBins = -1;
+  double smallBinThreshold = 0.0;  // supervised only
+};
+
+/// One cell per variable of the list; an empty case stands for a null record.
+using Case = std::vector<double>;
+
+/// The weight that a raw weight stands for; nothing when the case is to be passed over.
+std::optional<double> encodeWeight(const Variable& weight, double raw);
+
+/// What the single pass over the cases leaves behind.
+struct PreparedData {
+  Status status;                             // of the pass
+  std::vector<std::vector<double>> columns;  // column after column, a value per used case
+  std::vector<bool> columnUsed;
+  std::vector<int> highestCode;  // per column
+  std::vector<int> columnOf;     // per variable of the list, -1 for none
+  int weightColumn = -1;
+  std::size_t usedCases = 0;
+};
+
+PreparedData prepare(const VariableList& list, const std::vector<Case>& cases, Events& events);
+
+struct Row {
+  double value;
+  int code;
+  double weight;
+};
+
+/// The usable rows of one attribute, sorted by value, and what is known about them.
+struct ValueTable {
+  Status status;
+  std::vector<Row> rows;
+  int targetCategories = 1;
+  unsigned distinctValues = 0;
+  double totalWeight = 0.0;
+  double totalWeightWithMissing = 0.0;
+  double minimum;
+  double maximum;
+
+  ValueTable();
+};
+
+/// Error 120010 for a target that has no column (any more), else OK.
+Status checkTarget(const VariableList& list, const PreparedData& data, int target);
+
+ValueTable supervisedTable(const VariableList& list, const PreparedData& data, int attribute,
+                           int target, Events& events);
+ValueTable unsupervisedTable(const VariableList& list, const PreparedData& data, int attribute,
+                             Events& events);
+
+/// Weight per bin and category between ascending boundaries; `status` gets warning 120002 when the
+/// rows and the boundaries do not fit.
+std::vector<std::vector<double>> countPerBin(const ValueTable& table,
+                                             const std::vector<double>& boundaries,
+                                             bool rightClosed, Status& status);
+
+struct EqualFrequencyCuts {
+  bool done = false;
+  std::vector<double> cutPoints;
+  std::vector<double> binWeights;  // empty unless asked for
+};
+
+/// Cuts sorted rows into bins of nearly equal weight. `withBinWeights` is the use of the
+/// equal-frequency algorithm: bin weights are computed and border cut points and empty bins are
+/// cleaned away.
+EqualFrequencyCuts cutEqualFrequency(const std::vector<Row>& rows, double totalWeight,
+                                     int numberOfBins, bool rightClosed, bool withBinWeights,
+                                     Events& events);
+
+/// Element 0 is the total, element c + 1 the weight of category c.
+using ClassCounts = std::vector<double>;
+
+double entropy(const ClassCounts& counts);
+
+/// The weighted entropy of two parts.
+double splitEntropy(const ClassCounts& left, const ClassCounts& right);
+
+/// What the search works on: weights[i] holds the category weights of candidate i, cutAfter[i] is
+/// the cut value filed for a split between candidates i and i + 1.
+struct Candidates {
+  std::vector<std::vector<double>> weights;
+  std::vector<double> cutAfter;
+};
+
+struct Bins {
+  std::vector<double> cutPoints;
+  std::vector<ClassCounts> counts;
+};
+
+Bins searchCutPoints(const Candidates& candidates, int categories, Events& events);
+
+void mergeSmallBins(Bins& bins, double threshold, Events& events);
+
+/// One pair's results. A record that never got counts has one empty row of them.
+struct PairRecord {
+  Status status;
+  int attribute = -1;
+  int target = -1;
+  std::vector<double> cutPoints;
+  std::vector<std::vector<double>> cellCounts;
+  unsigned distinctValues = 0;
+  double totalWeight = 0.0;
+  double totalWeightWithMissing = 0.0;
+  double minimum = 0.0;
+  double maximum = 0.0;
+  double modelEntropy = 0.0;
+};
+
+struct AttributeRecord {
+  Status status;
+  int attribute = -1;
+  std::vector<double> cutPoints;
+  std::vector<double> cellCounts;
+  unsigned distinctValues = 0;
+  double totalWeight = 0.0;
+  double totalWeightWithMissing = 0.0;
+  double minimum = 0.0;
+  double maximum = 0.0;
+};
+
+/// The supervised algorithm. `settings` may be changed between runs.
+class SupervisedModel {
+ public:
+  SupervisedModel(const VariableList& list, const Settings& initial, Events& events);
+
+  /// Null selections mean: not given.
+  Status Run(const std::vector<Case>& cases, const std::vector<int>* attributes,
+             const std::vector<int>* targets);
+  void Cancel() { cancelled_ = true; }
+  Status GetStatus();
+  const std::vector<PairRecord>& Records() const { return records_; }
+
+  Settings settings;
+
+ private:
+  bool Validate(const std::vector<int>* attributes, const std::vector<int>* targets);
+  Status CheckPair(int attribute, int target) const;
+  Status CheckAttribute(int attribute) const;
+  Status Compute(const std::vector<int>* attributes, const std::vector<int>* targets);
+  Status BinPair(int attribute, int target);
+  bool Search(const ValueTable& table, Status& status, Bins& bins);
+  void File(const PairRecord& record);
+
+  VariableList list_;
+  Events& events_;
+  Status stored_;
+  bool cancelled_ = false;
+  std::optional<PreparedData> data_;
+  bool rightClosed_ = true;
+  std::uint32_t preBinThreshold_ = 0;
+  std::vector<Status> requested_;
+  std::vector<PairRecord> records_;
+};
+
+/// The equal-frequency algorithm.
+class EqualFrequencyModel {
+ public:
+  EqualFrequencyModel(const VariableList& list, const Settings& initial, Events& events);
+
+  Status Run(const std::vector<Case>& cases, const std::vector<int>* attributes);
+  void Cancel() { cancelled_ = true; }
+  Status GetStatus() const { return stored_; }
+  const std::vector<AttributeRecord>& Records() const { return records_; }
+
+  Settings settings;
+
+ private:
+  bool Validate(const std::vector<int>& attributes);
+  void BinAttribute(int attribute);
+  void File(const AttributeRecord& record);
+
+  VariableList list_;
+  Events& events_;
+  Status stored_;
+  bool cancelled_ = false;
+  std::optional<PreparedData> data_;
+  bool rightClosed_ = true;
+  std::vector<Status> requested_;
+  std::vector<AttributeRecord> records_;
+};
+
+}  // namespace plain_model
+
+#endif
