@@ -223,6 +223,7 @@ class SupervisedModel {
              const std::vector<int>* targets);
   void Cancel() { cancelled_ = true; }
   Status GetStatus();
+  bool IsPrepared() const { return data_.has_value(); }
   const std::vector<PairRecord>& Records() const { return records_; }
 
   Settings settings;
@@ -255,6 +256,7 @@ class EqualFrequencyModel {
   Status Run(const std::vector<Case>& cases, const std::vector<int>* attributes);
   void Cancel() { cancelled_ = true; }
   Status GetStatus() const { return stored_; }
+  bool IsPrepared() const { return data_.has_value(); }
   const std::vector<AttributeRecord>& Records() const { return records_; }
 
   Settings settings;

@@ -1,0 +1,66 @@
+// Random runs through the library and the plain model. MCB_SEED and MCB_RUNS choose the first seed
+// and the number of runs; every run has the seed of its own that a failure prints.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include "plain_model/comparison.h"
+
+namespace plain_model {
+namespace {
+
+std::uint64_t fromEnvironment(const char* name, std::uint64_t otherwise) {
+  const char* text = std::getenv(name);
+  return text != nullptr ? std::strtoull(text, nullptr, 10) : otherwise;
+}
+
+class TempDirectory {
+ public:
+  TempDirectory() {
+    std::string name = (std::filesystem::temp_directory_path() / "plain_model_XXXXXX").string();
+    EXPECT_NE(mkdtemp(name.data()), nullptr);
+    path_ = name;
+  }
+  TempDirectory(const TempDirectory&) = delete;
+  TempDirectory& operator=(const TempDirectory&) = delete;
+  ~TempDirectory() { std::filesystem::remove_all(path_); }
+
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+TEST(PlainModel, LibraryAgreesBitForBitOnRandomRuns) {
+  const std::uint64_t seed = fromEnvironment("MCB_SEED", 1);
+  const std::uint64_t runs = fromEnvironment("MCB_RUNS", 4000);
+  std::cout << "MCB_SEED=" << seed << " MCB_RUNS=" << runs << std::endl;
+  const TempDirectory directory;
+  Events events;
+  int differing = 0;
+  for (std::uint64_t i = 0; i < runs && differing < 10; ++i) {
+    RandomRun run = makeRandomRun(seed + i);
+    const std::string difference = compareWithLibrary(run, directory.Path().string(), events);
+    if (!difference.empty()) {
+      ++differing;
+      ADD_FAILURE() << "MCB_SEED=" << seed + i << " MCB_RUNS=1: " << difference
+                    << (runs == 1 ? "\n" + describe(run) : "");
+    }
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(directory.Path())) << "temporary files were left behind";
+  for (std::size_t i = 0; i < kEventCount; ++i) {
+    const auto event = static_cast<Event>(i);
+    std::cout << "  " << eventName(event) << ": " << events.Of(event) << '\n';
+    // The ordinary number of runs reaches everything; a few runs need not.
+    if (runs >= 4000 && differing == 0) {
+      EXPECT_GT(events.Of(event), 0U) << eventName(event);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace plain_model
