@@ -176,7 +176,7 @@ class ListMaker {
   }
 
   void MakeBands(CellPlan& plan) {
-    double from = dice_.Between(-5, 5);
+    double from = dice_.Chance(0.5) ? 0.0 : dice_.Between(-5, 5);
     const int bands = dice_.Between(2, 8);
     for (int i = 0; i < bands; ++i) {
       const double width = dice_.Pick({0.0, 1.0, 2.0, 5.0});

@@ -121,6 +121,20 @@ int drawNumberOfCases(Dice& dice) {
   }
 }
 
+// Adds every case once more with the scale values negated: symmetric data make ties.
+void mirror(const VariableList& list, std::vector<Case>& cases) {
+  const std::size_t original = cases.size();
+  for (std::size_t i = 0; i < original; ++i) {
+    Case reflected = cases[i];
+    for (std::size_t v = 0; v < reflected.size(); ++v) {
+      if (list.variables[v].kind == Kind::kScale && reflected[v] != MCMV::gMissingValue) {
+        reflected[v] = -reflected[v];
+      }
+    }
+    cases.push_back(reflected);
+  }
+}
+
 std::vector<Case> drawCases(Dice& dice, const PlannedList& planned) {
   const double nullShare = dice.Chance(0.1) ? dice.Pick({0.1, 1.0}) : 0.0;
   const bool classesAreEven = dice.Chance(0.5);
@@ -134,6 +148,9 @@ std::vector<Case> drawCases(Dice& dice, const PlannedList& planned) {
       host.push_back(drawCell(dice, planned.plain.variables[i], planned.plans[i], caseClass));
     }
   }
+  if (dice.Chance(0.2)) {
+    mirror(planned.plain, cases);
+  }
   return cases;
 }
 
@@ -143,7 +160,7 @@ Settings drawSettings(Dice& dice) {
   settings.numberOfBins = dice.Chance(0.01) ? -1 : dice.Pick({2, 3, 4, 5, 7, 10, 10, 20, 50, 999});
   settings.distinctValueThreshold =
       dice.Pick({-1, 0, 0, 1, 2, 5, 10, 30, std::numeric_limits<int>::max()});
-  settings.smallBinThreshold = dice.Pick({0.0, 0.0, 0.1, 0.3, 0.5, 0.8, 1.0, 1.0, dice.Unit()});
+  settings.smallBinThreshold = dice.Pick({0.0, 0.0, 0.1, 0.5, 0.8, 1.0, 1.0, 1.0, dice.Unit()});
   return settings;
 }
 

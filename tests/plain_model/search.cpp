@@ -189,9 +189,10 @@ std::vector<Merge> chooseMerges(const std::vector<ClassCounts>& bins, double thr
     events.CountIf(mergedLeft == mergedRight, Event::kSmallBinTie);
     const bool toTheRight = !(mergedRight >= mergedLeft);
     events.Count(toTheRight ? Event::kSmallBinMergedRight : Event::kSmallBinMergedLeft);
-    if (!toTheRight && !merges.empty() && merges.back().toTheRight && merges.back().left == i - 1) {
-      events.Count(Event::kThreeBinsFolded);
-    }
+    // The bin before the last one went right, this one goes left: both join the bin between them.
+    events.CountIf(
+        !toTheRight && !merges.empty() && merges.back().toTheRight && merges.back().left + 2 == i,
+        Event::kThreeBinsFolded);
     merges.push_back({toTheRight ? i : i - 1, toTheRight});
   }
   return merges;
