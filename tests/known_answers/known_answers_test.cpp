@@ -3,7 +3,6 @@
 // values; with closed right borders ours is the lower of the two.
 #include <gtest/gtest.h>
 #include <mcbinning/mcbinning.h>
-#include <mccomvor/record.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -13,31 +12,11 @@
 #include <vector>
 
 #include "support/csv_table.h"
+#include "support/vector_cases.h"
 
 namespace {
 
 using mcbinning_tests::CsvTable;
-
-class TwoColumns : public BINCaseIterator {
- public:
-  TwoColumns(const std::vector<double>& values, const std::vector<double>& codes)
-      : values_(values), codes_(codes) {}
-
-  bool HasNext() override { return next_ < values_.size(); }
-
-  const MCCommon::Record* Next() override {
-    record_[0] = values_[next_];
-    record_[1] = codes_[next_];
-    ++next_;
-    return &record_;
-  }
-
- private:
-  const std::vector<double>& values_;
-  const std::vector<double>& codes_;
-  std::size_t next_ = 0;
-  MCCommon::Record record_{2};
-};
 
 class KnownAnswers : public testing::Test {
  protected:
@@ -55,9 +34,11 @@ class KnownAnswers : public testing::Test {
   static BINAttributeTargetResults Bin(const CsvTable& table, const std::string& column,
                                        const std::string& targetColumn) {
     BINStringEncoder encoder(0);
-    std::vector<double> codes;
-    for (const std::string& text : table.Texts(targetColumn)) {
-      codes.push_back(encoder.Encode(text));
+    const std::vector<double> values = table.Numbers(column);
+    const std::vector<std::string> targets = table.Texts(targetColumn);
+    std::vector<std::vector<double>> rows;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      rows.push_back({values[i], encoder.Encode(targets[i])});
     }
     BINVarList list;
     list.AddContVar(column, "", IBINVariable::AttributeRole);
@@ -74,8 +55,7 @@ class KnownAnswers : public testing::Test {
       ADD_FAILURE() << "factory status " << factory.GetStatus().GetErrorCode();
       return record;
     }
-    const std::vector<double> values = table.Numbers(column);
-    TwoColumns cases(values, codes);
+    mcbinning_tests::VectorCases cases(rows);
     algorithm->Run(cases, nullptr, nullptr);
     algorithm->GetOutput()->GetAttributeTargetCutPoints(0, 1, record);
     return record;

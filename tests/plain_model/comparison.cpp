@@ -1,7 +1,6 @@
 #include "plain_model/comparison.h"
 
 #include <mcbinning/mcbinning.h>
-#include <mccomvor/record.h>
 
 #include <bit>
 #include <cmath>
@@ -10,37 +9,11 @@
 #include <sstream>
 #include <vector>
 
+#include "support/vector_cases.h"
+
 namespace plain_model {
 
 namespace {
-
-// Hands out the cases of a request and remembers whether it was asked for any.
-class CaseSource : public BINCaseIterator {
- public:
-  explicit CaseSource(const std::vector<Case>& cases, int width) : cases_(cases), record_(width) {}
-
-  bool HasNext() override {
-    touched_ = true;
-    return next_ < cases_.size();
-  }
-
-  const MCCommon::Record* Next() override {
-    touched_ = true;
-    const Case& host = cases_[next_++];
-    for (std::size_t i = 0; i < host.size(); ++i) {
-      record_[static_cast<int>(i)] = host[i];
-    }
-    return host.empty() ? nullptr : &record_;
-  }
-
-  bool IsTouched() const { return touched_; }
-
- private:
-  const std::vector<Case>& cases_;
-  MCCommon::Record record_;
-  std::size_t next_ = 0;
-  bool touched_ = false;
-};
 
 // Collects the first difference; later ones often follow from it.
 class Differences {
@@ -225,12 +198,13 @@ void compareRequests(Algorithm& algorithm, Model& model, const RandomRun& run,
       model.Cancel();
     }
     const bool wasPrepared = model.IsPrepared();
-    CaseSource cases(request.cases, run.list.Size());
+    mcbinning_tests::VectorCases cases(request.cases);
     differences.At("run " + std::to_string(i));
     const MCBinning::MCStatus status = runLibrary(algorithm, cases, request);
     differences.Statuses("run", status, runModel(model, request));
     differences.Statuses("stored", algorithm.GetStatus(), model.GetStatus());
-    differences.Number("cases read again", wasPrepared && cases.IsTouched(), false);
+    differences.Number("cases read again",
+                       wasPrepared && cases.HasNextCalls() + cases.NextCalls() > 0, false);
     compareOutputs(*algorithm.GetOutput(), model.Records(), differences);
   }
 }

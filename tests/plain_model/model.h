@@ -3,10 +3,12 @@
 /// in which the rules state it. Weights may be fractional, so the order of every sum matters:
 ///  - totals of an attribute are summed over the used cases in the order of the cases;
 ///  - the weight of a category at a candidate is summed over the candidate's rows in row order;
-///  - the class counts of an interval or a bin are summed category by category over its candidates
-///    in ascending order, their element 0 over the category elements in code order;
+///  - the class counts of an interval take the weights candidate by candidate in ascending order
+///    and category by category in code order, each into its category and into element 0;
 ///  - in the search for the best position, the left counts start from zero and take each
-///    candidate's counts, the right counts start from the interval's counts and lose them;
+///    candidate's weights in that way, the right counts start from the interval's counts and lose
+///    them;
+///  - element 0 of a bin's counts is the sum of its category elements in code order;
 ///  - the counts of the two sides of the best position: the side with the nearer end of the
 ///    interval is summed, the other side is the interval's counts less that side's.
 #ifndef MCBINNING_TESTS_PLAIN_MODEL_MODEL_H

@@ -4,11 +4,11 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <string>
 
 #include "plain_model/comparison.h"
+#include "support/scratch_directory.h"
 
 namespace plain_model {
 namespace {
@@ -18,40 +18,22 @@ std::uint64_t fromEnvironment(const char* name, std::uint64_t otherwise) {
   return text != nullptr ? std::strtoull(text, nullptr, 10) : otherwise;
 }
 
-class TempDirectory {
- public:
-  TempDirectory() {
-    std::string name = (std::filesystem::temp_directory_path() / "plain_model_XXXXXX").string();
-    EXPECT_NE(mkdtemp(name.data()), nullptr);
-    path_ = name;
-  }
-  TempDirectory(const TempDirectory&) = delete;
-  TempDirectory& operator=(const TempDirectory&) = delete;
-  ~TempDirectory() { std::filesystem::remove_all(path_); }
-
-  const std::filesystem::path& Path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
 TEST(PlainModel, LibraryAgreesBitForBitOnRandomRuns) {
   const std::uint64_t seed = fromEnvironment("MCB_SEED", 1);
   const std::uint64_t runs = fromEnvironment("MCB_RUNS", 4000);
   std::cout << "MCB_SEED=" << seed << " MCB_RUNS=" << runs << std::endl;
-  const TempDirectory directory;
+  const mcbinning_tests::ScratchDirectory directory;
   Events events;
   int differing = 0;
   for (std::uint64_t i = 0; i < runs && differing < 10; ++i) {
     RandomRun run = makeRandomRun(seed + i);
-    const std::string difference = compareWithLibrary(run, directory.Path().string(), events);
+    const std::string difference = compareWithLibrary(run, directory.Path(), events);
     if (!difference.empty()) {
       ++differing;
       ADD_FAILURE() << "MCB_SEED=" << seed + i << " MCB_RUNS=1: " << difference
                     << (runs == 1 ? "\n" + describe(run) : "");
     }
   }
-  EXPECT_TRUE(std::filesystem::is_empty(directory.Path())) << "temporary files were left behind";
   for (std::size_t i = 0; i < kEventCount; ++i) {
     const auto event = static_cast<Event>(i);
     std::cout << "  " << eventName(event) << ": " << events.Of(event) << '\n';

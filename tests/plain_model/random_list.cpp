@@ -228,7 +228,7 @@ class ListMaker {
   }
 
   void ChangeRoles() {
-    if (dice_.Chance(0.08)) {
+    if (dice_.Chance(0.08) && made_.plain.Size() > 0) {
       SetRole(dice_.Below(made_.plain.Size()),
               dice_.Pick({VariableRole::UndefinedRole, VariableRole::AttributeRole,
                           VariableRole::TargetRole, VariableRole::FrequencyWeightRole,

@@ -177,7 +177,7 @@ Settings changeSettings(Dice& dice, Settings settings) {
 
 // Mostly a variable of the list, at times an index that is none.
 int drawIndex(Dice& dice, const VariableList& list) {
-  if (dice.Chance(0.06)) {
+  if (list.Size() == 0 || dice.Chance(0.06)) {
     return dice.Pick({-1, -7, list.Size(), list.Size() + 3, std::numeric_limits<int>::min(),
                       std::numeric_limits<int>::max()});
   }

@@ -10,17 +10,27 @@ namespace plain_model {
 
 namespace {
 
-// Weight per category over candidates first to last, the total in element 0.
-ClassCounts sumCounts(const Candidates& candidates, std::size_t first, std::size_t last) {
-  const std::size_t categories = candidates.weights[first].size();
-  ClassCounts counts(categories + 1, 0.0);
-  for (std::size_t i = first; i <= last; ++i) {
-    for (std::size_t c = 0; c < categories; ++c) {
-      counts[c + 1] += candidates.weights[i][c];
-    }
+// Adds a candidate's weights to a side of a split (`sign` 1.0) or takes them away (-1.0).
+void addCandidate(const std::vector<double>& weights, double sign, ClassCounts& counts) {
+  for (std::size_t c = 0; c < weights.size(); ++c) {
+    counts[0] += sign * weights[c];
+    counts[c + 1] += sign * weights[c];
   }
-  for (std::size_t c = 0; c < categories; ++c) {
-    counts[0] += counts[c + 1];
+}
+
+ClassCounts sumCounts(const Candidates& candidates, std::size_t first, std::size_t last) {
+  ClassCounts counts(candidates.weights[first].size() + 1, 0.0);
+  for (std::size_t i = first; i <= last; ++i) {
+    addCandidate(candidates.weights[i], 1.0, counts);
+  }
+  return counts;
+}
+
+ClassCounts binCounts(const Candidates& candidates, std::size_t first, std::size_t last) {
+  ClassCounts counts = sumCounts(candidates, first, last);
+  counts[0] = 0.0;
+  for (std::size_t c = 1; c < counts.size(); ++c) {
+    counts[0] += counts[c];
   }
   return counts;
 }
@@ -99,9 +109,8 @@ Best findBest(const Candidates& candidates, Interval interval, const ClassCounts
   std::size_t i = interval.first;
   for (const std::size_t position : positionsToExamine(candidates, interval, events)) {
     for (; i <= position; ++i) {
-      const ClassCounts moved = sumCounts(candidates, i, i);
-      left = add(left, moved);
-      right = subtract(right, moved);
+      addCandidate(candidates.weights[i], 1.0, left);
+      addCandidate(candidates.weights[i], -1.0, right);
     }
     const double value = splitEntropy(left, right);
     events.CountIf(best.found && value == best.splitEntropy, Event::kEqualEntropies);
@@ -226,10 +235,10 @@ Bins searchCutPoints(const Candidates& candidates, int categories, Events& event
   std::size_t first = 0;
   for (const std::size_t position : splits) {
     bins.cutPoints.push_back(candidates.cutAfter[position]);
-    bins.counts.push_back(sumCounts(candidates, first, position));
+    bins.counts.push_back(binCounts(candidates, first, position));
     first = position + 1;
   }
-  bins.counts.push_back(sumCounts(candidates, first, last));
+  bins.counts.push_back(binCounts(candidates, first, last));
   events.CountIf(bins.cutPoints.size() >= 3, Event::kManyCuts);
   events.CountIf(categories == 1, Event::kOneCategory);
   events.CountIf(categories == 2, Event::kTwoCategories);
