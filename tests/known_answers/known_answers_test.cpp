@@ -37,6 +37,7 @@ class KnownAnswers : public testing::Test {
     const std::vector<double> values = table.Numbers(column);
     const std::vector<std::string> targets = table.Texts(targetColumn);
     std::vector<std::vector<double>> rows;
+    rows.reserve(values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
       rows.push_back({values[i], encoder.Encode(targets[i])});
     }
