@@ -18,8 +18,9 @@
 ///
 /// Adding operations return the index of the new variable, or -1 when nothing was added; the other
 /// mutating operations return whether they did what was asked. A call that fails, also one that
-/// runs out of memory, leaves the list as it was. The constructors, the assignment and the getters
-/// of names throw std::bad_alloc when memory runs out; an assignment that throws changes nothing.
+/// runs out of memory, leaves the list as it was. Everything else that needs memory (constructors,
+/// copies, queries that compare or return names or fill vectors) throws std::bad_alloc when there
+/// is none; an assignment that throws changes nothing.
 class MCBINNING_API BINVarList {
  public:
   using MeasureLevel = IBINVariable::MeasureLevel;
@@ -115,7 +116,7 @@ class MCBINNING_API BINVarList {
   std::uint64_t Size() const;
 
   /// Raises the stored number of categories of every variable to the number of codes that its
-  /// encoder holds; the sum of the numbers.
+  /// encoder holds. The sum of the numbers, cut to the range of int.
   int UpdateNumbersOfCategories();
 
   /// False for a bad index. With TargetRole the variable becomes the target only when there is

@@ -1,6 +1,7 @@
 #include "mcbinning/variable_list.h"
 
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <ostream>
 #include <type_traits>
@@ -265,11 +266,12 @@ void BINVarList::GetVarNames(std::vector<std::string>& attributeNames,
 std::uint64_t BINVarList::Size() const { return variables_.size(); }
 
 int BINVarList::UpdateNumbersOfCategories() {
-  int sum = 0;
+  std::int64_t sum = 0;
   for (const auto& variable : variables_) {
     sum += variable->UpdateNumberOfCategories();
   }
-  return sum;
+  return static_cast<int>(std::clamp<std::int64_t>(sum, std::numeric_limits<int>::min(),
+                                                   std::numeric_limits<int>::max()));
 }
 
 bool BINVarList::SetVariableRole(int index, VariableRole role) {
@@ -314,7 +316,11 @@ bool BINVarList::RemoveVar(int index) {
   return true;
 }
 
-bool BINVarList::RemoveVar(std::string name) { return RemoveVar(FindVariable(name)); }
+bool BINVarList::RemoveVar(std::string name) try {
+  return RemoveVar(FindVariable(name));
+} catch (const std::bad_alloc&) {
+  return false;
+}
 
 bool BINVarList::IsValidList(std::vector<int>& singleCategoryVars,
                              std::vector<int>& emptyVars) const {

@@ -21,7 +21,7 @@ std::unique_ptr<IBINEncoder> makeCategoricalEncoder(IBINVariable::MeasureLevel l
 
 IBINVariable::IBINVariable() = default;
 
-IBINVariable::IBINVariable(const IBINVariable& /*other*/) {}
+IBINVariable::IBINVariable(const IBINVariable& other) = default;
 
 IBINVariable& IBINVariable::operator=(const IBINVariable& other) = default;
 
