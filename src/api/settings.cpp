@@ -28,16 +28,18 @@ BINSettings::BINSettings() : tempDirName_(MCBinning::TempDirectory()) {}
 BINSettings::BINSettings(const BINSettings& other) = default;
 
 BINSettings& BINSettings::operator=(const BINSettings& other) {
-  // The one assignment that can fail comes first.
-  tempDirName_ = other.tempDirName_;
-  progressListener_ = other.progressListener_;
-  skippedAttReports_ = other.skippedAttReports_;
-  skippedCasesReports_ = other.skippedCasesReports_;
-  cancelPointer_ = other.cancelPointer_;
-  rightBorderClosed_ = other.rightBorderClosed_;
-  numDistinctValueThreshold_ = other.numDistinctValueThreshold_;
-  numberOfBins_ = other.numberOfBins_;
-  smallBinDetectionThreshold_ = other.smallBinDetectionThreshold_;
+  if (this != &other) {
+    // The one assignment that can fail comes first.
+    tempDirName_ = other.tempDirName_;
+    progressListener_ = other.progressListener_;
+    skippedAttReports_ = other.skippedAttReports_;
+    skippedCasesReports_ = other.skippedCasesReports_;
+    cancelPointer_ = other.cancelPointer_;
+    rightBorderClosed_ = other.rightBorderClosed_;
+    numDistinctValueThreshold_ = other.numDistinctValueThreshold_;
+    numberOfBins_ = other.numberOfBins_;
+    smallBinDetectionThreshold_ = other.smallBinDetectionThreshold_;
+  }
   return *this;
 }
 
@@ -111,14 +113,16 @@ EFBINSettings::EFBINSettings() : tempDirName_(MCBinning::TempDirectory()) {}
 EFBINSettings::EFBINSettings(const EFBINSettings& other) = default;
 
 EFBINSettings& EFBINSettings::operator=(const EFBINSettings& other) {
-  // The one assignment that can fail comes first.
-  tempDirName_ = other.tempDirName_;
-  progressListener_ = other.progressListener_;
-  skippedAttReports_ = other.skippedAttReports_;
-  skippedCasesReports_ = other.skippedCasesReports_;
-  cancelPointer_ = other.cancelPointer_;
-  rightBorderClosed_ = other.rightBorderClosed_;
-  numberOfBins_ = other.numberOfBins_;
+  if (this != &other) {
+    // The one assignment that can fail comes first.
+    tempDirName_ = other.tempDirName_;
+    progressListener_ = other.progressListener_;
+    skippedAttReports_ = other.skippedAttReports_;
+    skippedCasesReports_ = other.skippedCasesReports_;
+    cancelPointer_ = other.cancelPointer_;
+    rightBorderClosed_ = other.rightBorderClosed_;
+    numberOfBins_ = other.numberOfBins_;
+  }
   return *this;
 }
 

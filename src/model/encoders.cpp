@@ -65,20 +65,13 @@ void displayInSevens(std::ostream& os, const std::vector<Value>& values) {
   os << std::endl;
 }
 
-void displayUserMissing(std::ostream& os, const IBINUserMissing* userMissing) {
-  if (userMissing != nullptr) {
-    os << "\t\tUser-missing values for this encoder:\n\t\t";
-    userMissing->Display(os);
-  }
-}
-
 }  // namespace
 
 IBINEncoder::IBINEncoder() = default;
 
 IBINEncoder::IBINEncoder(const IBINEncoder& other) = default;
 
-IBINEncoder& IBINEncoder::operator=(const IBINEncoder& other) = default;
+IBINEncoder& IBINEncoder::operator=(const IBINEncoder& /*other*/) = default;
 
 IBINEncoder::~IBINEncoder() = default;
 
@@ -153,7 +146,7 @@ void BINCatNumEncoder::Display(std::ostream& os) const {
     os << "\t\tValue Labels:\n";
     displayInSevens(os, valueLabels_);
   }
-  displayUserMissing(os, userMissing_.get());
+  MCBinning::DisplayUserMissing(os, userMissing_.get());
   os << std::endl;
 }
 
@@ -221,7 +214,7 @@ void BINStringEncoder::Display(std::ostream& os) const {
   for (std::size_t code = 0; code < links_.size(); ++code) {
     os << "\t\t" << code << "\t\t" << *links_[code] << std::endl;
   }
-  displayUserMissing(os, userMissing_.get());
+  MCBinning::DisplayUserMissing(os, userMissing_.get());
 }
 
 void BINStringEncoder::CreateLinks() {
@@ -229,57 +222,4 @@ void BINStringEncoder::CreateLinks() {
   for (const auto& [value, code] : codes_) {
     links_[static_cast<std::size_t>(code)] = &value;
   }
-}
-
-BINRoundEncoder::BINRoundEncoder() = default;
-
-BINRoundEncoder::BINRoundEncoder(IBINVariable::BINWRoundingOption option) : option_(option) {}
-
-BINRoundEncoder::BINRoundEncoder(const BINRoundEncoder& other) = default;
-
-BINRoundEncoder& BINRoundEncoder::operator=(const BINRoundEncoder& other) = default;
-
-BINRoundEncoder::~BINRoundEncoder() = default;
-
-double BINRoundEncoder::Encode(double weight) const {
-  if (weight == MCMV::gMissingValue || !std::isfinite(weight) ||
-      MCBinning::IsUserMissing(userMissing_, weight)) {
-    return MCMV::gMissingValue;
-  }
-  double count = weight;
-  if (option_ == IBINVariable::TruncateToSmallerInt) {
-    count = std::floor(weight);
-  } else if (option_ == IBINVariable::RoundToClosestInt) {
-    count = std::floor(weight + 0.5);
-  }
-  return count <= 0.0 ? MCMV::gMissingValue : count;
-}
-
-IBINEncoder::EncoderType BINRoundEncoder::GetEncoderType() { return RoundEncoderType; }
-
-int BINRoundEncoder::GetNumberOfCategories() const { return 0; }
-
-void BINRoundEncoder::SetValueLabels(const std::vector<std::string>& /*labels*/) {}
-
-void BINRoundEncoder::SetValueLabel(int /*code*/, const std::string& /*label*/) {}
-
-const std::vector<std::string>* BINRoundEncoder::GetValueLabels() const { return nullptr; }
-
-bool BINRoundEncoder::SetUserMissingInfo(IBINUserMissing* userMissing) {
-  if (userMissing != nullptr && userMissing->GetDataType() != IBINUserMissing::NumericData) {
-    return false;
-  }
-  userMissing_ = userMissing;
-  return true;
-}
-
-IBINUserMissing* BINRoundEncoder::GetUserMissingInfo() const { return userMissing_; }
-
-IBINEncoder* BINRoundEncoder::Clone() const { return new BINRoundEncoder(*this); }
-
-void BINRoundEncoder::Display(std::ostream& os) const {
-  os << "\tBINRoundEncoder: option = ";
-  IBINVariable::WriteRoundingOptionText(os, option_);
-  displayUserMissing(os, userMissing_);
-  os << std::endl;
 }

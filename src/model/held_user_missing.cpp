@@ -1,5 +1,7 @@
 #include "model/held_user_missing.h"
 
+#include <ostream>
+
 namespace MCBinning {
 
 namespace {
@@ -37,6 +39,13 @@ bool ReplaceUserMissing(std::unique_ptr<IBINUserMissing>& held, IBINUserMissing*
 
 std::unique_ptr<IBINUserMissing> CloneUserMissing(const IBINUserMissing* definition) {
   return std::unique_ptr<IBINUserMissing>(definition != nullptr ? definition->Clone() : nullptr);
+}
+
+void DisplayUserMissing(std::ostream& os, const IBINUserMissing* definition) {
+  if (definition != nullptr) {
+    os << "\t\tUser-missing values for this encoder:\n\t\t";
+    definition->Display(os);
+  }
 }
 
 }  // namespace MCBinning

@@ -1,6 +1,7 @@
 #ifndef MCBINNING_MODEL_HELD_USER_MISSING_H
 #define MCBINNING_MODEL_HELD_USER_MISSING_H
 
+#include <iosfwd>
 #include <memory>
 #include <string>
 
@@ -21,6 +22,9 @@ bool ReplaceUserMissing(std::unique_ptr<IBINUserMissing>& held, IBINUserMissing*
 
 /// A clone, null for null.
 std::unique_ptr<IBINUserMissing> CloneUserMissing(const IBINUserMissing* definition);
+
+/// How an encoder shows its definition; nothing for null.
+void DisplayUserMissing(std::ostream& os, const IBINUserMissing* definition);
 
 }  // namespace MCBinning
 

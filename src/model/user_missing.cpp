@@ -40,7 +40,7 @@ IBINUserMissing::IBINUserMissing() = default;
 
 IBINUserMissing::IBINUserMissing(const IBINUserMissing& other) = default;
 
-IBINUserMissing& IBINUserMissing::operator=(const IBINUserMissing& other) = default;
+IBINUserMissing& IBINUserMissing::operator=(const IBINUserMissing& /*other*/) = default;
 
 IBINUserMissing::~IBINUserMissing() = default;
 

@@ -316,6 +316,7 @@ bool BINVarList::RemoveVar(int index) {
   return true;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes it by value
 bool BINVarList::RemoveVar(std::string name) try {
   return RemoveVar(FindVariable(name));
 } catch (const std::bad_alloc&) {

@@ -23,7 +23,7 @@ IBINVariable::IBINVariable() = default;
 
 IBINVariable::IBINVariable(const IBINVariable& other) = default;
 
-IBINVariable& IBINVariable::operator=(const IBINVariable& other) = default;
+IBINVariable& IBINVariable::operator=(const IBINVariable& /*other*/) = default;
 
 IBINVariable::~IBINVariable() = default;
 
