@@ -399,107 +399,6 @@ TEST(StringEncoderTest, DisplayListsTheCodes) {
                                              "End of BINStringUserMissing display\n"));
 }
 
-TEST(RoundEncoderTest, Truncates) {
-  const BINRoundEncoder encoder(IBINVariable::TruncateToSmallerInt);
-  EXPECT_EQ(encoder.Encode(2.7), 2.0);
-  EXPECT_EQ(encoder.Encode(1.0), 1.0);
-  EXPECT_EQ(encoder.Encode(0.9), MCMV::gMissingValue);
-  EXPECT_EQ(encoder.Encode(0.0), MCMV::gMissingValue);
-  EXPECT_EQ(encoder.Encode(-0.5), MCMV::gMissingValue);
-}
-
-TEST(RoundEncoderTest, DefaultTruncates) { EXPECT_EQ(BINRoundEncoder().Encode(2.7), 2.0); }
-
-TEST(RoundEncoderTest, RoundsToTheClosest) {
-  const BINRoundEncoder encoder(IBINVariable::RoundToClosestInt);
-  EXPECT_EQ(encoder.Encode(2.5), 3.0);
-  EXPECT_EQ(encoder.Encode(2.4), 2.0);
-  EXPECT_EQ(encoder.Encode(0.5), 1.0);
-  EXPECT_EQ(encoder.Encode(0.4), MCMV::gMissingValue);
-  EXPECT_EQ(encoder.Encode(-3.0), MCMV::gMissingValue);
-}
-
-TEST(RoundEncoderTest, AnOptionOutsideTheEnumerationRoundsNothing) {
-  for (const int option : {2, -1, INT_MAX}) {
-    const BINRoundEncoder encoder(static_cast<IBINVariable::BINWRoundingOption>(option));
-    EXPECT_EQ(encoder.Encode(0.25), 0.25);
-    EXPECT_EQ(encoder.Encode(0.0), MCMV::gMissingValue);
-    EXPECT_EQ(encoder.Encode(-0.25), MCMV::gMissingValue);
-  }
-}
-
-TEST(RoundEncoderTest, MissingNaNAndInfiniteWeightsAreMissing) {
-  for (const int option : {0, 1, 2}) {
-    const BINRoundEncoder encoder(static_cast<IBINVariable::BINWRoundingOption>(option));
-    for (const double weight : {MCMV::gMissingValue, kNaN, kInfinity, -kInfinity}) {
-      EXPECT_EQ(encoder.Encode(weight), MCMV::gMissingValue) << weight;
-    }
-    EXPECT_EQ(encoder.Encode(std::numeric_limits<double>::max()),
-              std::numeric_limits<double>::max());
-  }
-}
-
-TEST(RoundEncoderTest, BorrowsItsDefinition) {
-  UserMissingCount count;
-  CountingNumericUserMissing definition(count);
-  definition.AddValue(9.0, "nine");
-  BINStringUserMissing string;
-  {
-    BINRoundEncoder encoder;
-    EXPECT_TRUE(encoder.SetUserMissingInfo(&definition));
-    EXPECT_FALSE(encoder.SetUserMissingInfo(&string));
-    EXPECT_EQ(encoder.GetUserMissingInfo(), &definition);
-    EXPECT_EQ(encoder.Encode(9.0), MCMV::gMissingValue);
-    EXPECT_EQ(encoder.Encode(8.0), 8.0);
-    const std::unique_ptr<IBINEncoder> clone(encoder.Clone());
-    EXPECT_EQ(clone->GetUserMissingInfo(), &definition);
-    BINRoundEncoder assigned;
-    assigned = encoder;
-    EXPECT_EQ(assigned.GetUserMissingInfo(), &definition);
-    EXPECT_TRUE(encoder.SetUserMissingInfo(nullptr));
-    EXPECT_EQ(encoder.GetUserMissingInfo(), nullptr);
-    EXPECT_EQ(encoder.Encode(9.0), 9.0);
-  }
-  EXPECT_EQ(count.destroyed, 0);
-  EXPECT_EQ(count.alive, 1);
-}
-
-TEST(RoundEncoderTest, UserMissingIsTheRawWeight) {
-  BINNumericUserMissing definition;
-  definition.AddValue(2.0, "");
-  BINRoundEncoder encoder;
-  ASSERT_TRUE(encoder.SetUserMissingInfo(&definition));
-  EXPECT_EQ(encoder.Encode(2.0), MCMV::gMissingValue);
-  EXPECT_EQ(encoder.Encode(2.5), 2.0);
-}
-
-TEST(RoundEncoderTest, HasNeitherCategoriesNorLabels) {
-  BINRoundEncoder encoder;
-  encoder.SetValueLabels({"a"});
-  encoder.SetValueLabel(0, "a");
-  EXPECT_EQ(encoder.GetValueLabels(), nullptr);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 0);
-}
-
-TEST(RoundEncoderTest, DisplayShowsOptionAndDefinition) {
-  EXPECT_EQ(DisplayOf(BINRoundEncoder(IBINVariable::TruncateToSmallerInt)),
-            Flushing("\tBINRoundEncoder: option = Truncate to smaller int\n\n"));
-  EXPECT_EQ(DisplayOf(BINRoundEncoder(static_cast<IBINVariable::BINWRoundingOption>(7))),
-            Flushing("\tBINRoundEncoder: option = \n\n"));
-  BINNumericUserMissing definition;
-  definition.AddValue(9.0, "nine");
-  BINRoundEncoder encoder(IBINVariable::RoundToClosestInt);
-  encoder.SetUserMissingInfo(&definition);
-  EXPECT_EQ(DisplayOf(encoder), Flushing("\tBINRoundEncoder: option = Round to closest int\n") +
-                                    "\t\tUser-missing values for this encoder:\n" +
-                                    Flushing("\t\t\n"
-                                             "Start of BINNumericUserMissing display\n"
-                                             "Discrete missing values:\n"
-                                             "\t0\t9, label = nine\n"
-                                             "End of BINNumericUserMissing display\n"
-                                             "\n"));
-}
-
 TEST(EncoderTest, AHostsOwnDefinitionIsAcceptedByItsTypeAndDeclaresNothing) {
   BINCatNumEncoder numeric(0);
   EXPECT_TRUE(numeric.SetUserMissingInfo(new ForeignUserMissing(IBINUserMissing::NumericData)));
@@ -507,10 +406,6 @@ TEST(EncoderTest, AHostsOwnDefinitionIsAcceptedByItsTypeAndDeclaresNothing) {
   BINStringEncoder string(0);
   EXPECT_TRUE(string.SetUserMissingInfo(new ForeignUserMissing(IBINUserMissing::StringData)));
   EXPECT_EQ(string.Encode("a"), 0.0);
-  ForeignUserMissing borrowed(IBINUserMissing::NumericData);
-  BINRoundEncoder round;
-  EXPECT_TRUE(round.SetUserMissingInfo(&borrowed));
-  EXPECT_EQ(round.Encode(1.0), 1.0);
 }
 
 }  // namespace

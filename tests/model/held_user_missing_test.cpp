@@ -5,16 +5,20 @@
 #include <memory>
 
 #include "support/counting_user_missing.h"
+#include "support/display.h"
 
 namespace {
 
 using MCBinning::CloneUserMissing;
+using MCBinning::DisplayUserMissing;
 using MCBinning::IsUserMissing;
 using MCBinning::ReplaceUserMissing;
 using mcbinning_tests::CountingNumericUserMissing;
 using mcbinning_tests::CountingStringUserMissing;
+using mcbinning_tests::Flushing;
 using mcbinning_tests::ForeignUserMissing;
 using mcbinning_tests::UserMissingCount;
+using mcbinning_tests::Written;
 
 TEST(HeldUserMissingTest, NothingIsMissingWithoutADefinition) {
   EXPECT_FALSE(IsUserMissing(nullptr, 1.0));
@@ -76,6 +80,18 @@ TEST(HeldUserMissingTest, CloneOfNullIsNull) {
   const auto clone = CloneUserMissing(&definition);
   ASSERT_NE(clone, nullptr);
   EXPECT_NE(clone.get(), &definition);
+}
+
+TEST(HeldUserMissingTest, DisplayIsHeadedAndNothingForNull) {
+  const auto displayOf = [](const IBINUserMissing* definition) {
+    return Written([definition](std::ostream& os) { DisplayUserMissing(os, definition); });
+  };
+  EXPECT_EQ(displayOf(nullptr), "");
+  const BINStringUserMissing definition;
+  EXPECT_EQ(displayOf(&definition), "\t\tUser-missing values for this encoder:\n\t\t" +
+                                        Flushing("\n"
+                                                 "Start of BINStringUserMissing display\n"
+                                                 "End of BINStringUserMissing display\n"));
 }
 
 }  // namespace
