@@ -1,0 +1,73 @@
+#include "platform/temp_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <string>
+
+namespace {
+
+using MCBinning::TempDirectory;
+
+/// Sets TMPDIR to a value, or unsets it, and puts the old value back at the end.
+class TemporaryDirectoryVariable {
+ public:
+  TemporaryDirectoryVariable() {
+    if (const char* value = std::getenv("TMPDIR")) {
+      old_ = value;
+    }
+  }
+  ~TemporaryDirectoryVariable() {
+    if (old_) {
+      Set(*old_);
+    } else {
+      Unset();
+    }
+  }
+  TemporaryDirectoryVariable(const TemporaryDirectoryVariable&) = delete;
+  TemporaryDirectoryVariable& operator=(const TemporaryDirectoryVariable&) = delete;
+
+  static void Set(const std::string& value) { setenv("TMPDIR", value.c_str(), 1); }
+  static void Unset() { unsetenv("TMPDIR"); }
+
+ private:
+  std::optional<std::string> old_;
+};
+
+TEST(TempDirectoryTest, FollowsTheVariableWhenItNamesADirectory) {
+  const TemporaryDirectoryVariable variable;
+  const std::filesystem::path directory =
+      std::filesystem::path(testing::TempDir()) / "mcbinning temp directory test";
+  std::filesystem::create_directory(directory);
+  variable.Set(directory.string());
+  EXPECT_EQ(TempDirectory(), directory.string());
+  variable.Set(directory.string() + "//");
+  EXPECT_EQ(TempDirectory(), directory.string());
+  EXPECT_TRUE(std::filesystem::is_empty(directory));
+  variable.Set("/");
+  EXPECT_EQ(TempDirectory(), "/");
+  variable.Set(".");
+  EXPECT_EQ(TempDirectory(), ".");
+  std::filesystem::remove_all(directory);
+}
+
+TEST(TempDirectoryTest, ElseItIsTheRuntimesOwn) {
+  const TemporaryDirectoryVariable variable;
+  variable.Unset();
+  EXPECT_EQ(TempDirectory(), P_tmpdir);
+  variable.Set("");
+  EXPECT_EQ(TempDirectory(), P_tmpdir);
+  variable.Set("/no such directory");
+  EXPECT_EQ(TempDirectory(), P_tmpdir);
+  const std::string file = testing::TempDir() + "mcbinning temp directory test file";
+  std::ofstream(file) << "not a directory";
+  variable.Set(file);
+  EXPECT_EQ(TempDirectory(), P_tmpdir);
+  std::filesystem::remove(file);
+}
+
+}  // namespace
