@@ -15,6 +15,7 @@
 
 #include "fit/column_plan.h"
 #include "fit/column_scan.h"
+#include "input/cells.h"
 #include "input/table_reader.h"
 #include "model/model.h"
 
@@ -68,6 +69,7 @@ class CaseFeed : public BINCaseIterator {
   const std::vector<ColumnPlan>& columns_;
   const FeedLayout& layout_;
   const std::vector<std::string>& naTexts_;
+  ScaleCells cells_;
   CategoryCodes codes_;
   BINRoundEncoder weightEncoder_;
   MCCommon::Record record_;
@@ -75,6 +77,7 @@ class CaseFeed : public BINCaseIterator {
   bool rowIsReady_ = false;
   bool atEnd_ = false;
   std::exception_ptr failure_;
+  Clock::time_point started_;
   Clock::duration timeSpent_{};
 
   CaseCounts cases_;

@@ -16,7 +16,8 @@ constexpr std::uint64_t kReportInterval = 4096;
 
 class Scanner {
  public:
-  Scanner(TableReader& reader, const ScanRequest& request) : reader_(reader), request_(request) {
+  Scanner(TableReader& reader, const ScanRequest& request)
+      : reader_(reader), request_(request), cells_(request.naTexts) {
     scan_.columns.resize(request.columns.size());
   }
 
@@ -37,7 +38,7 @@ class Scanner {
     // A column of numbers and texts is refused whatever follows.
     if (scan.firstNumber && scan.firstText) return;
     double value = 0.0;
-    switch (readScaleCell(row.cells[column], request_.naTexts, value)) {
+    switch (cells_.Read(row.cells[column], value)) {
       case CellKind::Missing:
         break;
       case CellKind::Number:
@@ -81,6 +82,7 @@ class Scanner {
 
   TableReader& reader_;
   const ScanRequest& request_;
+  ScaleCells cells_;
   CategoryCodes codes_;
   TableScan scan_;
 };

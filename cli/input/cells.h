@@ -25,9 +25,18 @@ NumberReading readNumber(std::string_view cell, double& value);
 
 enum class CellKind { Missing, Number, Text, OutOfRange };
 
-/// What the cell of a scale column says, missing texts first. `value` is set only for Number.
-CellKind readScaleCell(std::string_view cell, const std::vector<std::string>& naTexts,
-                       double& value);
+/// Reads the cells of scale columns.
+class ScaleCells {
+ public:
+  explicit ScaleCells(const std::vector<std::string>& naTexts);
+
+  /// What the cell says, missing texts first. `value` is set only for Number.
+  CellKind Read(std::string_view cell, double& value) const;
+
+ private:
+  std::vector<std::string> naTexts_;
+  bool numbersMayBeMissing_;  ///< Some missing text reads as a number.
+};
 
 }  // namespace mcbin
 

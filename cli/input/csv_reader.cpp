@@ -63,6 +63,7 @@ void CsvReader::Rewind() {
 bool CsvReader::FillBuffer() {
   bufferPosition_ = 0;
   bufferSize_ = source_->Read(buffer_.data(), buffer_.size());
+  bufferHasCr_ = std::memchr(buffer_.data(), '\r', bufferSize_) != nullptr;
   const void* const nul = std::memchr(buffer_.data(), '\0', bufferSize_);
   if (nul != nullptr) {
     const auto offset = static_cast<const char*>(nul) - buffer_.data();
@@ -83,7 +84,8 @@ std::string_view CsvReader::NextPiece() {
   if (const void* const lf = std::memchr(start, '\n', left)) {
     size = static_cast<std::size_t>(static_cast<const char*>(lf) - start) + 1;
   }
-  if (const void* const cr = std::memchr(start, '\r', size)) {
+  const void* const cr = bufferHasCr_ ? std::memchr(start, '\r', size) : nullptr;
+  if (cr != nullptr) {
     const auto position = static_cast<std::size_t>(static_cast<const char*>(cr) - start);
     // A CR that ends the buffer may belong to a CR LF: the LF then is a piece of its own.
     if (position + 2 != size || start[position + 1] != '\n') size = position + 1;
@@ -94,8 +96,10 @@ std::string_view CsvReader::NextPiece() {
 
 void CsvReader::OnCell(void* text, std::size_t size, void* reader) {
   auto& self = *static_cast<CsvReader*>(reader);
-  self.cellBytes_.append(static_cast<const char*>(text), size);
-  self.cellEnds_.push_back(self.cellBytes_.size());
+  const std::size_t start = self.cellEnds_.empty() ? 0 : self.cellEnds_.back();
+  if (start + size > self.cellBytes_.size()) self.cellBytes_.resize(2 * (start + size));
+  if (size > 0) std::memcpy(self.cellBytes_.data() + start, text, size);
+  self.cellEnds_.push_back(start + size);
 }
 
 void CsvReader::OnRowEnd(int, void* reader) { static_cast<CsvReader*>(reader)->rowDone_ = true; }
@@ -121,7 +125,6 @@ void CsvReader::FinishLastRow() {
 }
 
 bool CsvReader::ReadCells() {
-  cellBytes_.clear();
   cellEnds_.clear();
   rowDone_ = false;
   while (!rowDone_ && !atEnd_) {

@@ -55,9 +55,10 @@ class CsvReader : public TableReader {
   std::vector<char> buffer_;
   std::size_t bufferSize_ = 0;
   std::size_t bufferPosition_ = 0;
+  bool bufferHasCr_ = false;
   bool atEnd_ = false;
 
-  std::string cellBytes_;              ///< The cells of the current row, one after the other.
+  std::vector<char> cellBytes_;        ///< The cells of the current row, one after the other.
   std::vector<std::size_t> cellEnds_;  ///< Where each cell ends in cellBytes_.
   bool rowDone_ = false;
   bool rowOpen_ = false;       ///< A row has begun and not ended.

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <limits>
+#include <random>
 
 namespace mcbin {
 namespace {
@@ -61,11 +63,34 @@ TEST(Cells, RefusesWhatOnlyStartsAsANumber) {
 
 TEST(Cells, MissingTextsComeBeforeNumbers) {
   double value = 0.0;
-  EXPECT_EQ(readScaleCell("-99", {"-99"}, value), CellKind::Missing);
-  EXPECT_EQ(readScaleCell("-98", {"-99"}, value), CellKind::Number);
+  const ScaleCells cells({"-99"});
+  EXPECT_EQ(cells.Read("-99", value), CellKind::Missing);
+  EXPECT_EQ(cells.Read("-98", value), CellKind::Number);
   EXPECT_EQ(value, -98.0);
-  EXPECT_EQ(readScaleCell("x", {"-99"}, value), CellKind::Text);
-  EXPECT_EQ(readScaleCell("1e999", {"-99"}, value), CellKind::OutOfRange);
+  EXPECT_EQ(cells.Read("", value), CellKind::Missing);
+  EXPECT_EQ(cells.Read("x", value), CellKind::Text);
+  EXPECT_EQ(cells.Read("1e999", value), CellKind::OutOfRange);
+}
+
+TEST(Cells, PlainDecimalsReadAsTheGeneralReaderReadsThem) {
+  const ScaleCells cells({"NA"});
+  const std::uint64_t seed = 11;
+  SCOPED_TRACE(seed);
+  std::mt19937_64 engine(seed);
+  const std::string alphabet = "0123456789.-";
+  for (int i = 0; i < 200000; ++i) {
+    std::string text;
+    for (std::size_t left = engine() % 22; left > 0; --left) {
+      // Mostly digits, so that many of the texts are numbers.
+      text += alphabet[engine() % (engine() % 8 == 0 ? 12 : 10)];
+    }
+    double general = 0.0;
+    double fast = 0.0;
+    const bool isNumber = readNumber(text, general) == NumberReading::Number;
+    const CellKind kind = cells.Read(text, fast);
+    ASSERT_EQ(kind == CellKind::Number, isNumber) << text;
+    ASSERT_EQ(std::memcmp(&general, &fast, sizeof general), 0) << text;
+  }
 }
 
 }  // namespace
