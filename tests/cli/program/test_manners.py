@@ -1,0 +1,177 @@
+"""How the program behaves in a shell."""
+
+import json
+import os
+import pty
+import signal
+import subprocess
+import time
+import unittest
+
+from program import LOANS, MCBIN, ROOT, ProgramTest
+
+COMMANDS = ["fit"]
+FIT = ["fit", str(LOANS), "--target", "default", "--missing", "income=-1"]
+
+
+class Help(ProgramTest):
+    def test_version(self):
+        self.assertRegex(self.succeed("--version").stdout, r"^mcbin \d+\.\d+\.\d+\n$")
+
+    def test_help_goes_to_standard_output_and_succeeds(self):
+        for arguments in ([], *([command] for command in COMMANDS)):
+            result = self.succeed(*arguments, "--help")
+            self.assertIn("Usage: mcbin", result.stdout)
+            self.assertEqual(result.stderr, "")
+
+    def test_every_command_is_in_the_help(self):
+        text = self.succeed("--help").stdout
+        for command in COMMANDS:
+            self.assertRegex(text, rf"(?m)^  {command} ")
+
+    def test_help_lists_the_default_missing_texts(self):
+        text = " ".join(self.succeed("fit", "--help").stdout.split())
+        model = self.fit(LOANS, "-e")
+        self.assertIn(f"[{' '.join(model['options']['naTexts'])}]", text)
+
+    def test_the_examples_work_as_pasted(self):
+        """In a directory with the project's examples/ and this program as mcbin."""
+        (self.directory / "bin").mkdir()
+        (self.directory / "bin" / "mcbin").symlink_to(MCBIN)
+        (self.directory / "examples").symlink_to(ROOT / "examples")
+        self.environment["PATH"] = f"{self.directory / 'bin'}:{os.environ['PATH']}"
+        for command in COMMANDS:
+            text = self.succeed(command, "--help").stdout.split("Examples:\n")[1]
+            examples = text.split("\n\n")[0].replace("\\\n", " ")
+            lines = [line.strip() for line in examples.splitlines() if line.strip()]
+            self.assertEqual(len(lines), 2, lines)
+            for line in lines:
+                result = subprocess.run(
+                    ["bash", "-c", line], cwd=self.directory, env=self.environment,
+                    stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False, timeout=120,
+                )
+                self.assertEqual(result.returncode, 0, (line, result.stderr))
+
+
+class Streams(ProgramTest):
+    def test_json_is_valid_or_nothing(self):
+        json.loads(self.succeed(*FIT, "--json").stdout)
+        self.file("bad.csv", "a,t\n1,x\n2\n")
+        self.assertEqual(self.run_program("fit", "bad.csv", "-t", "t", "--json").stdout, "")
+
+    def test_a_full_disk_is_an_error(self):
+        with open("/dev/full", "wb") as full:
+            result = subprocess.run([MCBIN, *FIT], stdout=full, stderr=subprocess.PIPE,
+                                    env=self.environment, check=False)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(b"mcbin: cannot write standard output: No space left on device\n",
+                      result.stderr)
+
+    def test_a_failed_run_leaves_the_older_model(self):
+        self.file("model.json", "old")
+        self.run_program("fit", LOANS, "-t", "nope", "-o", "model.json")
+        self.assertEqual((self.directory / "model.json").read_text(), "old")
+        self.assertEqual(sorted(p.name for p in self.directory.iterdir()), ["model.json", "tmp"])
+
+    def test_temporary_files_need_a_directory(self):
+        self.environment["TMPDIR"] = "/nonexistent"
+        self.fail_with(
+            1,
+            "cannot make a temporary directory in /nonexistent: No such file or directory",
+            *FIT,
+        )
+
+
+class Interrupts(ProgramTest):
+    def start(self, *arguments, **options):
+        return subprocess.Popen([MCBIN, *arguments], env=self.environment,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, **options)
+
+    def interrupt(self, process, number, code):
+        process.send_signal(number)
+        stdout, stderr = process.communicate(timeout=60)
+        self.assertEqual(process.returncode, code)
+        self.assertEqual(stdout, b"")
+        self.assertTrue(stderr.endswith(b"mcbin: interrupted\n"), stderr)
+        self.assertEqual(list(self.temporary.iterdir()), [])
+
+    def test_while_waiting_for_standard_input(self):
+        process = self.start("fit", "-", "-e", stdin=subprocess.PIPE)
+        process.stdin.write(b"a\n1\n")
+        process.stdin.flush()
+        time.sleep(0.3)
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(process.wait(timeout=60), 130)
+        self.assertEqual(process.stdout.read(), b"")
+        self.assertEqual(process.stderr.read(), b"mcbin: interrupted\n")
+        for stream in (process.stdin, process.stdout, process.stderr):
+            stream.close()
+        self.assertEqual(list(self.temporary.iterdir()), [])
+
+    def big_file(self):
+        path = self.directory / "big.csv"
+        header, body = LOANS.read_text().split("\n", 1)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(header + "\n")
+            for _ in range(150):
+                file.write(body)
+        return str(path)
+
+    def test_at_any_moment(self):
+        path = self.big_file()
+        command = ["fit", path, "-t", "default", "-o", str(self.directory / "m.json")]
+        for number, code in ((signal.SIGINT, 130), (signal.SIGTERM, 143)):
+            process = self.start(*command)
+            time.sleep(0.1)
+            self.interrupt(process, number, code)
+        # The library's files are there once it reads cases: wait for them, then stop.
+        process = self.start(*command)
+        deadline = time.monotonic() + 60
+        while not list(self.temporary.glob("mcbin-*/*")) and time.monotonic() < deadline:
+            time.sleep(0.005)
+        self.interrupt(process, signal.SIGINT, 130)
+        self.assertEqual(sorted(p.name for p in self.directory.iterdir()), ["big.csv", "tmp"])
+
+
+class Terminal(ProgramTest):
+    def on_terminal(self, *arguments, **variables):
+        """Standard error of a run whose standard error is a terminal."""
+        master, terminal = pty.openpty()
+        environment = dict(self.environment, TERM="xterm", **variables)
+        with subprocess.Popen([MCBIN, *arguments], stderr=terminal, stdout=subprocess.DEVNULL,
+                              env=environment) as process:
+            os.close(terminal)
+            seen = b""
+            while True:
+                try:
+                    chunk = os.read(master, 65536)
+                except OSError:
+                    break
+                if not chunk:
+                    break
+                seen += chunk
+            process.wait(timeout=300)
+        os.close(master)
+        return seen.decode()
+
+    def test_progress_shows_on_a_terminal_and_is_wiped(self):
+        path = Interrupts.big_file(self)
+        seen = self.on_terminal("fit", path, "-t", "default")
+        self.assertRegex(seen, r"\rlooking at the columns  \[#*-*\] +\d+%  \d+ cases/s")
+        self.assertRegex(seen, r"\rreading cases  \[#*-*\] +\d+%  \d+ cases/s  .* left")
+        self.assertRegex(seen, r"\r\x1b\[K")
+
+    def test_errors_are_coloured_unless_no_color_is_set(self):
+        self.environment.pop("NO_COLOR", None)
+        self.assertIn("\x1b[31mmcbin:\x1b[0m", self.on_terminal("fit", "nope.csv", "-e"))
+        self.assertNotIn("\x1b", self.on_terminal("fit", "nope.csv", "-e", NO_COLOR="1"))
+
+    def test_nothing_is_drawn_into_a_file(self):
+        path = Interrupts.big_file(self)
+        result = self.succeed("fit", path, "-t", "default")
+        self.assertNotIn("\x1b", result.stderr)
+        self.assertNotIn("\r", result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
