@@ -48,11 +48,9 @@ class PassProgress {
   BINProgressReporter reporter_;
 };
 
+/// Null also for a host's own definition, which claims a data type but holds no values to ask for.
 const BINNumericUserMissing* numericUserMissing(const IBINVariable& variable) {
-  IBINUserMissing* definition = variable.GetUserMissingInfo();
-  return definition != nullptr && definition->GetDataType() == IBINUserMissing::NumericData
-             ? static_cast<const BINNumericUserMissing*>(definition)
-             : nullptr;
+  return dynamic_cast<const BINNumericUserMissing*>(variable.GetUserMissingInfo());
 }
 
 bool isCategorical(IBINVariable::MeasureLevel level) {
