@@ -1,0 +1,70 @@
+#ifndef MCBINNING_TESTS_SUPPORT_SUPERVISED_RUN_H
+#define MCBINNING_TESTS_SUPPORT_SUPERVISED_RUN_H
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "mcbinning/outputs.h"
+#include "mcbinning/settings.h"
+#include "mcbinning/variable_list.h"
+#include "supervised/bin_algorithm.h"
+#include "support/failing_file_system.h"
+#include "support/scratch_directory.h"
+#include "support/vector_cases.h"
+
+namespace mcbinning_tests {
+
+/// A supervised algorithm over cases in memory, with all that it borrows and a directory of its
+/// own, which must be empty at the end. Fill `list` and `settings`, then run.
+struct SupervisedRun {
+  using Rows = std::vector<std::vector<double>>;
+
+  explicit SupervisedRun(const Rows& rows) : cases(rows) {
+    settings.SetNumberOfBins(10);
+    settings.SetTempDirName(directory.Path());
+  }
+
+  void AddTarget(int categories) {
+    list.AddCatVar("target", "", categories, IBINVariable::NumericCategoricalLevel,
+                   IBINVariable::TargetRole);
+  }
+  void AddScale(const char* name) { list.AddContVar(name, "", IBINVariable::AttributeRole); }
+
+  BINAlgorithm& Algorithm() {
+    if (algorithm == nullptr) {
+      algorithm = std::make_unique<BINAlgorithm>(settings, list, files);
+    }
+    return *algorithm;
+  }
+
+  MCBinning::MCStatus Run(const std::vector<int>* attributes = nullptr,
+                          const std::vector<int>* targets = nullptr) {
+    return Algorithm().Run(cases, attributes, targets);
+  }
+
+  std::vector<BINAttributeTargetResults> Results() {
+    std::vector<BINAttributeTargetResults> results;
+    Algorithm().GetOutput()->GetAllCutPoints(results);
+    return results;
+  }
+
+  /// The one result of a run over one pair.
+  BINAttributeTargetResults OnlyResult() {
+    const auto results = Results();
+    EXPECT_EQ(results.size(), 1U);
+    return results.empty() ? BINAttributeTargetResults() : results[0];
+  }
+
+  ScratchDirectory directory;
+  FailingFileSystem files;
+  VectorCases cases;
+  BINVarList list;
+  BINSettings settings;
+  std::unique_ptr<BINAlgorithm> algorithm;
+};
+
+}  // namespace mcbinning_tests
+
+#endif
