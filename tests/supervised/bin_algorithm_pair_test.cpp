@@ -11,6 +11,8 @@
 namespace {
 
 using MCBinning::MCStatus;
+using mcbinning_tests::kSeparatedRows;
+using mcbinning_tests::PairRun;
 using mcbinning_tests::SupervisedRun;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -29,18 +31,8 @@ MCStatus errorAbout(long code, long variable) {
   return status;
 }
 
-/// Index 0 is the scale attribute, index 1 the target of two categories.
-struct PairRun : SupervisedRun {
-  explicit PairRun(const Rows& rows, int categories = 2) : SupervisedRun(rows) {
-    AddScale("x");
-    AddTarget(categories);
-  }
-};
-
-const SupervisedRun::Rows kSeparated = {{1, 0}, {2, 0}, {3, 0}, {4, 1}, {5, 1}, {6, 1}};
-
 TEST(BINAlgorithmPairTest, ClosedBorderFilesTheLastValueOfTheLeftPart) {
-  PairRun run(kSeparated);
+  PairRun run(kSeparatedRows);
   EXPECT_TRUE(run.Run().IsOK());
   const auto result = run.OnlyResult();
   EXPECT_TRUE(result.GetStatus().IsOK());
@@ -58,7 +50,7 @@ TEST(BINAlgorithmPairTest, ClosedBorderFilesTheLastValueOfTheLeftPart) {
 }
 
 TEST(BINAlgorithmPairTest, OpenBorderFilesTheFirstValueOfTheRightPart) {
-  PairRun run(kSeparated);
+  PairRun run(kSeparatedRows);
   run.settings.SetRightBorderClosed(false);
   EXPECT_TRUE(run.Run().IsOK());
   const auto result = run.OnlyResult();
@@ -153,7 +145,7 @@ TEST(BINAlgorithmPairTest, CategoriesAreCountedUpToTheHighestCodeOfAllUsedCases)
 
 TEST(BINAlgorithmPairTest, MoreDistinctValuesThanTheThresholdArePreBinned) {
   for (const bool rightBorderClosed : {true, false}) {
-    PairRun run(kSeparated);
+    PairRun run(kSeparatedRows);
     run.settings.SetRightBorderClosed(rightBorderClosed);
     run.settings.SetNumDistinctValueThreshold(5);
     run.settings.SetNumberOfBins(2);
@@ -167,7 +159,7 @@ TEST(BINAlgorithmPairTest, MoreDistinctValuesThanTheThresholdArePreBinned) {
 
 TEST(BINAlgorithmPairTest, AsManyDistinctValuesAsTheThresholdAreNotPreBinned) {
   for (const int threshold : {6, 0}) {
-    PairRun run(kSeparated);
+    PairRun run(kSeparatedRows);
     run.settings.SetNumDistinctValueThreshold(threshold);
     run.settings.SetNumberOfBins(2);
     run.Run();
@@ -176,7 +168,7 @@ TEST(BINAlgorithmPairTest, AsManyDistinctValuesAsTheThresholdAreNotPreBinned) {
 }
 
 TEST(BINAlgorithmPairTest, ThresholdLeftAtItsDefaultNeverPreBins) {
-  PairRun run(kSeparated);
+  PairRun run(kSeparatedRows);
   run.settings.SetNumberOfBins(2);
   EXPECT_EQ(run.settings.GetNumDistinctValueThreshold(), -1);
   run.Run();
@@ -289,7 +281,7 @@ TEST(BINAlgorithmPairTest, AnyCategoricalVariableCanBeThePairsTarget) {
 }
 
 TEST(BINAlgorithmPairTest, CaseOrderDoesNotMatter) {
-  auto rows = kSeparated;
+  auto rows = kSeparatedRows;
   PairRun forward(rows);
   PairRun backward(SupervisedRun::Rows(rows.rbegin(), rows.rend()));
   forward.Run();

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
-#include <stdexcept>
 
 #include "support/supervised_run.h"
 #include "support/virtual_slots.h"
@@ -13,76 +12,14 @@ namespace {
 
 using MCBinning::MCStatus;
 using mcbinning_tests::FileOperation;
+using mcbinning_tests::kSeparatedRows;
+using mcbinning_tests::PairRun;
 using mcbinning_tests::SupervisedRun;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const MCStatus kCancelled(1, false);
 const MCStatus kException(3, false);
 const MCStatus kSomePairNotOK(120018, true);
-
-const SupervisedRun::Rows kRows = {{1, 0}, {2, 0}, {3, 0}, {4, 1}, {5, 1}, {6, 1}};
-
-/// Answers true, or throws, at its call of a given number (from 1).
-class CountingQuery : public MCQueryCancel {
- public:
-  explicit CountingQuery(std::size_t due, bool throws = false) : due_(due), throws_(throws) {}
-  bool IsCancelled() override {
-    const bool isDue = ++calls_ == due_;
-    if (isDue && throws_) {
-      throw std::runtime_error("the host failed");
-    }
-    return isDue;
-  }
-  std::size_t Calls() const { return calls_; }
-
- private:
-  std::size_t due_;
-  bool throws_;
-  std::size_t calls_ = 0;
-};
-
-/// Keeps the indexes that it is told.
-class RecordingListener : public ProgressListener {
- public:
-  void ReportProgress(ProgressReport& report) override {
-    indexes.push_back(report.DiscreteMeasure("IndexVar"));
-    if (throws) {
-      throw std::runtime_error("the host failed");
-    }
-  }
-  std::vector<int> indexes;
-  bool throws = false;
-};
-
-/// Index 0 is the scale attribute, index 1 the target of two categories.
-struct FrameRun : SupervisedRun {
-  explicit FrameRun(const Rows& rows = kRows) : SupervisedRun(rows) {
-    AddScale("x");
-    AddTarget(2);
-  }
-};
-
-/// `n` scale attributes with the same values as the first of kRows, then the target.
-struct WideRun : SupervisedRun {
-  explicit WideRun(int n) : SupervisedRun(RowsOf(n)), target(n) {
-    for (int attribute = 0; attribute < n; ++attribute) {
-      AddScale(("x" + std::to_string(attribute)).c_str());
-    }
-    AddTarget(2);
-    settings.SetProgressListener(&listener);
-  }
-  static Rows RowsOf(int n) {
-    Rows rows;
-    for (const auto& row : kRows) {
-      rows.emplace_back(static_cast<std::size_t>(n), row[0]);
-      rows.back().push_back(row[1]);
-    }
-    return rows;
-  }
-  int target;
-  RecordingListener listener;
-};
 
 std::vector<MCStatus> statusesOf(const std::vector<BINAttributeTargetResults>& results) {
   std::vector<MCStatus> statuses;
@@ -93,7 +30,7 @@ std::vector<MCStatus> statusesOf(const std::vector<BINAttributeTargetResults>& r
 }
 
 TEST(BINAlgorithmTest, VersionIsTheFixedBanner) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   EXPECT_EQ(run.Algorithm().GetVersion(),
             "Supervised Binning Component Ver. 1.0 (entropy and EF binning)");
   EXPECT_EQ(run.Algorithm().GetVersion().size(), 62U);
@@ -105,7 +42,7 @@ TEST(BINAlgorithmTest, GetVarListHasTheSlotAfterThoseOfTheInterface) {
 }
 
 TEST(BINAlgorithmTest, WorksOnItsOwnCopiesOfSettingsAndList) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   BINAlgorithm& algorithm = run.Algorithm();
   EXPECT_NE(algorithm.GetSettings(), &run.settings);
   EXPECT_NE(algorithm.GetVarList(), &run.list);
@@ -118,7 +55,7 @@ TEST(BINAlgorithmTest, WorksOnItsOwnCopiesOfSettingsAndList) {
 }
 
 TEST(BINAlgorithmTest, NumberOfBinsNotSetIsError120009AndCanBeMended) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   run.settings = BINSettings();
   run.settings.SetTempDirName(run.directory.Path());
   const std::vector<int> refused = {99};
@@ -130,7 +67,7 @@ TEST(BINAlgorithmTest, NumberOfBinsNotSetIsError120009AndCanBeMended) {
 }
 
 TEST(BINAlgorithmTest, UnusableSelectionIsError120008BeforeAnyCaseIsRead) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   const std::vector<int> none;
   const std::vector<int> one = {0};
   const std::vector<int> two = {1, 1};
@@ -146,7 +83,7 @@ TEST(BINAlgorithmTest, UnusableSelectionIsError120008BeforeAnyCaseIsRead) {
 }
 
 TEST(BINAlgorithmTest, OneGoodPairRunsAndTheRefusedOnesAreFiledWithTheirCodes) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   const std::vector<int> attributes = {0, -1, 0, 1, 0, 7};
   const std::vector<int> targets = {1, 1, 0, 1, -5, 1};
   EXPECT_EQ(run.Run(&attributes, &targets), kSomePairNotOK);
@@ -169,7 +106,7 @@ TEST(BINAlgorithmTest, OneGoodPairRunsAndTheRefusedOnesAreFiledWithTheirCodes) {
 }
 
 TEST(BINAlgorithmTest, AttributesAloneThatAreAllOutOfRangeStillRun) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   const std::vector<int> attributes = {-1, 2};
   EXPECT_EQ(run.Run(&attributes), kSomePairNotOK);
   EXPECT_GT(run.cases.NextCalls(), 0U);
@@ -225,7 +162,7 @@ TEST(BINAlgorithmTest, WholeListWithoutAUsableTargetIsError120010) {
 }
 
 TEST(BINAlgorithmTest, SecondRunDoesNotReadTheCasesAgain) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   EXPECT_TRUE(run.Run().IsOK());
   const std::size_t hasNextCalls = run.cases.HasNextCalls();
   const std::size_t nextCalls = run.cases.NextCalls();
@@ -238,7 +175,7 @@ TEST(BINAlgorithmTest, SecondRunDoesNotReadTheCasesAgain) {
 }
 
 TEST(BINAlgorithmTest, BorderIsFixedByThePreparationAndNumberOfBinsReadAtEveryRun) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   run.settings.SetNumDistinctValueThreshold(2);
   run.settings.SetNumberOfBins(2);
   run.Run();
@@ -252,7 +189,7 @@ TEST(BINAlgorithmTest, BorderIsFixedByThePreparationAndNumberOfBinsReadAtEveryRu
 }
 
 TEST(BINAlgorithmTest, StoredStatusOutlivesALaterGoodRun) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   const std::vector<int> refused = {9};
   run.Run(&refused);
   EXPECT_EQ(run.Run(), kSomePairNotOK);
@@ -260,16 +197,16 @@ TEST(BINAlgorithmTest, StoredStatusOutlivesALaterGoodRun) {
 }
 
 TEST(BINAlgorithmTest, NoCaseAtTheFirstRunIsError120004AndTheNextRunPrepares) {
-  FrameRun run(SupervisedRun::Rows{});
+  PairRun run(SupervisedRun::Rows{});
   EXPECT_EQ(run.Run(), MCStatus(120004, false));
   EXPECT_TRUE(run.Algorithm().GetStatus().IsOK());
-  mcbinning_tests::VectorCases cases(kRows);
+  mcbinning_tests::VectorCases cases(kSeparatedRows);
   EXPECT_TRUE(run.Algorithm().Run(cases, nullptr, nullptr).IsOK());
   EXPECT_THAT(run.OnlyResult().GetCutPoints(), ElementsAre(3));
 }
 
 TEST(BINAlgorithmTest, PassWithoutAUsedCaseIsError120004AndTheNextRunPreparesAnew) {
-  FrameRun run({{1, 0, 0.5}, {2, 1, -3}});
+  PairRun run({{1, 0, 0.5}, {2, 1, -3}});
   run.list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
   EXPECT_EQ(run.Run(), MCStatus(120004, false));
   EXPECT_TRUE(run.directory.IsEmpty());
@@ -278,7 +215,7 @@ TEST(BINAlgorithmTest, PassWithoutAUsedCaseIsError120004AndTheNextRunPreparesAne
 }
 
 TEST(BINAlgorithmTest, TemporaryDirectoryThatDoesNotExistIsError120001) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   run.settings.SetTempDirName(run.directory.Path() + "/nowhere");
   EXPECT_EQ(run.Run(), MCStatus(120001, false));
   run.Algorithm().GetSettings()->SetTempDirName(run.directory.Path());
@@ -287,150 +224,22 @@ TEST(BINAlgorithmTest, TemporaryDirectoryThatDoesNotExistIsError120001) {
 }
 
 TEST(BINAlgorithmTest, TemporaryFileThatCannotBeMadeIsError120021) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   run.files.FailAt(FileOperation::Probe, 1);
   EXPECT_EQ(run.Run(), MCStatus(120021, false));
   EXPECT_TRUE(run.Run().IsOK());
 }
 
 TEST(BINAlgorithmTest, ColumnLostByTheLastFlushIsError3OfItsPairs) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   run.files.FailAt(FileOperation::Write, 1);
   EXPECT_EQ(run.Run(), kSomePairNotOK);
   EXPECT_EQ(run.OnlyResult().GetStatus(), kException);
   EXPECT_EQ(run.Algorithm().GetStatus(), kException);
 }
 
-TEST(BINAlgorithmTest, CancelBeforeRunEndsItWithoutReadingACase) {
-  FrameRun run;
-  run.Algorithm().Cancel();
-  EXPECT_EQ(run.Run(), kCancelled);
-  EXPECT_EQ(run.cases.HasNextCalls(), 0U);
-  EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
-  EXPECT_EQ(run.Run(), kCancelled);
-  EXPECT_THAT(run.Results(), IsEmpty());
-}
-
-TEST(BINAlgorithmTest, CancelAtAnyPollEndsTheRunWithCode1AndAsksNoMore) {
-  std::size_t polls = 0;
-  {
-    FrameRun run;
-    CountingQuery never(0);
-    run.settings.SetCancelPointer(&never);
-    EXPECT_TRUE(run.Run().IsOK());
-    polls = never.Calls();
-  }
-  ASSERT_GT(polls, kRows.size());
-  for (std::size_t due = 1; due <= polls; ++due) {
-    SCOPED_TRACE(due);
-    FrameRun run;
-    CountingQuery query(due);
-    run.settings.SetCancelPointer(&query);
-    EXPECT_EQ(run.Run(), kCancelled);
-    EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
-    EXPECT_EQ(query.Calls(), due);
-    if (due + 1 < polls) {
-      EXPECT_THAT(run.Results(), IsEmpty());
-    }
-  }
-}
-
-TEST(BINAlgorithmTest, PairMetAfterACancelIsNeitherFiledNorReported) {
-  WideRun run(3);
-  /// Cancels from inside the report of the first attribute.
-  class Canceller : public RecordingListener {
-   public:
-    void ReportProgress(ProgressReport& report) override {
-      RecordingListener::ReportProgress(report);
-      algorithm->Cancel();
-    }
-    BINAlgorithm* algorithm = nullptr;
-  } canceller;
-  canceller.algorithm = &run.Algorithm();
-  run.Algorithm().SetProgressListener(&canceller);
-  const std::vector<int> attributes = {0, 99, 1};
-  EXPECT_EQ(run.Run(&attributes), kCancelled);
-  EXPECT_THAT(canceller.indexes, ElementsAre(0));
-  EXPECT_EQ(run.Results().size(), 1U);
-}
-
-TEST(BINAlgorithmTest, GetStatusAsksTheHost) {
-  FrameRun run;
-  CountingQuery query(1);
-  run.Algorithm().SetCancelPointer(&query);
-  EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
-  EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
-  EXPECT_EQ(query.Calls(), 1U);
-  run.Algorithm().SetCancelPointer(nullptr);  // the wish stays
-  EXPECT_EQ(run.Run(), kCancelled);
-}
-
-TEST(BINAlgorithmTest, ReportsEveryAttributeAfterTheSkippedOnes) {
-  WideRun run(7);
-  run.settings.SetNSkippedAttReports(2);
-  EXPECT_TRUE(run.Run().IsOK());
-  EXPECT_THAT(run.listener.indexes, ElementsAre(2, 5));
-}
-
-TEST(BINAlgorithmTest, AttributeThatEndsInErrorIsNotReported) {
-  WideRun run(3);
-  run.list.SetVariableRole(1, IBINVariable::UndefinedRole);  // no column, hence an error
-  run.settings.SetNSkippedAttReports(1);
-  run.Run();
-  EXPECT_THAT(run.listener.indexes, ElementsAre(2));
-}
-
-TEST(BINAlgorithmTest, RefusedPairIsNoAttributeOfTheCountdown) {
-  WideRun run(3);
-  run.settings.SetNSkippedAttReports(1);
-  const std::vector<int> attributes = {0, 99, 1, 2};
-  run.Run(&attributes);
-  EXPECT_THAT(run.listener.indexes, ElementsAre(1));
-}
-
-TEST(BINAlgorithmTest, HostThatThrowsInThePassEndsInStatus3AndTheNextRunPreparesAnew) {
-  for (std::size_t call = 1; call <= kRows.size() + 1; ++call) {
-    SCOPED_TRACE(call);
-    FrameRun run;
-    run.cases.ThrowAtHasNext(call);
-    EXPECT_EQ(run.Run(), kException);
-    EXPECT_TRUE(run.directory.IsEmpty());
-    run.cases.Restart();
-    EXPECT_TRUE(run.Run().IsOK());
-    EXPECT_THAT(run.OnlyResult().GetCutPoints(), ElementsAre(3));
-  }
-}
-
-TEST(BINAlgorithmTest, ListenerThatThrowsInTheLoopEndsInStatus3AndTheDataStay) {
-  WideRun run(2);
-  run.listener.throws = true;
-  EXPECT_EQ(run.Run(), kException);
-  EXPECT_EQ(run.Results().size(), 1U);
-  const std::size_t nextCalls = run.cases.NextCalls();
-  run.listener.throws = false;
-  EXPECT_TRUE(run.Run().IsOK());
-  EXPECT_EQ(run.cases.NextCalls(), nextCalls);
-  EXPECT_EQ(run.Results().size(), 3U);
-}
-
-TEST(BINAlgorithmTest, QueryThatThrowsEndsInStatus3) {
-  for (std::size_t due = 1; due <= 2 * kRows.size(); ++due) {
-    SCOPED_TRACE(due);
-    FrameRun run;
-    CountingQuery query(due, true);
-    run.settings.SetCancelPointer(&query);
-    const MCStatus status = run.Run();
-    EXPECT_TRUE(status == kException || (status.IsOK() && query.Calls() < due));
-  }
-  FrameRun run;
-  CountingQuery query(1, true);
-  run.Algorithm().SetCancelPointer(&query);
-  EXPECT_EQ(run.Algorithm().GetStatus(), kException);
-  EXPECT_TRUE(run.Algorithm().GetStatus().IsOK());
-}
-
 TEST(BINAlgorithmTest, DisplayBeforeAnyRunShowsNoPreparator) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   std::ostringstream text;
   run.Algorithm().Display(text);
   EXPECT_EQ(text.str(),
@@ -444,7 +253,7 @@ TEST(BINAlgorithmTest, DisplayBeforeAnyRunShowsNoPreparator) {
 }
 
 TEST(BINAlgorithmTest, DisplayAfterARunShowsPreparatorAndResults) {
-  FrameRun run;
+  PairRun run(kSeparatedRows);
   run.Run();
   std::ostringstream text;
   run.Algorithm().Display(text);

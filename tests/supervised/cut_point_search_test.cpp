@@ -161,6 +161,7 @@ TEST(CutPointSearchTest, SplitsManyTimesWithoutRecursion) {
   std::vector<SortedRows::Row> rows;
   constexpr int kRuns = 300;
   constexpr int kRunLength = 60;
+  rows.reserve(kRuns * kRunLength);
   for (int i = 0; i < kRuns * kRunLength; ++i) {
     rows.push_back({static_cast<double>(i), i / kRunLength % 2, 1});
   }

@@ -65,6 +65,17 @@ struct SupervisedRun {
   std::unique_ptr<BINAlgorithm> algorithm;
 };
 
+/// One scale attribute, index 0, and a target, index 1.
+struct PairRun : SupervisedRun {
+  explicit PairRun(const Rows& rows, int categories = 2) : SupervisedRun(rows) {
+    AddScale("x");
+    AddTarget(categories);
+  }
+};
+
+/// Of a PairRun: the only cut lies between 3 and 4.
+inline const SupervisedRun::Rows kSeparatedRows = {{1, 0}, {2, 0}, {3, 0}, {4, 1}, {5, 1}, {6, 1}};
+
 }  // namespace mcbinning_tests
 
 #endif

@@ -1,0 +1,202 @@
+// How the algorithm gets on with the host's cancel query, listener and cases.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "support/supervised_run.h"
+
+namespace {
+
+using MCBinning::MCStatus;
+using mcbinning_tests::kSeparatedRows;
+using mcbinning_tests::PairRun;
+using mcbinning_tests::SupervisedRun;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const MCStatus kCancelled(1, false);
+const MCStatus kException(3, false);
+
+/// Answers true, or throws, at its call of a given number (from 1).
+class CountingQuery : public MCQueryCancel {
+ public:
+  explicit CountingQuery(std::size_t due, bool throws = false) : due_(due), throws_(throws) {}
+  bool IsCancelled() override {
+    const bool isDue = ++calls_ == due_;
+    if (isDue && throws_) {
+      throw std::runtime_error("the host failed");
+    }
+    return isDue;
+  }
+  std::size_t Calls() const { return calls_; }
+
+ private:
+  std::size_t due_;
+  bool throws_;
+  std::size_t calls_ = 0;
+};
+
+/// Keeps the indexes that it is told.
+class RecordingListener : public ProgressListener {
+ public:
+  void ReportProgress(ProgressReport& report) override {
+    indexes.push_back(report.DiscreteMeasure("IndexVar"));
+    if (throws) {
+      throw std::runtime_error("the host failed");
+    }
+  }
+  std::vector<int> indexes;
+  bool throws = false;
+};
+
+/// `n` scale attributes with the same values as the first of kSeparatedRows, then the target.
+struct WideRun : SupervisedRun {
+  explicit WideRun(int n) : SupervisedRun(RowsOf(n)) {
+    for (int attribute = 0; attribute < n; ++attribute) {
+      AddScale(("x" + std::to_string(attribute)).c_str());
+    }
+    AddTarget(2);
+    settings.SetProgressListener(&listener);
+  }
+  static Rows RowsOf(int n) {
+    Rows rows;
+    for (const auto& row : kSeparatedRows) {
+      rows.emplace_back(static_cast<std::size_t>(n), row[0]);
+      rows.back().push_back(row[1]);
+    }
+    return rows;
+  }
+  RecordingListener listener;
+};
+
+TEST(BINAlgorithmHostTest, CancelBeforeRunEndsItWithoutReadingACase) {
+  PairRun run(kSeparatedRows);
+  run.Algorithm().Cancel();
+  EXPECT_EQ(run.Run(), kCancelled);
+  EXPECT_EQ(run.cases.HasNextCalls(), 0U);
+  EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
+  EXPECT_EQ(run.Run(), kCancelled);
+  EXPECT_THAT(run.Results(), IsEmpty());
+}
+
+TEST(BINAlgorithmHostTest, CancelAtAnyPollEndsTheRunWithCode1AndAsksNoMore) {
+  std::size_t polls = 0;
+  {
+    PairRun run(kSeparatedRows);
+    CountingQuery never(0);
+    run.settings.SetCancelPointer(&never);
+    EXPECT_TRUE(run.Run().IsOK());
+    polls = never.Calls();
+  }
+  ASSERT_GT(polls, kSeparatedRows.size());
+  for (std::size_t due = 1; due <= polls; ++due) {
+    SCOPED_TRACE(due);
+    PairRun run(kSeparatedRows);
+    CountingQuery query(due);
+    run.settings.SetCancelPointer(&query);
+    EXPECT_EQ(run.Run(), kCancelled);
+    EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
+    EXPECT_EQ(query.Calls(), due);
+    if (due + 1 < polls) {
+      EXPECT_THAT(run.Results(), IsEmpty());
+    }
+  }
+}
+
+TEST(BINAlgorithmHostTest, PairMetAfterACancelIsNeitherFiledNorReported) {
+  WideRun run(3);
+  /// Cancels from inside the report of the first attribute.
+  class Canceller : public RecordingListener {
+   public:
+    void ReportProgress(ProgressReport& report) override {
+      RecordingListener::ReportProgress(report);
+      algorithm->Cancel();
+    }
+    BINAlgorithm* algorithm = nullptr;
+  } canceller;
+  canceller.algorithm = &run.Algorithm();
+  run.Algorithm().SetProgressListener(&canceller);
+  const std::vector<int> attributes = {0, 99, 1};
+  EXPECT_EQ(run.Run(&attributes), kCancelled);
+  EXPECT_THAT(canceller.indexes, ElementsAre(0));
+  EXPECT_EQ(run.Results().size(), 1U);
+}
+
+TEST(BINAlgorithmHostTest, GetStatusAsksTheHost) {
+  PairRun run(kSeparatedRows);
+  CountingQuery query(1);
+  run.Algorithm().SetCancelPointer(&query);
+  EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
+  EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
+  EXPECT_EQ(query.Calls(), 1U);
+  run.Algorithm().SetCancelPointer(nullptr);  // the wish stays
+  EXPECT_EQ(run.Run(), kCancelled);
+}
+
+TEST(BINAlgorithmHostTest, ReportsEveryAttributeAfterTheSkippedOnes) {
+  WideRun run(7);
+  run.settings.SetNSkippedAttReports(2);
+  EXPECT_TRUE(run.Run().IsOK());
+  EXPECT_THAT(run.listener.indexes, ElementsAre(2, 5));
+}
+
+TEST(BINAlgorithmHostTest, AttributeThatEndsInErrorIsNotReported) {
+  WideRun run(3);
+  run.list.SetVariableRole(1, IBINVariable::UndefinedRole);  // no column, hence an error
+  run.settings.SetNSkippedAttReports(1);
+  run.Run();
+  EXPECT_THAT(run.listener.indexes, ElementsAre(2));
+}
+
+TEST(BINAlgorithmHostTest, RefusedPairIsNoAttributeOfTheCountdown) {
+  WideRun run(3);
+  run.settings.SetNSkippedAttReports(1);
+  const std::vector<int> attributes = {0, 99, 1, 2};
+  run.Run(&attributes);
+  EXPECT_THAT(run.listener.indexes, ElementsAre(1));
+}
+
+TEST(BINAlgorithmHostTest, HostThatThrowsInThePassEndsInStatus3AndTheNextRunPreparesAnew) {
+  for (std::size_t call = 1; call <= kSeparatedRows.size() + 1; ++call) {
+    SCOPED_TRACE(call);
+    PairRun run(kSeparatedRows);
+    run.cases.ThrowAtHasNext(call);
+    EXPECT_EQ(run.Run(), kException);
+    EXPECT_TRUE(run.directory.IsEmpty());
+    run.cases.Restart();
+    EXPECT_TRUE(run.Run().IsOK());
+    EXPECT_THAT(run.OnlyResult().GetCutPoints(), ElementsAre(3));
+  }
+}
+
+TEST(BINAlgorithmHostTest, ListenerThatThrowsInTheLoopEndsInStatus3AndTheDataStay) {
+  WideRun run(2);
+  run.listener.throws = true;
+  EXPECT_EQ(run.Run(), kException);
+  EXPECT_EQ(run.Results().size(), 1U);
+  const std::size_t nextCalls = run.cases.NextCalls();
+  run.listener.throws = false;
+  EXPECT_TRUE(run.Run().IsOK());
+  EXPECT_EQ(run.cases.NextCalls(), nextCalls);
+  EXPECT_EQ(run.Results().size(), 3U);
+}
+
+TEST(BINAlgorithmHostTest, QueryThatThrowsEndsInStatus3) {
+  for (std::size_t due = 1; due <= 2 * kSeparatedRows.size(); ++due) {
+    SCOPED_TRACE(due);
+    PairRun run(kSeparatedRows);
+    CountingQuery query(due, true);
+    run.settings.SetCancelPointer(&query);
+    const MCStatus status = run.Run();
+    EXPECT_TRUE(status == kException || (status.IsOK() && query.Calls() < due));
+  }
+  PairRun run(kSeparatedRows);
+  CountingQuery query(1, true);
+  run.Algorithm().SetCancelPointer(&query);
+  EXPECT_EQ(run.Algorithm().GetStatus(), kException);
+  EXPECT_TRUE(run.Algorithm().GetStatus().IsOK());
+}
+
+}  // namespace
