@@ -31,7 +31,8 @@ includes_that_point_up() {
   only "$base" include/mcbinning/{export,status,progress,case_iterator}.h
   only "$base|$model" include/mcbinning/{user_missing,encoders,variables,variable_list}.h
   only 'mcbinning/' include
-  only 'mcbinning/|cli/' cli examples
+  only 'mcbinning/|model/' cli  # cli has a model folder of its own
+  only 'mcbinning/' examples
 }
 
 operating_system_code() {
