@@ -1,0 +1,45 @@
+#include "platform/load_hook.h"
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+#define ACCESSOR_NAME(name) #name,
+const std::vector<std::string> accessorNames = {VORLWCOM_COMMON_BLOCK_ACCESSORS(ACCESSOR_NAME)};
+
+TEST(LoadHookTest, ElevenAccessorsOfEachKind) {
+  ASSERT_EQ(accessorNames.size(), 22U);
+  ASSERT_EQ(MCBinning::kNCommonBlocks, 22);
+  for (std::size_t i = 0; i < accessorNames.size(); ++i) {
+    EXPECT_EQ(accessorNames[i].rfind(i < 11 ? "pvGetCmn" : "pvGetCma", 0), 0U) << accessorNames[i];
+  }
+}
+
+TEST(LoadHookTest, ModuleHandleIsTheModuleThatHoldsTheCode) {
+  Dl_info info = {};
+  ASSERT_NE(dladdr(reinterpret_cast<const void*>(&MCBinning::GetLoadHook), &info), 0);
+  EXPECT_EQ(MCBinning::GetLoadHook().moduleHandle, info.dli_fbase);
+}
+
+// This program runs over a host library whose accessors count their calls and of which one lacks.
+TEST(LoadHookTest, EachAccessorIsCalledOnceAndAMissingOneIsNull) {
+  const auto& blocks = MCBinning::GetLoadHook().commonBlocks;
+  std::set<const void*> distinct;
+  for (std::size_t i = 0; i < accessorNames.size(); ++i) {
+    SCOPED_TRACE(accessorNames[i]);
+    if (accessorNames[i] == "pvGetCmaBlock07") {
+      EXPECT_EQ(blocks.at(i), nullptr);
+    } else {
+      ASSERT_NE(blocks.at(i), nullptr);
+      EXPECT_EQ(*static_cast<const int*>(blocks.at(i)), 1);
+      EXPECT_TRUE(distinct.insert(blocks.at(i)).second);
+    }
+  }
+}
+
+}  // namespace
