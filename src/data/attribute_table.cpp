@@ -3,13 +3,23 @@
 #include <mccomvor/missing_value.h>
 
 #include <algorithm>
-#include <cstddef>
+#include <cmath>
 #include <exception>
+#include <memory>
+#include <numeric>
 
+#include "data/binary_record_iterator.h"
 #include "data/category_code.h"
 
 using MCBinning::MCStatus;
 using MCBinning::SortedRows;
+
+namespace {
+
+constexpr std::uint16_t kMissingTarget = 256;
+constexpr double kPackedWeights = 4294967296.0;  // what packed rows cannot hold any more
+
+}  // namespace
 
 BINAttributeTable::Summary::Summary()
     : minimum(MCMV::gMissingValue), maximum(MCMV::gMissingValue) {}
@@ -26,8 +36,8 @@ void BINAttributeTable::SetEFThreshold(std::uint32_t threshold) {
 }
 
 MCStatus BINAttributeTable::Prepare() {
-  targetReader_.reset();
-  weightReader_.reset();
+  heldTarget_ = -1;
+  weightsAreHeld_ = false;
   return preparator_.PrepareData(cases_);
 }
 
@@ -68,6 +78,10 @@ MCStatus BINAttributeTable::BuildSupervisedTable(int attribute, int target,
   status = Build(attribute, targetColumn, supervisedRows_);
   if (status.IsOK()) {
     isEFNeeded_ = threshold_ != 0 && summary_.distinctValues > threshold_;
+    if (!isEFNeeded_) {
+      // Pre-bins add up weights across values, in the order of the cases; candidates do not.
+      supervisedRows_.Merge();
+    }
     *rows = &supervisedRows_;
   }
   return status;
@@ -88,7 +102,7 @@ MCStatus BINAttributeTable::BuildUnsupervisedTable(int attribute, const SortedRo
 
 void BINAttributeTable::DropBuild(SortedRows& rows) {
   summary_ = Summary();
-  rows.Restart(0);
+  rows.Clear();
 }
 
 MCStatus BINAttributeTable::Build(int attribute, int targetColumn, SortedRows& rows) {
@@ -96,88 +110,107 @@ MCStatus BINAttributeTable::Build(int attribute, int targetColumn, SortedRows& r
   try {
     filled = FillRows(attribute, targetColumn, rows);
   } catch (const std::exception&) {
-    // No memory for the rows or for a reader.
+    // No memory for the rows.
   }
   if (filled) {
     return MCStatus();
   }
   DropBuild(rows);
-  // A reader that failed for want of a file handle gets another chance at the next build.
-  targetReader_.reset();
-  weightReader_.reset();
   return MCStatus(3, false);
 }
 
 bool BINAttributeTable::FillRows(int attribute, int targetColumn, SortedRows& rows) {
-  if (preparator_.GetFileNames().empty()) {
+  const bool withTarget = targetColumn >= 0;
+  if (preparator_.GetFileNames().empty() || !HoldWeights() ||
+      (withTarget && !HoldTarget(targetColumn))) {
     return false;
   }
-  rows.Restart(preparator_.GetNumberOfCasesUsed());
-  StartReaders(targetColumn);
-  const auto attributeReader = OpenColumn(preparator_.GetColumnOf(attribute));
-  if (!ReadRows(*attributeReader, targetColumn < 0 ? nullptr : targetReader_.get(), rows)) {
+  const auto memory = std::make_unique_for_overwrite<double[]>(CaseCount());
+  const std::span<double> cells(memory.get(), CaseCount());
+  if (!ReadColumn(preparator_.GetColumnOf(attribute), cells)) {
     return false;
   }
-  rows.Sort();
-  Summarize(rows);
+  SelectCases(withTarget, cells);
+  const MCBinning::CaseColumns columns{cells, withTarget ? targetCodes_.data() : nullptr,
+                                       weights_.empty() ? nullptr : weights_.data()};
+  const std::size_t distinctValues =
+      rows.Fill(columns, withTarget ? targetCategories_ : 1, wholeWeights_);
+  summary_.distinctValues = static_cast<std::uint32_t>(distinctValues);
+  if (rows.Size() > 0) {
+    summary_.minimum = rows.Value(0);
+    summary_.maximum = rows.Value(rows.Size() - 1);
+  }
   return true;
 }
 
-std::unique_ptr<BINAttributeTable::Reader> BINAttributeTable::OpenColumn(int column) const {
-  return std::make_unique<Reader>(preparator_.GetFileNames()[static_cast<std::size_t>(column)],
-                                  preparator_.GetFileSystem());
+/// False when the file does not open, cannot be read or ends before the last case.
+bool BINAttributeTable::ReadColumn(int column, std::span<double> cells) const {
+  MCBinning::BinaryRecordIterator reader(
+      preparator_.GetFileNames()[static_cast<std::size_t>(column)], preparator_.GetFileSystem());
+  return reader.Take(cells) == cells.size();
 }
 
-void BINAttributeTable::StartReaders(int targetColumn) {
-  if (targetReader_ && openTargetColumn_ == targetColumn) {
-    targetReader_->Rewind();
-  } else if (targetColumn >= 0) {
-    targetReader_ = OpenColumn(targetColumn);
-    openTargetColumn_ = targetColumn;
+bool BINAttributeTable::HoldTarget(int column) {
+  if (heldTarget_ == column) {
+    return true;
   }
-  if (weightReader_) {
-    weightReader_->Rewind();
-  } else if (preparator_.GetWeightColumn() >= 0) {
-    weightReader_ = OpenColumn(preparator_.GetWeightColumn());
+  heldTarget_ = -1;
+  std::vector<double> cells(CaseCount());
+  if (!ReadColumn(column, cells)) {
+    return false;
   }
-}
-
-bool BINAttributeTable::ReadRows(Reader& attribute, Reader* target, SortedRows& rows) {
-  Reader* const weight = weightReader_.get();
-  const std::uint32_t cases = preparator_.GetNumberOfCasesUsed();
-  for (std::uint32_t i = 0; i < cases; ++i) {
-    if (!attribute.HasNext() || (target != nullptr && !target->HasNext()) ||
-        (weight != nullptr && !weight->HasNext())) {
-      return false;
-    }
-    const double value = attribute.Next();
-    const double targetCell = target != nullptr ? target->Next() : 0.0;
-    const double caseWeight = weight != nullptr ? weight->Next() : 1.0;
-    summary_.totalWeightWithMissing += caseWeight;
-    if (value == MCMV::gMissingValue || (target != nullptr && targetCell == MCMV::gMissingValue)) {
-      continue;
-    }
-    const int code = MCBinning::TruncatedCode(targetCell);
-    if (target != nullptr && static_cast<std::uint32_t>(code) >= targetCategories_) {
+  targetCodes_.resize(cells.size());
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const int code = MCBinning::TruncatedCode(cells[i]);
+    if (cells[i] == MCMV::gMissingValue) {
+      targetCodes_[i] = kMissingTarget;
+    } else if (static_cast<std::uint32_t>(code) < targetCategories_) {
+      targetCodes_[i] = static_cast<std::uint16_t>(code);
+    } else {
       return false;  // not what the pass wrote, and no index to count with
     }
-    summary_.totalWeight += caseWeight;
-    rows.Append(value, code, caseWeight);
   }
+  heldTarget_ = column;
   return true;
 }
 
-void BINAttributeTable::Summarize(const SortedRows& rows) {
-  if (rows.Size() == 0) {
-    return;
+bool BINAttributeTable::HoldWeights() {
+  if (weightsAreHeld_) {
+    return true;
   }
-  summary_.rows = static_cast<std::uint32_t>(rows.Size());
-  summary_.minimum = rows.Value(0);
-  summary_.maximum = rows.Value(rows.Size() - 1);
-  summary_.distinctValues = 1;
-  for (std::size_t row = 1; row < rows.Size(); ++row) {
-    if (rows.Value(row) != rows.Value(row - 1)) {
-      ++summary_.distinctValues;
+  weights_.clear();
+  wholeWeights_ = true;
+  if (preparator_.GetWeightColumn() >= 0) {
+    weights_.resize(CaseCount());
+    if (!ReadColumn(preparator_.GetWeightColumn(), weights_)) {
+      return false;
+    }
+    const double sum = std::accumulate(weights_.begin(), weights_.end(), 0.0);
+    const auto isWhole = [](double weight) {
+      return weight >= 1.0 && weight == std::floor(weight);
+    };
+    wholeWeights_ = sum < kPackedWeights && std::all_of(weights_.begin(), weights_.end(), isWhole);
+    if (std::all_of(weights_.begin(), weights_.end(),
+                    [](double weight) { return weight == 1.0; })) {
+      weights_ = std::vector<double>();
+    }
+  }
+  weightsAreHeld_ = true;
+  return true;
+}
+
+/// Adds up the case weights and puts system-missing into the cell of each case that makes no row.
+void BINAttributeTable::SelectCases(bool withTarget, std::span<double> cells) {
+  const double missing = MCMV::gMissingValue;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const double weight = weights_.empty() ? 1.0 : weights_[i];
+    summary_.totalWeightWithMissing += weight;
+    if (withTarget && targetCodes_[i] == kMissingTarget) {
+      cells[i] = missing;
+    }
+    if (cells[i] != missing) {
+      summary_.totalWeight += weight;
+      ++summary_.rows;
     }
   }
 }

@@ -1,11 +1,11 @@
 #ifndef MCBINNING_DATA_ATTRIBUTE_TABLE_H
 #define MCBINNING_DATA_ATTRIBUTE_TABLE_H
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <span>
 #include <vector>
 
-#include "data/binary_record_iterator.h"
 #include "data/data_preparator.h"
 #include "data/sorted_rows.h"
 #include "mcbinning/case_iterator.h"
@@ -79,8 +79,6 @@ class BINAttributeTable {
   bool IsEFNeeded() const { return isEFNeeded_; }
 
  private:
-  using Reader = MCBinning::BinaryRecordIterator;
-
   struct Summary {
     Summary();
     std::uint32_t rows = 0;
@@ -96,10 +94,11 @@ class BINAttributeTable {
   MCBinning::MCStatus Build(int attribute, int targetColumn, MCBinning::SortedRows& rows);
   bool FillRows(int attribute, int targetColumn, MCBinning::SortedRows& rows);
   void DropBuild(MCBinning::SortedRows& rows);
-  std::unique_ptr<Reader> OpenColumn(int column) const;
-  void StartReaders(int targetColumn);
-  bool ReadRows(Reader& attribute, Reader* target, MCBinning::SortedRows& rows);
-  void Summarize(const MCBinning::SortedRows& rows);
+  std::size_t CaseCount() const { return preparator_.GetNumberOfCasesUsed(); }
+  bool ReadColumn(int column, std::span<double> cells) const;
+  bool HoldTarget(int column);
+  bool HoldWeights();
+  void SelectCases(bool withTarget, std::span<double> cells);
 
   BINDataPreparator& preparator_;
   BINCaseIterator& cases_;
@@ -109,9 +108,12 @@ class BINAttributeTable {
   Summary summary_;
   MCBinning::SortedRows supervisedRows_;
   MCBinning::SortedRows unsupervisedRows_;
-  int openTargetColumn_ = -1;
-  std::unique_ptr<Reader> targetReader_;
-  std::unique_ptr<Reader> weightReader_;
+  // What every attribute is read with stays in memory, case by case.
+  int heldTarget_ = -1;  // column of the codes below, -1 while there are none
+  std::vector<std::uint16_t> targetCodes_;
+  bool weightsAreHeld_ = false;
+  bool wholeWeights_ = true;     // whole numbers whose sum is less than 2^32
+  std::vector<double> weights_;  // empty when all are 1
 };
 
 #endif

@@ -1,5 +1,6 @@
 #include "data/binary_record_iterator.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace MCBinning {
@@ -40,6 +41,23 @@ std::int32_t BinaryRecordIterator::Rewind() {
   status_ = kReady;
   ReadAhead();
   return status_;
+}
+
+std::size_t BinaryRecordIterator::Take(std::span<double> values) {
+  std::size_t taken = 0;
+  while (taken < values.size() && HasNext()) {
+    values[taken++] = Next();
+    if (!HasNext()) {
+      break;
+    }
+    // The value read ahead stands in the block too, one place before the position.
+    const std::size_t count = std::min(values.size() - taken, filled_ - position_);
+    std::copy_n(block_.get() + position_ - 1, count, values.data() + taken);
+    taken += count;
+    position_ += count;
+    readAhead_ = block_[position_ - 1];
+  }
+  return taken;
 }
 
 void BinaryRecordIterator::ReadBlock() {

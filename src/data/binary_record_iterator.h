@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "platform/file_system.h"
@@ -39,6 +40,10 @@ class BinaryRecordIterator final {
     ReadAhead();
     return nextValue_;
   }
+
+  /// Hands out the next values as Next() does, until `values` is full or none is ready, and returns
+  /// how many there were.
+  std::size_t Take(std::span<double> values);
 
   /// 0 a value is ready, 1 the end of the file, 3 the file could not be opened or read.
   virtual std::int32_t GetStatus() { return status_; }

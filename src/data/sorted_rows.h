@@ -2,13 +2,18 @@
 #define MCBINNING_DATA_SORTED_ROWS_H
 
 #include <cstddef>
+#include <memory>
 #include <vector>
+
+#include "data/row_order.h"
 
 namespace MCBinning {
 
-/// The usable rows of one attribute, ascending by value (NaN after all numbers, -0.0 equal to
-/// 0.0), rows of equal value in the order of the cases. How the rows are held is nobody else's
-/// matter: algorithms read them through the accessors only.
+/// The usable rows of one attribute, ascending by value (NaN after all numbers; -0.0 reads as 0.0).
+/// A row stands for one case, or for all cases of one value and code, its weight being the sum of
+/// theirs in the order of the cases; which of the two is nobody else's matter: algorithms read the
+/// rows through the accessors and count cases elsewhere. Rows of equal value are in the order of
+/// the cases or, when merged, of the codes.
 class SortedRows {
  public:
   struct Row {
@@ -17,33 +22,44 @@ class SortedRows {
     double weight;
   };
 
-  SortedRows();
+  SortedRows() = default;
 
   /// Takes rows that are already in order.
   explicit SortedRows(const std::vector<Row>& sortedRows);
 
-  std::size_t Size() const { return rows_.size(); }
+  std::size_t Size() const { return size_; }
 
   /// Rows count from 0 to Size() - 1 (not checked).
-  double Value(std::size_t row) const { return rows_[row].value; }
+  double Value(std::size_t row) const { return ValueOf(Key(row)); }
+  RowKey Key(std::size_t row) const { return isPacked_ ? packed_[row].key : wide_[row].key; }
 
   /// The target's category code, from 0; 0 in rows without a target.
-  int Code(std::size_t row) const { return rows_[row].code; }
+  int Code(std::size_t row) const {
+    return static_cast<int>(isPacked_ ? packed_[row].code : wide_[row].code);
+  }
 
-  /// 1.0 in rows without a weight variable.
-  double Weight(std::size_t row) const { return rows_[row].weight; }
+  /// The number of cases in rows without a weight variable.
+  double Weight(std::size_t row) const {
+    return isPacked_ ? static_cast<double>(packed_[row].weight) : wide_[row].weight;
+  }
 
-  /// Empties the rows and makes room for `rows` of them, so that no Append allocates. Throws
-  /// std::bad_alloc or std::length_error when there is no such room.
-  void Restart(std::size_t rows);
+  /// Makes the rows of the cases that have a value and returns the number of distinct values, every
+  /// NaN being a value of its own. Codes are less than `nCategories`. With `wholeWeights` all
+  /// weights are whole numbers whose sum is less than 2^32. Throws std::bad_alloc.
+  std::size_t Fill(const CaseColumns& cases, std::size_t nCategories, bool wholeWeights);
 
-  void Append(double value, int code, double weight) { rows_.push_back({value, code, weight}); }
+  /// Merges the rows of equal value and code where that has not been done, which changes what
+  /// weights that are no whole numbers add up to across values.
+  void Merge();
 
-  /// Puts the appended rows in order.
-  void Sort();
+  void Clear() { size_ = 0; }
 
  private:
-  std::vector<Row> rows_;
+  bool isPacked_ = false;
+  std::size_t size_ = 0;
+  std::size_t room_ = 0;
+  std::unique_ptr<PackedRow[]> packed_;  // one of the two is used
+  std::unique_ptr<WideRow[]> wide_;
 };
 
 }  // namespace MCBinning

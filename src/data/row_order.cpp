@@ -1,0 +1,252 @@
+#include "data/row_order.h"
+
+#include <mccomvor/missing_value.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+namespace MCBinning {
+namespace {
+
+constexpr std::size_t kMostBuckets = 1024;
+constexpr std::size_t kRowsPerBucket = 4096;   // aimed at while there are fewer buckets than that
+constexpr std::size_t kSamplesPerBucket = 16;  // no bucket is likely to be twice the average then
+constexpr std::size_t kMostCells = std::size_t{1} << 15;
+constexpr std::ptrdiff_t kFewRows = 16;
+
+/// Buckets of a block of keys: a binary search without a branch, one level for the whole block at
+/// a time, so that the searches of many keys overlap.
+constexpr std::size_t kBlock = 64;
+
+void searchSplitters(const std::vector<RowKey>& splitters, std::span<const RowKey> keys,
+                     std::array<std::size_t, kBlock>& buckets) {
+  buckets.fill(0);
+  for (std::size_t step = (splitters.size() + 1) / 2; step > 0; step /= 2) {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      buckets[i] += keys[i] >= splitters[buckets[i] + step - 1] ? step : 0;
+    }
+  }
+}
+
+template <typename Row>
+Row rowOf(const CaseColumns& cases, std::size_t i) {
+  using Weight = typename Row::WeightType;
+  return {KeyOf(cases.values[i]),
+          cases.weights != nullptr ? static_cast<Weight>(cases.weights[i]) : Weight{1},
+          cases.codes != nullptr ? std::uint32_t{cases.codes[i]} : 0};
+}
+
+/// Keeps rows of equal key in their order.
+template <typename Row>
+void sortCell(Row* first, Row* last) {
+  if (last - first > kFewRows) {
+    const auto isBefore = [](const Row& left, const Row& right) { return left.key < right.key; };
+    if (!std::is_sorted(first, last, isBefore)) {
+      std::stable_sort(first, last, isBefore);
+    }
+    return;
+  }
+  for (Row* next = first + 1; next < last; ++next) {
+    const Row row = *next;
+    Row* place = next;
+    for (; place > first && place[-1].key > row.key; --place) {
+      *place = place[-1];
+    }
+    *place = row;
+  }
+}
+
+/// Adds up the rows of one value by code.
+template <typename Row>
+class RunMerger {
+ public:
+  /// Returns the number of rows written to `merged`.
+  std::size_t Merge(std::span<const Row> run, Row* merged) {
+    nCodes_ = 0;
+    const RowKey key = run.front().key;
+    for (const Row& row : run) {
+      if (!isPresent_[row.code]) {
+        isPresent_[row.code] = true;
+        weightOf_[row.code] = 0;
+        codes_[nCodes_++] = row.code;
+      }
+      weightOf_[row.code] += row.weight;
+    }
+    std::sort(codes_.begin(), codes_.begin() + nCodes_);
+    for (std::ptrdiff_t i = 0; i < nCodes_; ++i) {
+      const std::uint32_t code = codes_[static_cast<std::size_t>(i)];
+      merged[i] = {key, weightOf_[code], code};
+      isPresent_[code] = false;
+    }
+    return static_cast<std::size_t>(nCodes_);
+  }
+
+ private:
+  static constexpr std::size_t kCodes = 256;
+  std::array<bool, kCodes> isPresent_{};
+  std::array<typename Row::WeightType, kCodes> weightOf_;
+  std::array<std::uint32_t, kCodes> codes_;
+  std::ptrdiff_t nCodes_ = 0;
+};
+
+/// What MergeRows does, without the merging.
+template <typename Row>
+RowCounts copyRows(std::span<const Row> rows, Row* copy) {
+  RowCounts counts{rows.size(), rows.empty() ? std::size_t{0} : std::size_t{1}};
+  for (std::size_t row = 1; row < rows.size(); ++row) {
+    counts.distinctValues += IsSameValue(rows[row].key, rows[row - 1].key) ? 0 : 1;
+  }
+  if (copy != rows.data()) {
+    std::copy(rows.begin(), rows.end(), copy);
+  }
+  return counts;
+}
+
+}  // namespace
+
+template <typename Row>
+RowCounts MergeRows(std::span<const Row> rows, Row* merged) {
+  RunMerger<Row> merger;
+  RowCounts counts;
+  for (std::size_t begin = 0; begin < rows.size();) {
+    std::size_t end = begin + 1;
+    while (end < rows.size() && IsSameValue(rows[end].key, rows[begin].key)) {
+      ++end;
+    }
+    if (end - begin == 1) {
+      merged[counts.rows++] = rows[begin];
+    } else {
+      counts.rows += merger.Merge(rows.subspan(begin, end - begin), merged + counts.rows);
+    }
+    ++counts.distinctValues;
+    begin = end;
+  }
+  return counts;
+}
+
+template <typename Row>
+RowCounts RowOrder<Row>::Fill(const CaseColumns& cases, Row* rows) {
+  nBuckets_ = FindSplitters(cases.values);
+  AssignBuckets(cases.values);
+  Scatter(cases, rows);
+  RowCounts counts;
+  std::size_t begin = 0;
+  for (std::size_t bucket = 0; bucket < nBuckets_; ++bucket) {
+    const std::size_t end = bucketEnds_[bucket];
+    const std::span<const Row> sorted = SortBucket(std::span(rows + begin, end - begin));
+    const RowCounts kept = Row::kIsMerged ? MergeRows(sorted, rows + counts.rows)
+                                          : copyRows(sorted, rows + counts.rows);
+    counts.rows += kept.rows;
+    counts.distinctValues += kept.distinctValues;
+    begin = end;
+  }
+  bucketOfCase_.reset();
+  return counts;
+}
+
+/// Returns the number of buckets, a power of 2.
+template <typename Row>
+std::size_t RowOrder<Row>::FindSplitters(std::span<const double> values) {
+  splitters_.clear();
+  const std::size_t buckets =
+      std::min(kMostBuckets, std::bit_floor(values.size() / kRowsPerBucket));
+  if (buckets < 2) {
+    return 1;
+  }
+  // One value from each of as many stretches of cases, at a place that moves on from stretch to
+  // stretch: neither order nor a period in the cases makes the sample lopsided.
+  const std::size_t samples = buckets * kSamplesPerBucket;
+  const std::size_t stretch = values.size() / samples;
+  std::vector<RowKey> sample(samples);
+  for (std::size_t i = 0; i < samples; ++i) {
+    sample[i] = KeyOf(values[i * stretch + i * 7919 % stretch]);
+  }
+  std::sort(sample.begin(), sample.end());
+  splitters_.resize(buckets - 1);
+  for (std::size_t i = 0; i < splitters_.size(); ++i) {
+    splitters_[i] = sample[(i + 1) * kSamplesPerBucket];
+    if (i > 0 && splitters_[i] <= splitters_[i - 1]) {
+      // Often met: a bucket for this one value.
+      splitters_[i] = std::max(splitters_[i - 1], splitters_[i] + 1);
+    }
+  }
+  return buckets;
+}
+
+template <typename Row>
+void RowOrder<Row>::AssignBuckets(std::span<const double> values) {
+  const double missing = MCMV::gMissingValue;
+  bucketOfCase_ = std::make_unique_for_overwrite<std::uint16_t[]>(values.size());
+  bucketEnds_.assign(nBuckets_ + 1, 0);
+  std::array<RowKey, kBlock> keys;
+  std::array<std::size_t, kBlock> buckets;
+  for (std::size_t first = 0; first < values.size(); first += kBlock) {
+    const auto block = values.subspan(first, std::min(kBlock, values.size() - first));
+    std::transform(block.begin(), block.end(), keys.begin(), KeyOf);
+    searchSplitters(splitters_, std::span(keys).first(block.size()), buckets);
+    for (std::size_t i = 0; i < block.size(); ++i) {
+      const std::size_t bucket = block[i] == missing ? nBuckets_ : buckets[i];
+      bucketOfCase_[first + i] = static_cast<std::uint16_t>(bucket);
+      ++bucketEnds_[bucket];
+    }
+  }
+}
+
+/// Leaves each bucket's end in bucketEnds_, which holds its number of rows on entry.
+template <typename Row>
+void RowOrder<Row>::Scatter(const CaseColumns& cases, Row* rows) {
+  std::size_t begin = 0;
+  for (std::size_t& bucket : bucketEnds_) {
+    begin += std::exchange(bucket, begin);
+  }
+  for (std::size_t i = 0; i < cases.values.size(); ++i) {
+    const std::uint16_t bucket = bucketOfCase_[i];
+    if (bucket != nBuckets_) {
+      rows[bucketEnds_[bucket]++] = rowOf<Row>(cases, i);
+    }
+  }
+}
+
+/// Returns the sorted rows, which stand in the bucket or in sorted_.
+template <typename Row>
+std::span<const Row> RowOrder<Row>::SortBucket(std::span<const Row> bucket) {
+  RowKey least = std::numeric_limits<RowKey>::max();
+  RowKey greatest = 0;
+  for (const Row& row : bucket) {
+    least = std::min(least, row.key);
+    greatest = std::max(greatest, row.key);
+  }
+  if (least >= greatest) {
+    return bucket;
+  }
+  const auto cellBits = std::bit_width(std::min(bucket.size(), kMostCells));
+  const auto keyBits = std::bit_width(greatest - least);
+  const auto shift = keyBits > cellBits ? keyBits - cellBits : 0;
+  const auto cellOf = [&](const Row& row) { return (row.key - least) >> shift; };
+  cellEnds_.assign(((greatest - least) >> shift) + 1, 0);
+  for (const Row& row : bucket) {
+    ++cellEnds_[cellOf(row)];
+  }
+  std::uint32_t begin = 0;
+  for (std::uint32_t& cell : cellEnds_) {
+    begin += std::exchange(cell, begin);
+  }
+  sorted_.resize(std::max(sorted_.size(), bucket.size()));
+  for (const Row& row : bucket) {
+    sorted_[cellEnds_[cellOf(row)]++] = row;
+  }
+  Row* first = sorted_.data();
+  for (const std::uint32_t end : cellEnds_) {
+    sortCell(first, sorted_.data() + end);
+    first = sorted_.data() + end;
+  }
+  return {sorted_.data(), first};
+}
+
+template class RowOrder<PackedRow>;
+template class RowOrder<WideRow>;
+template RowCounts MergeRows(std::span<const WideRow> rows, WideRow* merged);
+
+}  // namespace MCBinning
