@@ -12,6 +12,7 @@ namespace MCBinning {
 using RowKey = std::uint64_t;
 
 constexpr RowKey kSignBit = RowKey{1} << 63;
+constexpr RowKey kZeroKey = kSignBit;
 
 inline RowKey KeyOf(double value) {
   if (value != value) {

@@ -19,6 +19,9 @@ SortedRows::SortedRows(const std::vector<Row>& sortedRows)
   std::transform(sortedRows.begin(), sortedRows.end(), wide_.get(), [](const Row& row) {
     return WideRow{KeyOf(row.value), row.weight, static_cast<std::uint32_t>(row.code)};
   });
+  const auto zero = std::find_if(sortedRows.begin(), sortedRows.end(),
+                                 [](const Row& row) { return row.value == 0.0; });
+  zero_ = zero == sortedRows.end() ? 0.0 : zero->value;
 }
 
 std::size_t SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, bool wholeWeights) {
@@ -45,6 +48,8 @@ std::size_t SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, 
                  : RowOrder<PackedRow>().Fill(cases, packed_.get());
   }
   size_ = counts.rows;
+  const auto zero = std::find(cases.values.begin(), cases.values.end(), 0.0);
+  zero_ = zero == cases.values.end() ? 0.0 : *zero;
   return counts.distinctValues;
 }
 

@@ -9,11 +9,12 @@
 
 namespace MCBinning {
 
-/// The usable rows of one attribute, ascending by value (NaN after all numbers; -0.0 reads as 0.0).
-/// A row stands for one case, or for all cases of one value and code, its weight being the sum of
-/// theirs in the order of the cases; which of the two is nobody else's matter: algorithms read the
-/// rows through the accessors and count cases elsewhere. Rows of equal value are in the order of
-/// the cases or, when merged, of the codes.
+/// The usable rows of one attribute, ascending by value, NaN after all numbers. -0.0 and 0.0 are
+/// one value, for which the first of the cases that have it stands. A row stands for one case, or
+/// for all cases of one value and code, its weight being the sum of theirs in the order of the
+/// cases; which of the two is nobody else's matter: algorithms read the rows through the accessors
+/// and count cases elsewhere. Rows of equal value are in the order of the cases or, when merged, of
+/// the codes.
 class SortedRows {
  public:
   struct Row {
@@ -30,7 +31,10 @@ class SortedRows {
   std::size_t Size() const { return size_; }
 
   /// Rows count from 0 to Size() - 1 (not checked).
-  double Value(std::size_t row) const { return ValueOf(Key(row)); }
+  double Value(std::size_t row) const {
+    const RowKey key = Key(row);
+    return key == kZeroKey ? zero_ : ValueOf(key);
+  }
   RowKey Key(std::size_t row) const { return isPacked_ ? packed_[row].key : wide_[row].key; }
 
   /// The target's category code, from 0; 0 in rows without a target.
@@ -56,6 +60,7 @@ class SortedRows {
 
  private:
   bool isPacked_ = false;
+  double zero_ = 0.0;  // or -0.0
   std::size_t size_ = 0;
   std::size_t room_ = 0;
   std::unique_ptr<PackedRow[]> packed_;  // one of the two is used

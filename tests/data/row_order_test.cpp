@@ -136,9 +136,9 @@ TEST(RowOrderTest, CasesOfOneBucketComeAsThePlainSortPutsThem) {
 }
 
 TEST(RowOrderTest, CasesOfManyBucketsComeAsThePlainSortPutsThem) {
-  expectPlainOrder(70000, 2, Weights::None, 4);
-  expectPlainOrder(70000, 100, Weights::Whole, 5);
-  expectPlainOrder(70000, 256, Weights::Fractions, 6);
+  expectPlainOrder(66000, 2, Weights::None, 4);
+  expectPlainOrder(66000, 100, Weights::Whole, 5);
+  expectPlainOrder(66000, 256, Weights::Fractions, 6);
 }
 
 TEST(RowOrderTest, CasesWithoutCodesHaveCodeZero) {

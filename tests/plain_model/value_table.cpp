@@ -38,6 +38,16 @@ void countValueEvents(const ValueTable& table, Events& events) {
   events.CountIf(table.rows.size() > table.distinctValues, Event::kTiedValues);
 }
 
+// -0.0 and 0.0 are one value, for which the first of the cases that have it stands.
+void unifyZeros(std::vector<Row>& rows) {
+  const auto isZero = [](const Row& row) { return row.value == 0.0; };
+  const auto first = std::find_if(rows.begin(), rows.end(), isZero);
+  const double zero = first == rows.end() ? 0.0 : first->value;
+  for (Row& row : rows) {
+    row.value = isZero(row) ? zero : row.value;
+  }
+}
+
 // Reads the columns case by case; a negative target column stands for a table without target.
 ValueTable readTable(const PreparedData& data, int attributeColumn, int targetColumn,
                      Events& events) {
@@ -54,6 +64,7 @@ ValueTable readTable(const PreparedData& data, int attributeColumn, int targetCo
       table.rows.push_back({value, static_cast<int>(target), weight});
     }
   }
+  unifyZeros(table.rows);
   std::stable_sort(table.rows.begin(), table.rows.end(), comesBefore);
   if (!table.rows.empty()) {
     table.minimum = table.rows.front().value;

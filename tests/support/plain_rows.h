@@ -25,12 +25,13 @@ struct PlainCases {
 };
 
 /// The rows as they are defined: one per case with a value, in ascending order, NaN last, equal
-/// values in the order of the cases.
+/// values in the order of the cases. The first zero stands for -0.0 and 0.0 alike.
 inline std::vector<MCBinning::SortedRows::Row> plainRows(const PlainCases& cases) {
   std::vector<MCBinning::SortedRows::Row> rows;
+  const auto zero = std::find(cases.values.begin(), cases.values.end(), 0.0);
   for (std::size_t i = 0; i < cases.values.size(); ++i) {
     if (cases.values[i] != MCMV::gMissingValue) {
-      rows.push_back({cases.values[i] == 0.0 ? 0.0 : cases.values[i], cases.codes[i],
+      rows.push_back({cases.values[i] == 0.0 ? *zero : cases.values[i], cases.codes[i],
                       cases.weights.empty() ? 1.0 : cases.weights[i]});
     }
   }
