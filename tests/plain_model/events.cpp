@@ -41,6 +41,8 @@ constexpr std::array<const char*, kEventCount> kNames = {
     "small bin merged right",
     "small bin with equal scores",
     "three bins folded into one",
+    "scale variable as target",
+    "weight as target",
     "target of one category",
     "target of two categories",
     "target of three categories or more",

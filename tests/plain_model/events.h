@@ -45,6 +45,8 @@ enum class Event {
   kSmallBinMergedRight,
   kSmallBinTie,
   kThreeBinsFolded,
+  kScaleTarget,
+  kWeightAsTarget,
   kOneCategory,
   kTwoCategories,
   kManyCategories,

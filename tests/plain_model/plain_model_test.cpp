@@ -20,7 +20,7 @@ std::uint64_t fromEnvironment(const char* name, std::uint64_t otherwise) {
 
 TEST(PlainModel, LibraryAgreesBitForBitOnRandomRuns) {
   const std::uint64_t seed = fromEnvironment("MCB_SEED", 1);
-  const std::uint64_t runs = fromEnvironment("MCB_RUNS", 4000);
+  const std::uint64_t runs = fromEnvironment("MCB_RUNS", 5000);
   std::cout << "MCB_SEED=" << seed << " MCB_RUNS=" << runs << std::endl;
   const mcbinning_tests::ScratchDirectory directory;
   Events events;
@@ -38,7 +38,7 @@ TEST(PlainModel, LibraryAgreesBitForBitOnRandomRuns) {
     const auto event = static_cast<Event>(i);
     std::cout << "  " << eventName(event) << ": " << events.Of(event) << '\n';
     // The ordinary number of runs reaches everything; a few runs need not.
-    if (runs >= 4000 && differing == 0) {
+    if (runs >= 5000 && differing == 0) {
       EXPECT_GT(events.Of(event), 0U) << eventName(event);
     }
   }

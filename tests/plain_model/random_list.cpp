@@ -227,9 +227,13 @@ class ListMaker {
     made_.plain.SetRole(index, role);
   }
 
+  // Also makes targets of variables that cannot be added as one: of a scale variable or the weight.
   void ChangeRoles() {
-    if (dice_.Chance(0.08) && made_.plain.Size() > 0) {
-      SetRole(dice_.Below(made_.plain.Size()),
+    const int size = made_.plain.Size();
+    if (size > 0 && made_.plain.target < 0 && dice_.Chance(0.5)) {
+      SetRole(dice_.Below(size), VariableRole::TargetRole);
+    } else if (size > 0 && dice_.Chance(0.08)) {
+      SetRole(dice_.Below(size),
               dice_.Pick({VariableRole::UndefinedRole, VariableRole::AttributeRole,
                           VariableRole::TargetRole, VariableRole::FrequencyWeightRole,
                           static_cast<VariableRole>(7)}));

@@ -104,8 +104,8 @@ double drawCell(Dice& dice, const Variable& variable, const CellPlan& plan, int 
 }
 
 int drawNumberOfCases(Dice& dice) {
-  if (dice.Chance(0.0005)) {
-    return dice.Between(10001, 21000);
+  if (dice.Chance(0.003)) {
+    return dice.Between(10001, 25000);
   }
   switch (dice.Weighted({1, 8, 45, 40, 6})) {
     case 0:
@@ -148,7 +148,7 @@ std::vector<Case> drawCases(Dice& dice, const PlannedList& planned) {
       host.push_back(drawCell(dice, planned.plain.variables[i], planned.plans[i], caseClass));
     }
   }
-  if (dice.Chance(0.2)) {
+  if (dice.Chance(0.3)) {
     mirror(planned.plain, cases);
   }
   return cases;

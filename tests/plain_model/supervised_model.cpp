@@ -201,6 +201,8 @@ Status SupervisedModel::BinPair(int attribute, int target) {
     events_.CountIf(record.status.IsOK(), Event::kNoValidCases);
     record.status = record.status.IsError() ? record.status : warning(120015);
   } else {
+    events_.CountIf(list_.At(target).kind == Kind::kScale, Event::kScaleTarget);
+    events_.CountIf(list_.At(target).kind == Kind::kWeight, Event::kWeightAsTarget);
     if (Search(table, record.status, bins)) {
       record.modelEntropy = modelEntropy(bins.counts, table.totalWeight);
     }
