@@ -75,7 +75,8 @@ double codeCell(Dice& dice, const CellPlan& plan, int caseClass) {
 
 double weightCell(Dice& dice, const CellPlan& plan) {
   if (dice.Chance(plan.missing)) {
-    return dice.Pick({0.0, -0.0, -1.0, 0.3, MCMV::gMissingValue, kNaN, kInfinity, -kInfinity});
+    return dice.Pick({0.0, -0.0, -1.0, 0.3, 0.49999999999999994, MCMV::gMissingValue, kNaN,
+                      kInfinity, -kInfinity});
   }
   switch (plan.style) {
     case CellStyle::kQuarters:
@@ -157,7 +158,7 @@ std::vector<Case> drawCases(Dice& dice, const PlannedList& planned) {
 Settings drawSettings(Dice& dice) {
   Settings settings;
   settings.rightClosed = dice.Chance(0.5);
-  settings.numberOfBins = dice.Chance(0.01) ? -1 : dice.Pick({2, 3, 4, 5, 7, 10, 10, 20, 50, 999});
+  settings.numberOfBins = dice.Chance(0.01) ? -1 : dice.Pick({2, 3, 4, 5, 7, 10, 11, 20, 97, 999});
   settings.distinctValueThreshold =
       dice.Pick({-1, 0, 0, 1, 2, 5, 10, 30, std::numeric_limits<int>::max()});
   settings.smallBinThreshold = dice.Pick({0.0, 0.0, 0.1, 0.5, 0.8, 1.0, 1.0, 1.0, dice.Unit()});
@@ -169,7 +170,7 @@ Settings drawSettings(Dice& dice) {
 Settings changeSettings(Dice& dice, Settings settings) {
   if (dice.Chance(0.5)) {
     settings = drawSettings(dice);
-    settings.numberOfBins = dice.Pick({2, 3, 8, 20});
+    settings.numberOfBins = dice.Pick({2, 3, 8, 22});
     settings.distinctValueThreshold = dice.Pick({0, 1, 5, 30});
   }
   return settings;

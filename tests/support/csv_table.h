@@ -1,18 +1,20 @@
 #ifndef MCBINNING_TESTS_SUPPORT_CSV_TABLE_H
 #define MCBINNING_TESTS_SUPPORT_CSV_TABLE_H
 
+#include <mccomvor/missing_value.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace mcbinning_tests {
 
-/// A comma-separated file with a header line; no quoted cells. Throws std::runtime_error when the
-/// file cannot be read, a row has too few or too many cells, or a column is unknown.
+/// A comma-separated file with a header line. Quotes around a cell are dropped; a comma inside them
+/// is not understood. Throws std::runtime_error when the file cannot be read, a row has too few or
+/// too many cells, or a column is unknown.
 class CsvTable {
  public:
   explicit CsvTable(const std::string& path) {
@@ -42,21 +44,24 @@ class CsvTable {
     return texts;
   }
 
+  /// An empty cell is system-missing.
   std::vector<double> Numbers(const std::string& column) const {
     std::vector<double> numbers;
     for (const std::string& text : Texts(column)) {
-      numbers.push_back(std::stod(text));
+      numbers.push_back(text.empty() ? MCMV::gMissingValue : std::stod(text));
     }
     return numbers;
   }
 
  private:
   static std::vector<std::string> Split(const std::string& line) {
-    std::vector<std::string> cells;
-    std::istringstream stream(line);
-    std::string cell;
-    while (std::getline(stream, cell, ',')) {
-      cells.push_back(cell);
+    std::vector<std::string> cells(1);
+    for (const char character : line) {
+      if (character == ',') {
+        cells.emplace_back();
+      } else if (character != '"') {
+        cells.back() += character;
+      }
     }
     return cells;
   }
