@@ -1,25 +1,16 @@
 #include "status/attribute_progress.h"
 
 #include <gtest/gtest.h>
-#include <mccomvor/missing_value.h>
 
 #include <vector>
+
+#include "support/host_objects.h"
 
 namespace {
 
 using MCBinning::AttributeProgress;
 using MCBinning::MCStatus;
-
-class RecordingListener : public ProgressListener {
- public:
-  void ReportProgress(ProgressReport& report) override {
-    indexes.push_back(report.DiscreteMeasure("IndexVar"));
-    elapsed.push_back(report.ScaleMeasure("elapsedTime"));
-  }
-
-  std::vector<int> indexes;
-  std::vector<double> elapsed;
-};
+using mcbinning_tests::RecordingListener;
 
 // The attributes reported when attribute i (from 0) ends with statuses[i].
 std::vector<int> reported(int nSkippedReports, const std::vector<MCStatus>& statuses) {
