@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <new>
 #include <string>
 
@@ -8,6 +9,8 @@
 #include "errors.h"
 #include "system/interrupt.h"
 #include "system/terminal.h"
+#include "text/help_format.h"
+#include "text/parse_errors.h"
 
 namespace {
 
@@ -32,11 +35,12 @@ int usageError(const CLI::App& program, const std::string& message) {
 int parseAndRun(CLI::App& program, int argc, char** argv) {
   try {
     program.parse(argc, argv);
+    if (program.get_subcommands().empty()) throw mcbin::UsageError(mcbin::commandList(program));
     return ExitCode::kDone;
   } catch (const CLI::Success& success) {
     return program.exit(success);
   } catch (const CLI::ParseError& error) {
-    return usageError(program, error.what());
+    return usageError(program, mcbin::parseErrorText(program, error));
   } catch (const mcbin::UsageError& error) {
     return usageError(program, error.what());
   } catch (const mcbin::Interrupted& interrupted) {
@@ -62,8 +66,10 @@ int main(int argc, char** argv) {
       "Cuts scale columns of a table into bins that separate the categories of a "
       "target, or into bins of equal frequency.",
       "mcbin");
-  program.set_version_flag("--version", "mcbin " MCBIN_VERSION);
-  program.require_subcommand(1);
+  program.formatter(std::make_shared<mcbin::HelpFormatter>());
+  program.set_help_flag("-h,--help", "Print this help and exit");
+  program.set_version_flag("--version", "mcbin " MCBIN_VERSION, "Print the version and exit");
+  program.require_subcommand(0, 1);
   mcbin::addFitCommand(program);
   return parseAndRun(program, argc, argv);
 }
