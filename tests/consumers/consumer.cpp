@@ -5,6 +5,7 @@
 #include <mccomvor/record.h>
 
 #include <iostream>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -39,21 +40,74 @@ void tryProgress() {
   expect(listener.elapsedTime == MCMV::gMissingValue, "a fresh report has the host's missing time");
 }
 
-void tryVariablesAndSettings() {
+// The numbers 0 to 39; the first twenty belong to category 0, the others to category 1.
+class FortyCases : public BINCaseIterator {
+ public:
+  bool HasNext() override { return next_ < 40; }
+
+  const MCCommon::Record* Next() override {
+    record_[0] = next_;
+    record_[1] = next_ < 20 ? 0.0 : 1.0;
+    ++next_;
+    return &record_;
+  }
+
+ private:
+  MCCommon::Record record_{2};
+  int next_ = 0;
+};
+
+BINVarList makeVariables() {
   BINVarList varList;
-  const int attribute = varList.AddContVar("age", "", IBINVariable::AttributeRole);
-  const int target = varList.AddCatVar("bought", "", std::vector<std::string>{"no", "yes"},
+  const int attribute = varList.AddContVar("number", "", IBINVariable::AttributeRole);
+  const int target = varList.AddCatVar("half", "", std::vector<std::string>{"lower", "upper"},
                                        IBINVariable::TargetRole);
   expect(attribute == 0 && target == 1, "variables get the next index");
-  std::vector<int> singleCategoryVars;
-  std::vector<int> emptyVars;
-  expect(varList.IsValidList(singleCategoryVars, emptyVars), "the list is valid");
+  return varList;
+}
 
+void trySupervised() {
+  BINVarList varList = makeVariables();
   BINSettings settings;
   expect(settings.SetNumberOfBins(10), "10 bins are accepted");
+  BINFactory factory;
+  const std::unique_ptr<IBINAlgorithm> algorithm(factory.CreateBINAlgorithm(settings, varList));
+  expect(algorithm != nullptr, "the factory makes a supervised algorithm");
+  if (algorithm == nullptr) {
+    return;
+  }
+
+  FortyCases cases;
+  expect(algorithm->Run(cases, nullptr, nullptr).IsOK(), "the supervised run is OK");
+  BINAttributeTargetResults result;
+  expect(algorithm->GetOutput()->GetAttributeTargetCutPoints(0, 1, result).IsOK(),
+         "the pair has a result");
+  expect(result.GetCutPoints() == std::vector<double>{19.0}, "one cut between the halves");
+  expect(result.GetCellCounts() == std::vector<std::vector<double>>{{20, 20, 0}, {20, 0, 20}},
+         "both bins are pure");
   std::ostringstream text;
   settings.Display(text);
   expect(text.str().find("BINSettings") != std::string::npos, "settings display themselves");
+}
+
+void tryEqualFrequency() {
+  BINVarList varList = makeVariables();
+  EFBINSettings settings;
+  expect(settings.SetNumberOfBins(4), "4 bins are accepted");
+  EFBINFactory factory;
+  const std::unique_ptr<IEFBINAlgorithm> algorithm(factory.CreateEFBINAlgorithm(settings, varList));
+  expect(algorithm != nullptr, "the factory makes an equal-frequency algorithm");
+  if (algorithm == nullptr) {
+    return;
+  }
+
+  FortyCases cases;
+  const std::vector<int> attributes = {0};
+  expect(algorithm->Run(cases, &attributes).IsOK(), "the equal-frequency run is OK");
+  BINAttributeResults result;
+  expect(algorithm->GetOutput()->GetAttributeCutPoints(0, result).IsOK(),
+         "the attribute has a result");
+  expect(result.GetCellCounts() == std::vector<double>{10, 10, 10, 10}, "four equal bins");
 }
 
 void tryRecord() {
@@ -67,8 +121,9 @@ void tryRecord() {
 
 int main() {
   tryProgress();
-  tryVariablesAndSettings();
   tryRecord();
+  trySupervised();
+  tryEqualFrequency();
   std::cout << (failed ? "consumer failed\n" : "consumer ok\n");
   return failed ? 1 : 0;
 }
