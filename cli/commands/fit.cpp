@@ -40,8 +40,8 @@ struct FitCommand {
 
 constexpr const char* kExamples =
     "Examples:\n"
-    "  mcbin fit examples/data/loans.csv --target default --missing income=-1 \\\n"
-    "      --missing employment_years=999 -o loans.json\n"
+    "  mcbin fit examples/data/loans.csv --target default --weight weight \\\n"
+    "      --missing income=-1 --missing employment_years=999 -o loans.json\n"
     "  mcbin fit examples/data/loans.csv --equal-frequency --bins 4 --attribute age\n"
     "\n"
     "Temporary files go to the directory that TMPDIR names, by default /tmp.\n"

@@ -2,7 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <map>
+#include <algorithm>
+#include <utility>
 
 #include "text/format.h"
 
@@ -39,6 +40,26 @@ std::string namesOf(const std::vector<ColumnPlan>& columns, ColumnUse use) {
   return names;
 }
 
+/// The columns that are left out, one line a reason.
+std::string leftOutText(const std::vector<ColumnPlan>& columns) {
+  std::vector<std::pair<std::string, std::string>> namesByReason;
+  for (const ColumnPlan& column : columns) {
+    if (column.use != ColumnUse::LeftOut) continue;
+    const auto known = std::find_if(namesByReason.begin(), namesByReason.end(),
+                                    [&](const auto& line) { return line.first == column.reason; });
+    if (known == namesByReason.end()) {
+      namesByReason.emplace_back(column.reason, column.name);
+    } else {
+      known->second += ", " + column.name;
+    }
+  }
+  std::string text;
+  for (const auto& [reason, names] : namesByReason) {
+    text += fmt::format("  left out: {} ({})\n", names, reason);
+  }
+  return text;
+}
+
 }  // namespace
 
 std::string planText(const std::vector<ColumnPlan>& columns, const std::string& data,
@@ -51,11 +72,7 @@ std::string planText(const std::vector<ColumnPlan>& columns, const std::string& 
   }
   const std::string weight = namesOf(columns, ColumnUse::Weight);
   if (!weight.empty()) text += "  scale, the weight: " + weight + "\n";
-  for (const ColumnPlan& column : columns) {
-    if (column.use != ColumnUse::LeftOut) continue;
-    text += fmt::format("  left out: {} ({})\n", column.name, column.reason);
-  }
-  return text;
+  return text + leftOutText(columns);
 }
 
 std::string timingsText(const FitTimings& timings, double writing) {
