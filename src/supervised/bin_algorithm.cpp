@@ -57,6 +57,8 @@ MCStatus BINAlgorithm::Run(BINCaseIterator& cases, const std::vector<int>* attri
     return RunSelection(cases, {attributes, targets});
   } catch (...) {
     preProcess_.reset();
+    pairRows_ = nullptr;
+    data_.Discard();
     return {kException, false};
   }
 }

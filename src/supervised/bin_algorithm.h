@@ -22,7 +22,9 @@
 /// The supervised algorithm. Works on its own copies of settings and list; a later Run may ask for
 /// other pairs over the data that the first one prepared. The settings' bin count, small-bin
 /// threshold and reports are read at every Run, the distinct-value threshold, the closed border and
-/// the temporary directory when the data are prepared.
+/// the temporary directory when the data are prepared. When anything throws in a Run, the prepared
+/// data are thrown away with their files; the records filed so far stay and the next Run prepares
+/// anew.
 class BINAlgorithm : public IBINAlgorithm {
  public:
   /// `files` is borrowed and must outlive the algorithm.
