@@ -48,6 +48,11 @@ class CandidateTable {
     return {weights_.data() + offsets_[candidate], offsets_[candidate + 1] - offsets_[candidate]};
   }
 
+  /// The number of weights that the candidates `first` to `last`, both included, carry.
+  std::size_t CountEntries(std::size_t first, std::size_t last) const {
+    return offsets_[last + 1] - offsets_[first];
+  }
+
   /// Adds a candidate to class counts, or takes it away: category by category in code order, each
   /// weight first at its category's element, then at the total.
   void AddTo(ClassCounts& counts, std::size_t candidate) const;

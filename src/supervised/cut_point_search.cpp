@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "supervised/running_counts.h"
 #include "supervised/split_scan.h"
 
 namespace MCBinning {
@@ -41,7 +42,8 @@ bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const 
 
 class Search {
  public:
-  explicit Search(const CandidateTable& table) : table_(table), scan_(table) {}
+  explicit Search(const CandidateTable& table)
+      : table_(table), counts_(table), scan_(table, counts_) {}
 
   /// In no particular order.
   std::vector<double> Run() {
@@ -67,36 +69,40 @@ class Search {
     if (interval.first == interval.last) {
       return false;
     }
-    table_.Sum(interval.first, interval.last, total_);
-    const SplitScan::Split split = scan_.FindBest(interval.first, interval.last, total_);
+    counts_.Start(interval.first, interval.last);
+    const SplitScan::Split split = scan_.FindBest(interval.first, interval.last);
     if (!split.found || split.position == interval.last ||
         std::isnan(table_.CutPointAfter(split.position))) {
       return false;
     }
     CountSides(interval, split.position);
     position = split.position;
-    return isSplitWorthwhile(total_, left_, right_, split.entropy);
+    return isSplitWorthwhile(counts_.Total(), sides_.left, sides_.right, split.entropy);
   }
 
   void CountSides(const Interval& interval, std::size_t position) {
+    if (counts_.IsExact()) {
+      counts_.At(position + 1, sides_);
+      return;
+    }
     const bool leftIsNearer = position <= interval.first + (interval.last - interval.first) / 2;
-    ClassCounts& nearer = leftIsNearer ? left_ : right_;
-    ClassCounts& other = leftIsNearer ? right_ : left_;
+    ClassCounts& nearer = leftIsNearer ? sides_.left : sides_.right;
+    ClassCounts& other = leftIsNearer ? sides_.right : sides_.left;
     if (leftIsNearer) {
       table_.Sum(interval.first, position, nearer);
     } else {
       table_.Sum(position + 1, interval.last, nearer);
     }
-    other.resize(total_.size());
-    std::transform(total_.begin(), total_.end(), nearer.begin(), other.begin(), std::minus<>());
+    const ClassCounts& total = counts_.Total();
+    other.resize(total.size());
+    std::transform(total.begin(), total.end(), nearer.begin(), other.begin(), std::minus<>());
   }
 
   const CandidateTable& table_;
+  RunningCounts counts_;
   SplitScan scan_;
+  SplitCounts sides_;
   std::vector<double> cutPoints_;
-  ClassCounts total_;
-  ClassCounts left_;
-  ClassCounts right_;
 };
 
 /// Fills in the class counts of the bins that the cut points make of the candidates.

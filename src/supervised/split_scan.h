@@ -1,13 +1,19 @@
 #ifndef MCBINNING_SUPERVISED_SPLIT_SCAN_H
 #define MCBINNING_SUPERVISED_SPLIT_SCAN_H
 
+#include <array>
 #include <cstddef>
+#include <vector>
 
 #include "supervised/candidate_table.h"
+#include "supervised/running_counts.h"
 
 namespace MCBinning {
 
-/// Finds the best split of an interval of candidates.
+/// Finds the best split of an interval of candidates without evaluating most of them: the interval
+/// is halved again and again, and a part that provably holds no position as good as the best one
+/// seen so far is left alone (docs/performance.md derives the bound and its slack). What is
+/// evaluated is evaluated as a scan of every position would, on the same running counts.
 class SplitScan {
  public:
   /// The left part of a split runs from the interval's first candidate to `position`; the right
@@ -18,22 +24,41 @@ class SplitScan {
     bool found = false;
   };
 
-  /// `table` is borrowed and must outlive the scan.
-  explicit SplitScan(const CandidateTable& table);
+  /// Both are borrowed and must outlive the scan.
+  SplitScan(const CandidateTable& table, const RunningCounts& counts);
 
   /// The examined position with the least weighted entropy, the first one among equals; a position
-  /// whose entropy is NaN never wins. `total` holds the class counts of the whole interval, which
-  /// has at least two candidates. The running counts start from zeros on the left and `total` on
-  /// the right, and each position first adds its candidate to the left, then takes it from the
-  /// right.
-  Split FindBest(std::size_t first, std::size_t last, const ClassCounts& total);
+  /// whose entropy is NaN never wins. `counts` has been started on the interval, which has at least
+  /// two candidates.
+  Split FindBest(std::size_t first, std::size_t last);
 
  private:
+  /// A border and what the bounds of the stretches on both its sides need.
+  struct Border {
+    std::size_t at = 0;
+    SplitCounts counts;
+    std::vector<double> terms;  // per category: x log2 x + y log2 y of its shares x left, y right
+  };
+
   bool IsPure(std::size_t candidate) const;
+  bool IsExamined(std::size_t position) const;
+  void Evaluate(std::size_t position, const SplitCounts& counts);
+  void Search(const Border& begin, const Border& end, std::size_t depth);
+  void ScanAll(const Border& begin, std::size_t end);
+  void FillTerms(Border& border) const;
+  double LeastEntropy(const Border& begin, const Border& end) const;
+  double Slack(const Border& begin, const Border& end, double slope) const;
+
+  static constexpr std::size_t kDeepest = 40;  // halvings of 2^32 candidates
 
   const CandidateTable& table_;
-  ClassCounts left_;
-  ClassCounts right_;
+  const RunningCounts& counts_;
+  std::size_t first_ = 0;
+  std::size_t last_ = 0;
+  double weight_ = 0.0;  // of the interval
+  Split best_;
+  std::array<Border, kDeepest> borders_;
+  SplitCounts running_;
 };
 
 }  // namespace MCBinning

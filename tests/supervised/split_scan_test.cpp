@@ -2,23 +2,42 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/plain_split_scan.h"
+
 namespace MCBinning {
 namespace {
+
+/// What the scan finds, which must be what evaluating every position finds.
+SplitScan::Split bestSplitOf(const CandidateTable& table, std::size_t first, std::size_t last) {
+  RunningCounts counts(table);
+  counts.Start(first, last);
+  const SplitScan::Split split = SplitScan(table, counts).FindBest(first, last);
+  const SplitScan::Split plain = mcbinning_tests::plainBestSplit(table, first, last);
+  EXPECT_EQ(split.found, plain.found);
+  EXPECT_EQ(split.position, plain.position);
+  EXPECT_EQ(split.entropy, plain.entropy);
+  return split;
+}
 
 SplitScan::Split bestSplitOf(const std::vector<SortedRows::Row>& rows, std::size_t nCategories) {
   const CandidateTable table =
       CandidateTable::FromRows(SortedRows(rows), nCategories, rows.size(), true);
-  ClassCounts total;
-  table.Sum(0, table.Size() - 1, total);
-  return SplitScan(table).FindBest(0, table.Size() - 1, total);
+  return bestSplitOf(table, 0, table.Size() - 1);
 }
 
 SplitScan::Split bestSplitOfPreBins(const std::vector<double>& counts, std::size_t nCategories) {
   const std::vector<double> boundaries(counts.size() / nCategories + 1, 0.0);
   const CandidateTable table = CandidateTable::FromPreBins(&boundaries, &counts, nCategories);
-  ClassCounts total;
-  table.Sum(0, table.Size() - 1, total);
-  return SplitScan(table).FindBest(0, table.Size() - 1, total);
+  return bestSplitOf(table, 0, table.Size() - 1);
 }
 
 TEST(SplitScanTest, FindsTheClassBoundary) {
@@ -85,6 +104,128 @@ TEST(SplitScanTest, RunningCountsMoveByOneCandidateAtATime) {
   const auto split = bestSplitOf({{1, 0, 0.1}, {2, 0, 0.2}, {3, 1, 0.7}, {4, 1, 0.4}}, 2);
   EXPECT_EQ(split.position, 1U);
   EXPECT_EQ(split.entropy, WeightedEntropy(left, right));
+}
+
+using Random = std::mt19937_64;
+
+struct Shape {
+  const char* name;
+  // The category of the candidate at i of n, of k.
+  std::function<unsigned(double i, double n, unsigned k, Random&)> code;
+};
+
+const std::vector<Shape>& shapes() {
+  const auto share = [](Random& random) {
+    return std::uniform_real_distribution<double>(0.0, 1.0)(random);
+  };
+  static const std::vector<Shape> all = {
+      {"noise",
+       [](double, double, unsigned k, Random& r) { return static_cast<unsigned>(r() % k); }},
+      {"one category", [](double, double, unsigned, Random&) { return 0U; }},
+      {"steps",
+       [](double i, double n, unsigned k, Random&) { return static_cast<unsigned>(i * k / n); }},
+      {"noisy steps",
+       [share](double i, double n, unsigned k, Random& r) {
+         const bool isNoise = share(r) < 0.3;
+         return static_cast<unsigned>(isNoise ? share(r) * k : i * k / n);
+       }},
+      {"mirrored",
+       [](double i, double n, unsigned k, Random&) {
+         return static_cast<unsigned>(std::min(i, n - 1 - i) * 2 * k / n) % k;
+       }},
+      {"alternating",
+       [](double i, double, unsigned k, Random&) { return static_cast<unsigned>(i) % k; }},
+      {"rare",
+       [share](double, double, unsigned k, Random& r) {
+         return share(r) < 0.999 ? 0U : static_cast<unsigned>(r() % k);
+       }},
+      {"first half of all, then one",
+       [share](double i, double n, unsigned k, Random& r) {
+         return i < n / 2 ? static_cast<unsigned>(share(r) * k) : 0U;
+       }},
+  };
+  return all;
+}
+
+using WeightOf = std::function<double(Random&)>;
+
+std::vector<SortedRows::Row> makeRows(const Shape& shape, std::size_t n, unsigned k,
+                                      double rowsPerValue, const WeightOf& weight, Random& random) {
+  std::vector<SortedRows::Row> rows;
+  double value = 0.0;
+  for (std::size_t i = 0; i < n; ++i) {
+    const auto code = shape.code(static_cast<double>(i), static_cast<double>(n), k, random);
+    rows.push_back({value, static_cast<int>(code), weight(random)});
+    value += static_cast<double>(random() % 1000) < 1000.0 / rowsPerValue ? 1.0 : 0.0;
+  }
+  return rows;
+}
+
+/// The whole of each table and stretches of it.
+void expectPlainSplits(std::size_t n, unsigned k, const WeightOf& weight, std::uint64_t seed) {
+  for (const Shape& shape : shapes()) {
+    for (const double rowsPerValue : {1.0, 1.5, 20.0}) {
+      SCOPED_TRACE(std::string(shape.name) + ", rows per value " + std::to_string(rowsPerValue) +
+                   ", seed " + std::to_string(seed));
+      Random random(seed);
+      const auto rows = makeRows(shape, n, k, rowsPerValue, weight, random);
+      const CandidateTable table = CandidateTable::FromRows(SortedRows(rows), k, n, true);
+      if (table.Size() < 2) {
+        continue;
+      }
+      bestSplitOf(table, 0, table.Size() - 1);
+      for (int stretch = 0; stretch < 3; ++stretch) {
+        const std::size_t first = random() % (table.Size() - 1);
+        bestSplitOf(table, first, first + 1 + random() % (table.Size() - first - 1));
+      }
+    }
+  }
+}
+
+double one(Random&) { return 1.0; }
+double whole(Random& random) { return static_cast<double>(1 + random() % 50); }
+double fraction(Random& random) {
+  return std::uniform_real_distribution<double>(1e-3, 2.0)(random);
+}
+double wild(Random& random) {
+  return std::exp2(std::uniform_real_distribution<double>(-1070.0, 1000.0)(random));
+}
+double tiny(Random& random) {
+  return static_cast<double>(1 + random() % 7) * std::numeric_limits<double>::denorm_min();
+}
+double huge(Random&) { return 1e308; }
+
+TEST(SplitScanTest, WholeWeightsGiveTheSplitOfThePlainScan) {
+  expectPlainSplits(40, 2, one, 1);
+  expectPlainSplits(5000, 2, one, 2);
+  expectPlainSplits(5000, 3, whole, 3);
+  expectPlainSplits(3000, 10, one, 4);
+  expectPlainSplits(2000, 100, whole, 5);
+  expectPlainSplits(2000, 256, one, 6);
+}
+
+TEST(SplitScanTest, FractionalWeightsGiveTheSplitOfThePlainScan) {
+  expectPlainSplits(40, 2, fraction, 11);
+  expectPlainSplits(5000, 2, fraction, 12);
+  expectPlainSplits(3000, 3, fraction, 13);
+  expectPlainSplits(2000, 100, fraction, 14);
+  expectPlainSplits(2000, 256, fraction, 15);
+}
+
+TEST(SplitScanTest, WeightsOfAnySizeGiveTheSplitOfThePlainScan) {
+  for (std::uint64_t seed = 20; seed < 40; ++seed) {
+    expectPlainSplits(300, 2, wild, seed);
+    expectPlainSplits(1000, 5, wild, seed);
+  }
+  expectPlainSplits(3000, 3, tiny, 40);
+  expectPlainSplits(1000, 3, huge, 41);
+}
+
+TEST(SplitScanTest, ManySmallTablesGiveTheSplitOfThePlainScan) {
+  for (unsigned seed = 100; seed < 200; ++seed) {
+    expectPlainSplits(20 + seed, 2 + seed % 3, one, seed);
+    expectPlainSplits(20 + seed, 2 + seed % 3, fraction, seed);
+  }
 }
 
 }  // namespace

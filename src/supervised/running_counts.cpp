@@ -1,0 +1,112 @@
+#include "supervised/running_counts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace MCBinning {
+namespace {
+
+constexpr double kFirstInexactSum = 9007199254740992.0;  // 2^53
+
+void subtract(const ClassCounts& from, const ClassCounts& counts, ClassCounts& difference) {
+  difference.resize(from.size());
+  std::transform(from.begin(), from.end(), counts.begin(), difference.begin(), std::minus<>());
+}
+
+}  // namespace
+
+RunningCounts::RunningCounts(const CandidateTable& table) : table_(table) {
+  keptLeft_.resize((table_.Size() / kBlock + 1) * (table_.GetNCategories() + 1));
+  CountTable();
+  if (!isExact_) {
+    keptRight_.resize(keptLeft_.size());
+  }
+}
+
+void RunningCounts::CountTable() {
+  ClassCounts counts(table_.GetNCategories() + 1, 0.0);
+  for (std::size_t candidate = 0; candidate < table_.Size() && isExact_; ++candidate) {
+    if (KeptBorder(candidate) == candidate) {
+      Keep(keptLeft_, candidate, counts);
+    }
+    for (const double weight : table_.Weights(candidate)) {
+      isExact_ = isExact_ && weight == std::floor(weight);
+    }
+    table_.AddTo(counts, candidate);
+  }
+  // Weights are positive, so that no sum on the way was greater.
+  isExact_ = isExact_ && counts[0] < kFirstInexactSum;
+}
+
+void RunningCounts::Start(std::size_t first, std::size_t last) {
+  first_ = first;
+  last_ = last;
+  if (isExact_) {
+    CountBefore(first, before_);
+    ClassCounts beforeEnd;
+    CountBefore(last + 1, beforeEnd);
+    subtract(beforeEnd, before_, total_);
+  } else {
+    CountInterval();
+  }
+}
+
+void RunningCounts::CountInterval() {
+  total_.assign(table_.GetNCategories() + 1, 0.0);
+  for (std::size_t candidate = first_; candidate <= last_; ++candidate) {
+    if (KeptBorder(candidate) == candidate) {
+      Keep(keptLeft_, candidate, total_);
+    }
+    table_.AddTo(total_, candidate);
+  }
+  ClassCounts right = total_;
+  for (std::size_t candidate = first_; candidate <= last_; ++candidate) {
+    if (KeptBorder(candidate) == candidate) {
+      Keep(keptRight_, candidate, right);
+    }
+    table_.SubtractFrom(right, candidate);
+  }
+}
+
+void RunningCounts::At(std::size_t border, SplitCounts& counts) const {
+  if (isExact_) {
+    CountBefore(border, counts.left);
+    subtract(counts.left, before_, counts.left);
+    subtract(total_, counts.left, counts.right);
+    return;
+  }
+  std::size_t candidate = KeptBorder(std::min(border, last_));
+  if (candidate < first_) {
+    candidate = first_;
+    counts.left.assign(total_.size(), 0.0);
+    counts.right = total_;
+  } else {
+    const std::size_t at = candidate / kBlock * total_.size();
+    const auto copyKept = [&](const std::vector<double>& kept, ClassCounts& copy) {
+      copy.assign(kept.data() + at, kept.data() + at + total_.size());
+    };
+    copyKept(keptLeft_, counts.left);
+    copyKept(keptRight_, counts.right);
+  }
+  for (; candidate < border; ++candidate) {
+    Pass(candidate, counts);
+  }
+}
+
+void RunningCounts::Keep(std::vector<double>& kept, std::size_t border,
+                         const ClassCounts& counts) const {
+  std::copy(counts.begin(), counts.end(), kept.data() + border / kBlock * counts.size());
+}
+
+void RunningCounts::CountBefore(std::size_t border, ClassCounts& counts) const {
+  const std::size_t width = table_.GetNCategories() + 1;
+  std::size_t candidate = KeptBorder(std::min(border, table_.Size() - 1));
+  const double* const kept = keptLeft_.data() + candidate / kBlock * width;
+  counts.assign(kept, kept + width);
+  for (; candidate < border; ++candidate) {
+    table_.AddTo(counts, candidate);
+  }
+}
+
+}  // namespace MCBinning

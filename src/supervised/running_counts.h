@@ -1,0 +1,70 @@
+#ifndef MCBINNING_SUPERVISED_RUNNING_COUNTS_H
+#define MCBINNING_SUPERVISED_RUNNING_COUNTS_H
+
+#include <cstddef>
+#include <vector>
+
+#include "supervised/candidate_table.h"
+
+namespace MCBinning {
+
+/// The class counts of the two parts that a border makes of an interval: the left part ends before
+/// the candidate at the border.
+struct SplitCounts {
+  ClassCounts left;
+  ClassCounts right;
+};
+
+/// The running class counts of a scan over an interval of candidates, to be had at any border
+/// without the scan: the left ones start from zeros and the right ones from the counts of the
+/// interval, and candidate by candidate is added to the left, then taken from the right.
+///
+/// Whole-number weights make every sum exact, so that one pass over the whole table serves all
+/// intervals: a sum at a border is a difference. With other weights the additions are done in their
+/// order, once per interval. Either way counts are kept at every 256th candidate.
+class RunningCounts {
+ public:
+  /// `table` is borrowed and must outlive this object.
+  explicit RunningCounts(const CandidateTable& table);
+
+  /// Sets the interval, both ends included.
+  void Start(std::size_t first, std::size_t last);
+
+  const ClassCounts& Total() const { return total_; }
+
+  /// Whether all sums are free of rounding, and so the same in every order.
+  bool IsExact() const { return isExact_; }
+
+  /// The counts at a border from `first` to `last` + 1 of the interval.
+  void At(std::size_t border, SplitCounts& counts) const;
+
+  /// Moves counts on, from the border before `candidate` to the one after it.
+  void Pass(std::size_t candidate, SplitCounts& counts) const {
+    table_.AddTo(counts.left, candidate);
+    table_.SubtractFrom(counts.right, candidate);
+  }
+
+  /// The greatest border not beyond `border` at which counts are kept.
+  static std::size_t KeptBorder(std::size_t border) { return border - border % kBlock; }
+
+ private:
+  static constexpr std::size_t kBlock = 256;
+
+  void CountTable();
+  void CountInterval();
+  void Keep(std::vector<double>& kept, std::size_t border, const ClassCounts& counts) const;
+  void CountBefore(std::size_t border, ClassCounts& counts) const;
+
+  const CandidateTable& table_;
+  bool isExact_ = true;
+  std::size_t first_ = 0;
+  std::size_t last_ = 0;
+  ClassCounts total_;
+  ClassCounts before_;             // exact: of all candidates before the interval
+  std::vector<double> keptLeft_;   // exact: of all candidates before the border
+  std::vector<double> keptRight_;  // empty when exact
+};
+
+}  // namespace MCBinning
+
+#endif
