@@ -24,11 +24,16 @@ bool codeIsRefused(int code) { return code < 0 || code > kHighestCode; }
 
 bool isCategoricalLevel(int level) { return level == kNumericLevel || level == kStringLevel; }
 
+// A variable has one column: the target is no input, whatever its role.
+bool isInput(const VariableList& list, int index) {
+  return list.At(index).role == kAttributeRole && index != list.target;
+}
+
 // Gives the variables their columns: the target first, then the weight, then the attributes.
 int layOutColumns(const VariableList& list, PreparedData& data) {
   int columns = 0;
   data.columnOf.assign(list.variables.size(), -1);
-  if (list.target >= 0) {
+  if (list.Has(list.target)) {
     ++columns;
   }
   if (list.weight >= 0) {
@@ -36,11 +41,11 @@ int layOutColumns(const VariableList& list, PreparedData& data) {
     data.weightColumn = columns++;
   }
   for (int i = 0; i < list.Size(); ++i) {
-    if (list.At(i).role == kAttributeRole) {
+    if (isInput(list, i)) {
       data.columnOf[static_cast<std::size_t>(i)] = columns++;
     }
   }
-  if (list.target >= 0) {
+  if (list.Has(list.target)) {
     data.columnOf[static_cast<std::size_t>(list.target)] = 0;
   }
   return columns;
@@ -108,16 +113,17 @@ CaseResult processCase(const VariableList& list, const Case& host, PreparedData&
     }
     cells[static_cast<std::size_t>(data.weightColumn)] = *weight;
   }
-  if (list.target >= 0) {
+  if (list.Has(list.target)) {
     processTarget(list, host, data, cells, result, events);
     if (result.status.IsError()) {
       return result;
     }
   }
-  std::size_t column = (list.target >= 0 ? 1U : 0U) + (list.weight >= 0 ? 1U : 0U);
-  for (std::size_t i = 0; i < list.variables.size(); ++i) {
-    if (list.variables[i].role == kAttributeRole) {
-      processAttribute(list.variables[i], host[i], column++, data, cells, result, events);
+  std::size_t column = (list.Has(list.target) ? 1U : 0U) + (list.weight >= 0 ? 1U : 0U);
+  for (int i = 0; i < list.Size(); ++i) {
+    if (isInput(list, i)) {
+      processAttribute(list.At(i), host[static_cast<std::size_t>(i)], column++, data, cells, result,
+                       events);
     }
   }
   return result;

@@ -230,28 +230,34 @@ class ListMaker {
   // Also makes targets of variables that cannot be added as one: of a scale variable or the weight.
   void ChangeRoles() {
     const int size = made_.plain.Size();
-    if (size > 0 && made_.plain.target < 0 && dice_.Chance(0.5)) {
-      SetRole(dice_.Below(size), VariableRole::TargetRole);
-    } else if (size > 0 && dice_.Chance(0.08)) {
-      SetRole(dice_.Below(size),
-              dice_.Pick({VariableRole::UndefinedRole, VariableRole::AttributeRole,
-                          VariableRole::TargetRole, VariableRole::FrequencyWeightRole,
-                          static_cast<VariableRole>(7)}));
+    if (size == 0) {
+      return;
+    }
+    const int index = dice_.Below(size);
+    if (made_.plain.target < 0 && dice_.Chance(0.5)) {
+      SetRole(index, VariableRole::TargetRole);
+    } else if (dice_.Chance(0.08)) {
+      SetRole(index, dice_.Pick({VariableRole::UndefinedRole, VariableRole::AttributeRole,
+                                 VariableRole::TargetRole, VariableRole::FrequencyWeightRole,
+                                 static_cast<VariableRole>(7)}));
     }
   }
 
-  // A removed weight that was the target too leaves the target index pointing elsewhere; what such
-  // a list means is not for comparison.
+  // When the weight was made the target and is removed, the target index is left pointing at the
+  // variable after it or at none.
   void RemoveSome() {
-    if (dice_.Chance(0.05) && made_.plain.Size() > 1) {
-      const int index = dice_.Below(made_.plain.Size());
-      if (index == made_.plain.weight && index == made_.plain.target) {
-        return;
-      }
-      made_.host.RemoveVar(index);
-      made_.plain.Remove(index);
-      made_.plans.erase(made_.plans.begin() + index);
+    const bool weightIsTarget = made_.plain.weight >= 0 && made_.plain.weight == made_.plain.target;
+    if (weightIsTarget && dice_.Chance(0.3)) {
+      Remove(made_.plain.weight);
+    } else if (made_.plain.Size() > 1 && dice_.Chance(0.05)) {
+      Remove(dice_.Below(made_.plain.Size()));
     }
+  }
+
+  void Remove(int index) {
+    made_.host.RemoveVar(index);
+    made_.plain.Remove(index);
+    made_.plans.erase(made_.plans.begin() + index);
   }
 
   Dice& dice_;

@@ -39,7 +39,7 @@ double scaleCell(Dice& dice, const CellPlan& plan, int caseClass) {
     case CellStyle::kBands:
       return bandValue(dice, plan, caseClass);
     case CellStyle::kShifted:
-      return caseClass * dice.Pick({1.0, 2.0, 3.0}) + std::floor(dice.Unit() * 8.0) / 4.0;
+      return 2.0 * caseClass + dice.Below(12) / 4.0;
     case CellStyle::kGrid:
       return 0.1 * draw;
     case CellStyle::kNeighbours:
