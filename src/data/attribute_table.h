@@ -55,6 +55,10 @@ class BINAttributeTable {
   /// Warning 120002: null or fewer than 2 boundaries (`counts` is left alone); a row beyond the
   /// last boundary (the bins before it are counted); or rows that end before the last bin is
   /// reached (the bin they end in and all later ones stay 0).
+  ///
+  /// Weights are added in the order of the rows. Where no pre-processing is needed, those of one
+  /// value and category were added up before, which shows in the last bits of weights that are no
+  /// whole numbers.
   MCBinning::MCStatus CountPerBin(const std::vector<double>* boundaries, bool rightBorderClosed,
                                   std::vector<double>& counts) const;
 

@@ -110,7 +110,8 @@ MCStatus ColumnFiles::Append(std::size_t column, const double* values, std::size
 void ColumnFiles::Remove() noexcept {
   bool allGone = true;
   for (std::size_t column = 0; column < created_.size(); ++column) {
-    if (created_[column] && files_.Remove(names_[column])) {
+    // Tried twice: somebody who looks at new files may hold one for a moment.
+    if (created_[column] && (files_.Remove(names_[column]) || files_.Remove(names_[column]))) {
       created_[column] = false;
     }
     allGone = allGone && !created_[column];

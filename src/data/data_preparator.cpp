@@ -126,6 +126,7 @@ MCStatus BINDataPreparator::PrepareData(BINCaseIterator& cases) {
     }
   } catch (...) {
     DiscardPass();
+    status_ = MCStatus(3, false);
     throw;
   }
   if (status_.IsError()) {

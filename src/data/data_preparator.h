@@ -51,8 +51,9 @@ class BINDataPreparator {
   /// 120012 as above for the target of a list with fewer than two categorical variables, 120021 a
   /// temporary file could not be made or written, or the directory may not be used.
   ///
-  /// Exceptions of the host's objects and std::bad_alloc pass through. After an error or an
-  /// exception the files are gone and the number of cases used is 0. A further call starts anew.
+  /// Exceptions of the host's objects and std::bad_alloc pass through and leave status 3. After an
+  /// error or an exception the files are gone and the number of cases used is 0. A further call
+  /// starts anew.
   MCBinning::MCStatus PrepareData(BINCaseIterator& cases);
 
   /// What the last pass ended with; OK before.

@@ -26,10 +26,7 @@ enum class FileOperation {
   Remove
 };
 
-constexpr std::array kFileOperations = {
-    FileOperation::Probe,          FileOperation::Create, FileOperation::OpenForAppend,
-    FileOperation::OpenForReading, FileOperation::Write,  FileOperation::Read,
-    FileOperation::Seek,           FileOperation::Close,  FileOperation::Remove};
+constexpr std::size_t kFileOperations = static_cast<std::size_t>(FileOperation::Remove) + 1;
 
 /// Counts the operations on another file system, makes one of them fail on request, and can have
 /// little room. A failing write takes half of the bytes, as a full disk does; a failing close still
@@ -41,8 +38,11 @@ class FailingFileSystem final : public MCBinning::FileSystem {
   explicit FailingFileSystem(MCBinning::FileSystem& base = MCBinning::RealFileSystem())
       : base_(base) {}
 
-  /// The call of that number (from 1) fails, later ones do not.
-  void FailAt(FileOperation operation, std::size_t call) { failAt_[At(operation)] = call; }
+  /// The call of that number (from 1) fails and `times` - 1 after it, later ones do not.
+  void FailAt(FileOperation operation, std::size_t call, std::size_t times = 1) {
+    failFrom_[At(operation)] = call;
+    failUntil_[At(operation)] = call + times;
+  }
 
   /// A probe that is made to fail answers this.
   void FailProbeWith(MCBinning::NameState state) { failedProbe_ = state; }
@@ -120,7 +120,8 @@ class FailingFileSystem final : public MCBinning::FileSystem {
     if (hook_ && !name.empty()) {
       hook_(operation, name);
     }
-    return ++calls_[At(operation)] == failAt_[At(operation)];
+    const std::size_t call = ++calls_[At(operation)];
+    return call >= failFrom_[At(operation)] && call < failUntil_[At(operation)];
   }
 
   bool Opened(bool isOpen) {
@@ -130,8 +131,9 @@ class FailingFileSystem final : public MCBinning::FileSystem {
 
   MCBinning::FileSystem& base_;
   Hook hook_;
-  std::array<std::size_t, kFileOperations.size()> calls_{};
-  std::array<std::size_t, kFileOperations.size()> failAt_{};
+  std::array<std::size_t, kFileOperations> calls_{};
+  std::array<std::size_t, kFileOperations> failFrom_{};
+  std::array<std::size_t, kFileOperations> failUntil_{};
   MCBinning::NameState failedProbe_ = MCBinning::NameState::TooManyOpenFiles;
   std::uint64_t room_ = std::numeric_limits<std::uint64_t>::max();
   std::uint64_t bytesWritten_ = 0;

@@ -1,0 +1,125 @@
+// The pass and the tables when memory cannot be had.
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <string>
+#include <vector>
+
+#include "data/column_buffer.h"
+#include "support/allocation_hooks.h"
+#include "support/table_run.h"
+
+namespace {
+
+using MCBinning::MCStatus;
+using MCBinning::SortedRows;
+using mcbinning_tests::FileOperation;
+using mcbinning_tests::LargeAllocationsFail;
+using mcbinning_tests::OneAllocationFails;
+using mcbinning_tests::TableRun;
+
+using Rows = std::vector<std::vector<double>>;
+
+class AllocationFailureTest : public testing::Test {
+ protected:
+  AllocationFailureTest() {
+    list_.AddContVar("x", "", IBINVariable::AttributeRole);
+    list_.AddCatVar("t", "", 3, IBINVariable::NumericCategoricalLevel, IBINVariable::TargetRole);
+  }
+
+  BINVarList list_;
+};
+
+constexpr std::size_t kFullBuffer = 2 * 10000 * sizeof(double);
+
+TEST_F(AllocationFailureTest, TheBufferIsHalvedOnce) {
+  TableRun run(list_, Rows(10001, {1, 2}));
+  {
+    const LargeAllocationsFail limit(kFullBuffer - 1);
+    EXPECT_TRUE(run.table.Prepare().IsOK());
+  }
+  EXPECT_EQ(run.files.Calls(FileOperation::Close), 2 * 3U);  // after 5000, 10000 and 10001 cases
+  const SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  EXPECT_EQ(run.table.GetNRows(), 10001U);
+}
+
+TEST_F(AllocationFailureTest, WithoutHalfTheBufferThePassEndsWith3) {
+  TableRun run(list_, Rows(3, {1, 2}));
+  {
+    const LargeAllocationsFail limit(kFullBuffer / 2 - 1);
+    EXPECT_EQ(run.table.Prepare(), MCStatus(3, false));
+  }
+  EXPECT_EQ(run.cases.HasNextCalls(), 0U);
+  EXPECT_EQ(run.files.Calls(FileOperation::Probe), 0U);
+}
+
+TEST_F(AllocationFailureTest, RowsThatFindNoMemoryGive3AndCanBeBuiltLater) {
+  TableRun run(list_, Rows(20000, {1, 2}));
+  ASSERT_TRUE(run.table.Prepare().IsOK());
+  const SortedRows* rows = nullptr;
+  {
+    const LargeAllocationsFail limit(100000);
+    EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, &rows), MCStatus(3, false));
+    EXPECT_EQ(run.table.BuildUnsupervisedTable(0, &rows), MCStatus(3, false));
+    EXPECT_EQ(rows, nullptr);
+    EXPECT_EQ(run.table.GetNRows(), 0U);
+  }
+  EXPECT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  EXPECT_EQ(run.table.GetNRows(), 20000U);
+}
+
+TEST_F(AllocationFailureTest, ABufferWithoutMemoryHasNoColumns) {
+  MCBinning::ColumnBuffer buffer;
+  ASSERT_TRUE(buffer.Allocate(1, 1));
+  const LargeAllocationsFail limit(1000);
+  EXPECT_FALSE(buffer.Allocate(2, 100));
+  EXPECT_EQ(buffer.Columns(), 0U);
+  EXPECT_FALSE(buffer.Append(0, 1.0));
+}
+
+TEST_F(AllocationFailureTest, EveryAllocationOfARunCanFail) {
+  std::size_t failures = 0;
+  for (std::size_t call = 1;; ++call) {
+    TableRun run(list_, {{3, 1}, {1, 2}, {2, 0}});
+    const SortedRows* rows = nullptr;
+    MCStatus status;
+    bool threw = false;
+    bool happened = false;
+    {
+      const OneAllocationFails failure(call);
+      try {
+        status = run.table.Prepare();
+        if (!status.IsError()) {
+          status = run.table.BuildSupervisedTable(0, 1, &rows);
+        }
+      } catch (const std::bad_alloc&) {
+        threw = true;
+      }
+      happened = failure.Happened();
+    }
+    if (!happened) {
+      ASSERT_TRUE(status.IsOK());
+      ASSERT_NE(rows, nullptr);
+      break;
+    }
+    ++failures;
+    if (status.IsOK() && !threw) {
+      ASSERT_EQ(rows->Size(), 3U);  // done without, or with half the buffer
+      EXPECT_EQ(rows->Value(0), 1.0);
+      EXPECT_EQ(rows->Code(2), 1);
+    } else {
+      EXPECT_EQ(rows, nullptr);
+      EXPECT_TRUE(threw || status == MCStatus(3, false));
+    }
+    EXPECT_EQ(run.preparator.GetFileNames().empty(), run.directory.IsEmpty());
+    run.cases.Restart();
+    ASSERT_TRUE(run.table.Prepare().IsOK());
+    ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+    EXPECT_EQ(rows->Size(), 3U);
+  }
+  EXPECT_GT(failures, 10U);
+}
+
+}  // namespace

@@ -1,0 +1,544 @@
+#include "data/data_preparator.h"
+
+#include <gtest/gtest.h>
+#include <mccomvor/missing_value.h>
+
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "data/binary_record_iterator.h"
+#include "support/counting_query.h"
+#include "support/table_run.h"
+
+namespace {
+
+using MCBinning::MCStatus;
+using mcbinning_tests::CountingQuery;
+using mcbinning_tests::FileOperation;
+using mcbinning_tests::TableRun;
+
+using Rows = std::vector<std::vector<double>>;
+
+const double kMissing = MCMV::gMissingValue;
+const double kInfinity = std::numeric_limits<double>::infinity();
+const double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+MCStatus error(long code) { return MCStatus(code, false); }
+
+MCStatus codeTooHigh(bool isWarning, long datum) {
+  MCStatus status(120012, isWarning);
+  status.SetDiscreteDatum(0, datum);
+  return status;
+}
+
+int addCategorical(BINVarList& list, const std::string& name, IBINVariable::VariableRole role,
+                   int categories = 300) {
+  return list.AddCatVar(name, "", categories, IBINVariable::NumericCategoricalLevel, role);
+}
+
+int addScale(BINVarList& list, const std::string& name) {
+  return list.AddContVar(name, "", IBINVariable::AttributeRole);
+}
+
+/// What the pass spooled for one column.
+std::vector<double> column(const TableRun& run, int index) {
+  std::vector<double> values;
+  MCBinning::BinaryRecordIterator reader(
+      run.preparator.GetFileNames().at(static_cast<std::size_t>(index)));
+  while (reader.HasNext()) {
+    values.push_back(reader.Next());
+  }
+  return values;
+}
+
+bool isUsed(const TableRun& run, int index) {
+  bool used = false;
+  EXPECT_TRUE(run.preparator.GetColumnUseFlag(index, used).IsOK());
+  return used;
+}
+
+/// A list of target, input categorical and scale; cases {target, categorical, scale}.
+class DataPreparatorTest : public testing::Test {
+ protected:
+  DataPreparatorTest() {
+    addCategorical(list_, "target", IBINVariable::TargetRole);
+    addCategorical(list_, "colour", IBINVariable::AttributeRole);
+    addScale(list_, "size");
+  }
+
+  BINVarList list_;
+};
+
+TEST(DataPreparatorLayoutTest, TargetThenWeightThenInputsInListOrder) {
+  BINVarList list;
+  addScale(list, "a");
+  list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
+  list.AddContVar("unused", "", IBINVariable::UndefinedRole);
+  addCategorical(list, "earlier target", IBINVariable::TargetRole);
+  addCategorical(list, "target", IBINVariable::TargetRole);
+  addScale(list, "b");
+  TableRun run(list, {{10, 3, 20, 1, 2, 30}, {11, 4, 21, 0, 1, 31}});
+  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  const std::vector<int> expected = {2, 1, -1, -1, 0, 3};
+  for (int variable = 0; variable < 6; ++variable) {
+    EXPECT_EQ(run.preparator.GetColumnOf(variable), expected[static_cast<std::size_t>(variable)]);
+  }
+  EXPECT_EQ(run.preparator.GetColumnOf(-1), -1);
+  EXPECT_EQ(run.preparator.GetColumnOf(6), -1);
+  EXPECT_EQ(run.preparator.GetNumberOfColumns(), 4);
+  EXPECT_EQ(run.preparator.GetFileNames().size(), 4U);
+  EXPECT_EQ(column(run, 0), (std::vector<double>{2, 1}));
+  EXPECT_EQ(column(run, 1), (std::vector<double>{3, 4}));
+  EXPECT_EQ(column(run, 2), (std::vector<double>{10, 11}));
+  EXPECT_EQ(column(run, 3), (std::vector<double>{30, 31}));
+  EXPECT_EQ(run.preparator.GetHighestCode(0), 2);
+  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 2U);
+  EXPECT_EQ(&run.preparator.GetVarList(), &list);
+}
+
+TEST(DataPreparatorLayoutTest, WithoutATargetTheWeightIsColumn0) {
+  BINVarList list;
+  addScale(list, "a");
+  list.AddWeightVar("w", "", IBINVariable::RoundToClosestInt);
+  TableRun run(list, {{5, 1.5}});
+  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_FALSE(run.preparator.HasTarget());
+  EXPECT_EQ(run.preparator.GetWeightColumn(), 0);
+  EXPECT_EQ(column(run, 0), std::vector<double>{2});
+  EXPECT_EQ(column(run, 1), std::vector<double>{5});
+}
+
+TEST(DataPreparatorLayoutTest, TheTargetIndexSaysWhichVariableIsTheTarget) {
+  BINVarList list;
+  const int target = addCategorical(list, "t", IBINVariable::TargetRole);
+  addScale(list, "a");
+  list.GetVarAt(target)->SetVariableRole(IBINVariable::AttributeRole);
+  TableRun run(list, {{1, 5}});
+  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_TRUE(run.preparator.HasTarget());
+  EXPECT_EQ(run.preparator.GetNumberOfColumns(), 2);
+  EXPECT_EQ(run.preparator.GetColumnOf(target), 0);
+}
+
+TEST(DataPreparatorLayoutTest, ATargetIndexOutsideTheListIsNoTarget) {
+  BINVarList list;
+  addScale(list, "a");
+  const int target = addCategorical(list, "t", IBINVariable::TargetRole);
+  list.GetVarAt(target)->SetVariableRole(IBINVariable::AttributeRole);
+  ASSERT_TRUE(list.RemoveVar(target));
+  ASSERT_EQ(list.GetTargetIndex(), 1);
+  TableRun run(list, {{5}});
+  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_FALSE(run.preparator.HasTarget());
+}
+
+TEST(DataPreparatorLayoutTest, TheWeightVariableCanBeTheTargetToo) {
+  BINVarList list;
+  addScale(list, "a");
+  const int weight = list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
+  list.SetVariableRole(weight, IBINVariable::TargetRole);
+  TableRun run(list, {{5, 2.5}});
+  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_EQ(run.preparator.GetColumnOf(weight), 0);
+  EXPECT_EQ(run.preparator.GetWeightColumn(), 1);
+  EXPECT_EQ(column(run, 0), std::vector<double>{2});
+  EXPECT_EQ(column(run, 1), std::vector<double>{2});
+}
+
+TEST(DataPreparatorLayoutTest, ColumnUseFlagOfABadColumnGives120013) {
+  BINVarList list;
+  addScale(list, "a");
+  TableRun run(list, {});
+  for (const int index :
+       {-1, 1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+    bool used = true;
+    EXPECT_EQ(run.preparator.GetColumnUseFlag(index, used), error(120013));
+    EXPECT_TRUE(used);
+  }
+  EXPECT_TRUE(isUsed(run, 0));
+}
+
+TEST(DataPreparatorWeightTest, ACaseWhoseWeightRoundsToMissingIsSkippedSilently) {
+  BINVarList list;
+  addScale(list, "a");
+  const int weight = list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
+  list.AddDiscreteUserMissing(weight, 9.0, "");
+  TableRun run(list, {{1, 2}, {2, 0.9}, {3, kMissing}, {4, -3}, {5, 9}, {6, 1}, {7, kNaN}});
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 2U);
+  EXPECT_EQ(column(run, 1), (std::vector<double>{1, 6}));
+}
+
+TEST(DataPreparatorWeightTest, ASkippedCaseIsNotCheckedForCodes) {
+  BINVarList list;
+  addCategorical(list, "t", IBINVariable::TargetRole);
+  list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
+  addScale(list, "a");
+  TableRun run(list, {{1, 2, 1}, {256, 0, 1}});
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+}
+
+TEST_F(DataPreparatorTest, ANullCaseIsPassedOver) {
+  TableRun run(list_, {{0, 0, 1}, {}, {1, 1, 2}});
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 2U);
+  EXPECT_EQ(run.cases.NextCalls(), 3U);
+}
+
+TEST_F(DataPreparatorTest, ATargetCodeOf256IsAWarningWithTwoCategoricalVariables) {
+  TableRun run(list_, {{7, 0, 1}, {256, 5, 2}, {3, 1, 3}});
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(true, 0));
+  EXPECT_EQ(run.preparator.GetStatus(), codeTooHigh(true, 0));
+  EXPECT_FALSE(isUsed(run, 0));
+  EXPECT_EQ(column(run, 0), std::vector<double>{7});
+  EXPECT_EQ(column(run, 1), (std::vector<double>{0, 5, 1}));
+  EXPECT_EQ(column(run, 2), (std::vector<double>{1, 2, 3}));
+  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 3U);
+}
+
+TEST(DataPreparatorTargetTest, ATargetCodeOf256IsAnErrorWithOneCategoricalVariable) {
+  BINVarList list;
+  addScale(list, "a");
+  addCategorical(list, "t", IBINVariable::TargetRole);
+  TableRun run(list, {{1, 2}, {1, 256}, {1, 3}});
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(false, 1));
+  EXPECT_EQ(run.preparator.GetStatus(), codeTooHigh(false, 1));
+  EXPECT_EQ(run.cases.NextCalls(), 2U);
+  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 0U);
+  EXPECT_TRUE(run.preparator.GetFileNames().empty());
+  EXPECT_TRUE(run.directory.IsEmpty());
+}
+
+TEST_F(DataPreparatorTest, ACodeOf255IsAccepted) {
+  TableRun run(list_, {{255, 255, 1}});
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_EQ(run.preparator.GetHighestCode(0), 255);
+  EXPECT_EQ(run.preparator.GetHighestCode(1), 255);
+}
+
+TEST_F(DataPreparatorTest, CellsThatAreNoCodesGive120012) {
+  for (const double cell : {256.0, -2.0, kNaN, kInfinity, -kInfinity, 1e300, -1e300, 4294967296.0,
+                            2147483648.0, -2147483649.0}) {
+    TableRun target(list_, {{cell, 0, 1}});
+    EXPECT_EQ(target.preparator.PrepareData(target.cases), codeTooHigh(true, 0)) << cell;
+    TableRun input(list_, {{0, cell, 1}});
+    EXPECT_EQ(input.preparator.PrepareData(input.cases), codeTooHigh(true, 1)) << cell;
+    EXPECT_FALSE(isUsed(input, 1));
+    EXPECT_TRUE(isUsed(input, 0));
+  }
+}
+
+TEST_F(DataPreparatorTest, AnInputOfMinusOneIsMissingButMinusOneAndAHalfIsNoCode) {
+  TableRun run(list_, {{0, -1.0, 1}, {0, -0.5, 1}, {0, kMissing, 1}, {0, 2.9, 1}, {0, -1.5, 1}});
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(true, 1));
+  EXPECT_EQ(column(run, 1), (std::vector<double>{kMissing, 0, kMissing, 2}));
+}
+
+TEST_F(DataPreparatorTest, ATargetOfMinusOneAndAHalfIsMissing) {
+  TableRun run(list_, {{-1.0, 0, 1}, {-1.5, 0, 1}, {-1.999, 0, 1}, {-0.5, 0, 1}, {kMissing, 0, 1}});
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_EQ(column(run, 0), (std::vector<double>{kMissing, kMissing, kMissing, 0, kMissing}));
+  EXPECT_TRUE(isUsed(run, 0));
+}
+
+TEST_F(DataPreparatorTest, DatumOfAnInputIsItsColumn) {
+  BINVarList list;
+  addScale(list, "a");
+  addCategorical(list, "c", IBINVariable::AttributeRole);
+  addCategorical(list, "t", IBINVariable::TargetRole);
+  TableRun run(list, {{1, 256, 0}});
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(true, 2));
+}
+
+TEST_F(DataPreparatorTest, TheFirstWarningIsKeptWithinACaseAndOverThePass) {
+  TableRun oneCase(list_, {{256, 256, 1}});
+  EXPECT_EQ(oneCase.preparator.PrepareData(oneCase.cases), codeTooHigh(true, 0));
+  TableRun later(list_, {{0, 256, 1}, {300, 0, 1}, {0, 0, 1}});
+  EXPECT_EQ(later.preparator.PrepareData(later.cases), codeTooHigh(true, 1));
+  EXPECT_FALSE(isUsed(later, 0));
+  EXPECT_FALSE(isUsed(later, 1));
+  EXPECT_EQ(later.preparator.GetNumberOfCasesUsed(), 3U);
+}
+
+TEST_F(DataPreparatorTest, UserMissingScaleValuesBecomeSystemMissing) {
+  list_.AddDiscreteUserMissing(2, 9.0, "");
+  list_.SetMissingInterval(2, 100.0, 200.0);
+  TableRun run(list_, {{0, 0, 9}, {0, 0, 150}, {0, 0, 50}, {0, 0, kNaN}, {0, 0, -0.0}});
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  const std::vector<double> values = column(run, 2);
+  ASSERT_EQ(values.size(), 5U);
+  EXPECT_EQ(values[0], kMissing);
+  EXPECT_EQ(values[1], kMissing);
+  EXPECT_EQ(values[2], 50.0);
+  EXPECT_NE(values[3], values[3]);
+  EXPECT_TRUE(std::signbit(values[4]));
+}
+
+TEST_F(DataPreparatorTest, AllCasesSkippedGives120004) {
+  list_.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
+  TableRun run(list_, {{0, 0, 1, 0}, {}});
+  bool created = false;
+  run.files.SetHook([&](FileOperation operation, const std::string&) {
+    created = created || operation == FileOperation::Create;
+  });
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), error(120004));
+  EXPECT_TRUE(created);
+  EXPECT_TRUE(run.directory.IsEmpty());
+}
+
+TEST_F(DataPreparatorTest, CategoricalColumnsWithMoreCodesThanCategoriesAreGivenUp) {
+  BINVarList list;
+  addCategorical(list, "t", IBINVariable::TargetRole, 3);
+  addCategorical(list, "just fits", IBINVariable::AttributeRole, 2);
+  addCategorical(list, "one too many", IBINVariable::AttributeRole, 2);
+  addCategorical(list, "none declared", IBINVariable::AttributeRole, 0);
+  list.AddCatVar("other level", "", 0, IBINVariable::UnknownLevel, IBINVariable::AttributeRole);
+  addCategorical(list, "no column", IBINVariable::UndefinedRole, 0);
+  TableRun run(list, {{2, 1, 2, kMissing, 7, 0}});
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_TRUE(isUsed(run, 0));
+  EXPECT_TRUE(isUsed(run, 1));
+  EXPECT_FALSE(isUsed(run, 2));
+  EXPECT_FALSE(isUsed(run, 3));
+  EXPECT_TRUE(isUsed(run, 4));
+  EXPECT_TRUE(run.preparator.HoldsCodes(4));
+}
+
+TEST_F(DataPreparatorTest, EveryBufferfulReachesTheFilesInOrder) {
+  for (const std::size_t size : {9999U, 10000U, 10001U, 25000U}) {
+    Rows rows;
+    for (std::size_t i = 0; i < size; ++i) {
+      rows.push_back({static_cast<double>(i % 3), 1, static_cast<double>(i)});
+    }
+    TableRun run(list_, rows);
+    ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+    EXPECT_EQ(run.files.Calls(FileOperation::Close), 3 * (size / 10000 + 1));
+    EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), size);
+    const std::vector<double> values = column(run, 2);
+    ASSERT_EQ(values.size(), size);
+    for (std::size_t i = 0; i < size; ++i) {
+      ASSERT_EQ(values[i], static_cast<double>(i));
+    }
+  }
+}
+
+TEST_F(DataPreparatorTest, AGivenUpColumnStopsGrowing) {
+  Rows rows(25000, {0, 1, 2});
+  rows[12000][1] = 256;
+  TableRun run(list_, rows);
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsWarning());
+  EXPECT_EQ(column(run, 0).size(), 25000U);
+  EXPECT_EQ(column(run, 1).size(), 12000U);
+}
+
+TEST_F(DataPreparatorTest, ASecondPassStartsAnew) {
+  TableRun run(list_, {{256, 1, 1}});
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsWarning());
+  mcbinning_tests::VectorCases cases({{1, 2, 3}, {0, 0, 4}});
+  EXPECT_TRUE(run.preparator.PrepareData(cases).IsOK());
+  EXPECT_TRUE(isUsed(run, 0));
+  EXPECT_EQ(column(run, 0), (std::vector<double>{1, 0}));
+  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 2U);
+  EXPECT_EQ(run.directory.Files().size(), 3U);
+}
+
+class RecordingListener : public ProgressListener {
+ public:
+  void ReportProgress(ProgressReport& report) override {
+    indexes.push_back(report.DiscreteMeasure("IndexVar"));
+    elapsed.push_back(report.ScaleMeasure("elapsedTime"));
+    if (throwAt != 0 && indexes.size() == throwAt) {
+      throw std::runtime_error("the host failed");
+    }
+  }
+
+  std::vector<int> indexes;
+  std::vector<double> elapsed;
+  std::size_t throwAt = 0;
+};
+
+TEST_F(DataPreparatorTest, WithAnIntervalOf3EveryThirdCaseIsReported) {
+  RecordingListener listener;
+  TableRun run(list_, Rows(10, {0, 0, 1}), nullptr, &listener, 3);
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_EQ(listener.indexes, (std::vector<int>{3, 6, 9}));
+  for (const double seconds : listener.elapsed) {
+    EXPECT_GE(seconds, 0.0);
+    EXPECT_LT(seconds, 10.0);
+  }
+}
+
+TEST_F(DataPreparatorTest, NullCasesCountDownButAreNotRead) {
+  RecordingListener listener;
+  list_.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
+  TableRun run(list_, {{0, 0, 1, 1}, {}, {0, 0, 1, 0}, {}, {}, {0, 0, 1, 1}}, nullptr, &listener,
+               3);
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_EQ(listener.indexes, (std::vector<int>{2, 3}));
+}
+
+TEST_F(DataPreparatorTest, WithAnIntervalOf0NothingIsReported) {
+  RecordingListener listener;
+  TableRun run(list_, Rows(100, {0, 0, 1}), nullptr, &listener, 0);
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_TRUE(listener.indexes.empty());
+}
+
+TEST_F(DataPreparatorTest, ACancelAtAnyQuestionEndsThePassWith1) {
+  constexpr std::size_t kCases = 7;
+  for (std::size_t question = 1; question <= kCases + 1; ++question) {
+    CountingQuery query(question);
+    TableRun run(list_, Rows(kCases, {0, 0, 1}), &query);
+    EXPECT_EQ(run.preparator.PrepareData(run.cases), error(1));
+    EXPECT_EQ(query.Asked(), question);
+    EXPECT_EQ(run.cases.NextCalls(), question - 1);
+    EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 0U);
+    EXPECT_TRUE(run.directory.IsEmpty());
+  }
+  CountingQuery never;
+  TableRun run(list_, Rows(kCases, {0, 0, 1}), &never);
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+  EXPECT_EQ(never.Asked(), kCases + 1);
+}
+
+TEST_F(DataPreparatorTest, ACancelTakesPrecedenceOverAPassWithoutCases) {
+  CountingQuery query(1);
+  TableRun run(list_, {}, &query);
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), error(1));
+}
+
+TEST_F(DataPreparatorTest, ATemporaryDirectoryThatIsNotThereGives120001BeforeAnyCase) {
+  TableRun run(list_, Rows(3, {0, 0, 1}));
+  BINDataPreparator preparator(run.directory.Path() + "/missing", nullptr, 0, run.cancel, list_,
+                               run.files);
+  EXPECT_EQ(preparator.PrepareData(run.cases), error(120001));
+  EXPECT_EQ(run.cases.HasNextCalls(), 0U);
+}
+
+TEST_F(DataPreparatorTest, TooManyOpenFilesInTheSearchGive120021) {
+  TableRun run(list_, Rows(3, {0, 0, 1}));
+  run.files.FailAt(FileOperation::Probe, 3);
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), error(120021));
+  EXPECT_EQ(run.cases.HasNextCalls(), 0U);
+}
+
+TEST_F(DataPreparatorTest, AFullDiskDuringThePassGives120021AndLeavesNoFile) {
+  TableRun run(list_, Rows(20001, {0, 0, 1}));
+  run.files.LimitRoom(3 * 10000 * sizeof(double) + 1000);
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), error(120021));
+  EXPECT_EQ(run.cases.NextCalls(), 20000U);
+  EXPECT_TRUE(run.directory.IsEmpty());
+}
+
+TEST_F(DataPreparatorTest, TheLastFlushIsNotLookedAt) {
+  TableRun run(list_, Rows(10, {0, 0, 1}));
+  run.files.FailAt(FileOperation::Write, 2);
+  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
+}
+
+TEST_F(DataPreparatorTest, WhenAHostObjectThrowsTheFilesAreGone) {
+  enum class Thrower { HasNext, Next, Listener, Query };
+  class ThrowingQuery : public MCQueryCancel {
+   public:
+    bool IsCancelled() override {
+      if (++asked_ == 15001) {
+        throw std::runtime_error("the host failed");
+      }
+      return false;
+    }
+
+   private:
+    int asked_ = 0;
+  };
+  for (const auto thrower : {Thrower::HasNext, Thrower::Next, Thrower::Listener, Thrower::Query}) {
+    ThrowingQuery query;
+    RecordingListener listener;
+    TableRun run(list_, Rows(20000, {0, 0, 1}), thrower == Thrower::Query ? &query : nullptr,
+                 &listener, 1000);
+    run.cases.ThrowAtHasNext(thrower == Thrower::HasNext ? 15001 : 0);
+    run.cases.ThrowAtNext(thrower == Thrower::Next ? 15001 : 0);
+    listener.throwAt = thrower == Thrower::Listener ? 15 : 0;
+    EXPECT_THROW(run.preparator.PrepareData(run.cases), std::runtime_error);
+    EXPECT_EQ(run.preparator.GetStatus(), error(3));
+    EXPECT_EQ(run.files.Calls(FileOperation::Create), 3U);
+    EXPECT_TRUE(run.directory.IsEmpty());
+    EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 0U);
+    EXPECT_TRUE(run.preparator.GetFileNames().empty());
+    EXPECT_EQ(run.files.OpenFiles(), 0U);
+  }
+}
+
+TEST_F(DataPreparatorTest, DestructionRemovesTheFiles) {
+  mcbinning_tests::ScratchDirectory directory;
+  MCBinning::CancelState cancel(nullptr);
+  mcbinning_tests::VectorCases cases({{0, 0, 1}});
+  {
+    BINDataPreparator preparator(directory.Path(), nullptr, 0, cancel, list_,
+                                 MCBinning::RealFileSystem());
+    ASSERT_TRUE(preparator.PrepareData(cases).IsOK());
+    EXPECT_EQ(directory.Files().size(), 3U);
+  }
+  EXPECT_TRUE(directory.IsEmpty());
+}
+
+std::string display(const BINDataPreparator& preparator) {
+  std::ostringstream out;
+  preparator.Display(out);
+  return out.str();
+}
+
+std::string display(const BINVarList& list) {
+  std::ostringstream out;
+  list.Display(out);
+  return out.str();
+}
+
+TEST(DataPreparatorDisplayTest, ShowsTheLayoutAndTheStatus) {
+  BINVarList list;
+  addScale(list, "a");
+  list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
+  list.AddContVar("unused", "", IBINVariable::UndefinedRole);
+  addCategorical(list, "t", IBINVariable::TargetRole);
+  addCategorical(list, "c", IBINVariable::AttributeRole);
+  TableRun run(list, {{1, 1, 1, 0, 256}});
+  const std::string head =
+      "BINDataPreparator object: \n"
+      "\tPossible inputs used? \tOriginal record size = 4\n"
+      "\tProcessed record size = 4\n"
+      "\tInput-only record size = 2\n"
+      "\tFrequency weight original and new indices: 1   1\n"
+      "\tVariable index: 2 1 -1 0 3 \n"
+      "\tIndices of input variables in the variable list: 0 4 \n"
+      "\tVariable measurement levels: 1 4 1 2 2 \n"
+      "\tVariable roles: 1 3 0 2 1 \n"
+      "\n";
+  EXPECT_EQ(display(run.preparator), head + "\tStatus is OK.\n" + display(list));
+  run.preparator.PrepareData(run.cases);
+  EXPECT_EQ(display(run.preparator), head + "\tStatus has error code 120012\n" + display(list));
+}
+
+TEST(DataPreparatorDisplayTest, WithoutAWeightTheIndexIsMinusOneAndTheFlag0) {
+  BINVarList list;
+  addScale(list, "a");
+  TableRun run(list, {});
+  EXPECT_EQ(display(run.preparator),
+            "BINDataPreparator object: \n"
+            "\tPossible inputs used? \tOriginal record size = 1\n"
+            "\tProcessed record size = 1\n"
+            "\tInput-only record size = 1\n"
+            "\tFrequency weight original and new indices: -1   0\n"
+            "\tVariable index: 0 \n"
+            "\tIndices of input variables in the variable list: 0 \n"
+            "\tVariable measurement levels: 1 \n"
+            "\tVariable roles: 1 \n"
+            "\n"
+            "\tStatus is OK.\n" +
+                display(list));
+}
+
+}  // namespace

@@ -1,0 +1,157 @@
+#include "data/sorted_rows.h"
+
+#include <gtest/gtest.h>
+#include <mccomvor/missing_value.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/plain_rows.h"
+
+namespace {
+
+using MCBinning::SortedRows;
+using mcbinning_tests::PlainCases;
+
+/// Rows of cases with the codes 0, 1, 2, ... and weights with which rows are not merged.
+SortedRows sorted(const std::vector<double>& values) {
+  PlainCases cases{values, {}, {}};
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    cases.codes.push_back(static_cast<std::uint16_t>(i % 256));
+    cases.weights.push_back(static_cast<double>(i) + 0.5);
+  }
+  SortedRows rows;
+  rows.Fill(cases.Columns(), 256, false);
+  return rows;
+}
+
+TEST(SortedRowsTest, RowsGivenInOrderAreKeptAsTheyAre) {
+  const SortedRows rows({{1.0, 2, 0.5}, {3.0, 0, 4.0}});
+  ASSERT_EQ(rows.Size(), 2U);
+  EXPECT_EQ(rows.Value(1), 3.0);
+  EXPECT_EQ(rows.Code(0), 2);
+  EXPECT_EQ(rows.Weight(0), 0.5);
+  EXPECT_EQ(SortedRows().Size(), 0U);
+}
+
+TEST(SortedRowsTest, NaNComesAfterAllNumbersAndInfinitiesAreNumbers) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const SortedRows rows = sorted({nan, infinity, 0.0, -nan, -infinity, 1e308});
+  EXPECT_EQ(rows.Value(0), -infinity);
+  EXPECT_EQ(rows.Value(1), 0.0);
+  EXPECT_EQ(rows.Value(2), 1e308);
+  EXPECT_EQ(rows.Value(3), infinity);
+  EXPECT_TRUE(std::isnan(rows.Value(4)));
+  EXPECT_TRUE(std::isnan(rows.Value(5)));
+  EXPECT_EQ(rows.Code(4), 0);
+  EXPECT_EQ(rows.Code(5), 3);
+}
+
+TEST(SortedRowsTest, EqualValuesStayInTheOrderOfTheCases) {
+  const SortedRows rows = sorted({2.0, 0.0, -0.0, 2.0, 0.0, 2.0});
+  const std::vector<int> expected = {1, 2, 4, 0, 3, 5};
+  for (std::size_t row = 0; row < expected.size(); ++row) {
+    EXPECT_EQ(rows.Code(row), expected[row]) << row;
+  }
+  EXPECT_FALSE(std::signbit(rows.Value(1)));  // the first zero stands for all
+  EXPECT_TRUE(std::signbit(sorted({-0.0, 0.0}).Value(1)));
+}
+
+TEST(SortedRowsTest, DenormalsAreOrderedByValue) {
+  const double smallest = std::numeric_limits<double>::denorm_min();
+  const SortedRows rows = sorted({smallest * 2, smallest, 0.0, -smallest, -smallest * 2});
+  for (std::size_t row = 0; row < 5; ++row) {
+    EXPECT_EQ(rows.Code(row), 4 - static_cast<int>(row));
+  }
+}
+
+TEST(SortedRowsTest, RowsOfWholeWeightsAreMergedByValueAndCode) {
+  const PlainCases cases{
+      {2, 1, 2, 2, MCMV::gMissingValue, 1}, {1, 0, 0, 1, 1, 0}, {3, 1, 5, 4, 9, 1}};
+  SortedRows rows;
+  EXPECT_EQ(rows.Fill(cases.Columns(), 2, true), 2U);
+  ASSERT_EQ(rows.Size(), 3U);
+  EXPECT_EQ(rows.Value(0), 1.0);
+  EXPECT_EQ(rows.Weight(0), 2.0);
+  EXPECT_EQ(rows.Value(1), 2.0);
+  EXPECT_EQ(rows.Code(1), 0);
+  EXPECT_EQ(rows.Weight(1), 5.0);
+  EXPECT_EQ(rows.Code(2), 1);
+  EXPECT_EQ(rows.Weight(2), 7.0);
+}
+
+TEST(SortedRowsTest, MergeAddsUpTheWeightsInTheOrderOfTheCases) {
+  const PlainCases cases{{1, 1, 1}, {0, 0, 0}, {1e16, 0.5, 1.5}};
+  SortedRows rows;
+  EXPECT_EQ(rows.Fill(cases.Columns(), 1, false), 1U);
+  EXPECT_EQ(rows.Size(), 3U);
+  rows.Merge();
+  ASSERT_EQ(rows.Size(), 1U);
+  EXPECT_EQ(rows.Weight(0), 1e16 + 0.5 + 1.5);
+}
+
+TEST(SortedRowsTest, NaNIsNeverMerged) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const PlainCases cases{{nan, 1, nan, -nan}, {0, 0, 0, 0}, {}};
+  for (const bool wholeWeights : {true, false}) {
+    SortedRows rows;
+    EXPECT_EQ(rows.Fill(cases.Columns(), 1, wholeWeights), 4U);
+    rows.Merge();
+    EXPECT_EQ(rows.Size(), 4U);
+  }
+}
+
+TEST(SortedRowsTest, FillAndClearForgetTheRowsBefore) {
+  SortedRows rows;
+  rows.Fill(PlainCases{{3, 1}, {0, 0}, {}}.Columns(), 1, true);
+  rows.Fill(PlainCases{{7}, {1}, {2.5}}.Columns(), 2, false);
+  ASSERT_EQ(rows.Size(), 1U);
+  EXPECT_EQ(rows.Value(0), 7.0);
+  EXPECT_EQ(rows.Weight(0), 2.5);
+  rows.Clear();
+  EXPECT_EQ(rows.Size(), 0U);
+}
+
+TEST(SortedRowsTest, RandomBitPatternsAreOrderedLikeByTheDirectRule) {
+  constexpr std::uint64_t kSeed = 20240711;
+  RecordProperty("seed", std::to_string(kSeed));
+  std::mt19937_64 random(kSeed);
+  for (const std::size_t size : {1U, 2U, 17U, 255U, 256U, 4097U}) {
+    std::vector<double> values(size);
+    for (double& value : values) {
+      const std::uint64_t bits = random();
+      value = bits % 3 == 0 ? static_cast<double>(static_cast<int>(bits >> 32) % 5)
+                            : std::bit_cast<double>(bits);
+    }
+    std::vector<std::size_t> order(size);
+    for (std::size_t i = 0; i < size; ++i) {
+      order[i] = i;
+    }
+    std::sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
+      const double a = values[left];
+      const double b = values[right];
+      if (std::isnan(a) != std::isnan(b)) {
+        return std::isnan(b);
+      }
+      return a < b || (!(b < a) && left < right);
+    });
+    const SortedRows rows = sorted(values);
+    for (std::size_t row = 0; row < size; ++row) {
+      const double expected = values[order[row]];
+      ASSERT_TRUE(rows.Value(row) == expected ||
+                  (std::isnan(rows.Value(row)) && std::isnan(expected)))
+          << "row " << row << " of " << size;
+      ASSERT_EQ(rows.Weight(row), static_cast<double>(order[row]) + 0.5);
+      ASSERT_EQ(rows.Code(row), static_cast<int>(order[row] % 256));
+    }
+  }
+}
+
+}  // namespace

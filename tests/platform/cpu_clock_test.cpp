@@ -1,0 +1,34 @@
+#include "platform/cpu_clock.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+
+namespace {
+
+using MCBinning::ClockReading;
+using MCBinning::ElapsedSeconds;
+
+constexpr ClockReading kMillisecond = CLOCKS_PER_SEC / 1000;
+
+TEST(CpuClockTest, ElapsedTimeIsCountedInWholeMilliseconds) {
+  EXPECT_EQ(ElapsedSeconds(5, 5), 0.0);
+  EXPECT_EQ(ElapsedSeconds(0, kMillisecond - 1), 0.0);
+  EXPECT_EQ(ElapsedSeconds(7, 7 + kMillisecond), 0.001);
+  EXPECT_EQ(ElapsedSeconds(0, 1234 * kMillisecond + kMillisecond / 2), 1.234);
+}
+
+TEST(CpuClockTest, ElapsedTimeIsTruncatedTo32BitsOfMilliseconds) {
+  const ClockReading largest = std::numeric_limits<std::int32_t>::max();
+  EXPECT_EQ(ElapsedSeconds(0, largest * kMillisecond), 2147483.647);
+  EXPECT_EQ(ElapsedSeconds(0, (largest + 1) * kMillisecond), -2147483.648);
+}
+
+TEST(CpuClockTest, TimeNeverRunsBackwards) {
+  const ClockReading start = MCBinning::ReadClock();
+  EXPECT_GE(ElapsedSeconds(start), 0.0);
+  EXPECT_GE(MCBinning::ReadClock(), start);
+}
+
+}  // namespace
