@@ -4,132 +4,22 @@
 #include <mccomvor/missing_value.h>
 
 #include <limits>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "mcbinning/factories.h"
+#include "ef/ef_run.h"
 #include "support/failing_file_system.h"
-#include "support/host_objects.h"
 #include "support/scratch_directory.h"
 #include "support/vector_cases.h"
 #include "support/virtual_slots.h"
 
+namespace mcbinning_tests {
 namespace {
 
 using MCBinning::MCStatus;
-using mcbinning_tests::CountingQuery;
-using mcbinning_tests::RecordingListener;
-using mcbinning_tests::ScratchDirectory;
-using mcbinning_tests::VectorCases;
 
 const double kMissing = MCMV::gMissingValue;
-
-using Rows = std::vector<std::vector<double>>;
-
-// x, weight, constant, all missing, outside (no column), colour (two categories).
-enum Variable { kX, kWeight, kConstant, kAllMissing, kOutside, kColour, kSize };
-
-BINVarList sixVariables() {
-  BINVarList list;
-  list.AddContVar("x", "", IBINVariable::AttributeRole);
-  list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
-  list.AddContVar("constant", "", IBINVariable::AttributeRole);
-  list.AddContVar("all missing", "", IBINVariable::AttributeRole);
-  list.AddContVar("outside", "", IBINVariable::UndefinedRole);
-  list.AddCatVar("colour", "", std::vector<std::string>{"red", "blue"},
-                 IBINVariable::AttributeRole);
-  EXPECT_EQ(list.Size(), static_cast<std::uint64_t>(kSize));
-  return list;
-}
-
-Rows sixVariableRows() {
-  return {{1.0, 1.0, 7.0, kMissing, 5.0, 0.0},
-          {2.0, 2.0, 7.0, kMissing, 5.0, 0.0},
-          {3.0, 3.0, 7.0, kMissing, 5.0, 1.0},
-          {kMissing, 4.0, 7.0, kMissing, 5.0, 1.0}};
-}
-
-BINVarList scaleVariables(int count) {
-  BINVarList list;
-  for (int i = 0; i < count; ++i) {
-    list.AddContVar("x" + std::to_string(i), "", IBINVariable::AttributeRole);
-  }
-  return list;
-}
-
-// Rows in which every one of `count` variables has the values 1 to 4.
-Rows fourRows(int count) {
-  Rows rows;
-  for (int value = 1; value <= 4; ++value) {
-    rows.emplace_back(static_cast<std::size_t>(count), value);
-  }
-  return rows;
-}
-
-// An algorithm as a host gets it, over a temporary directory that must be empty at the end.
-class EFRun {
- public:
-  explicit EFRun(const BINVarList& list, int numberOfBins = 2, MCQueryCancel* query = nullptr) {
-    EFBINSettings settings;
-    settings.SetNumberOfBins(numberOfBins);
-    settings.SetTempDirName(directory_.Path());
-    settings.SetCancelPointer(query);
-    BINVarList hostList(list);
-    EFBINFactory factory;
-    algorithm_.reset(factory.CreateEFBINAlgorithm(settings, hostList));
-    EXPECT_TRUE(factory.GetStatus().IsOK());
-  }
-
-  IEFBINAlgorithm* operator->() const { return algorithm_.get(); }
-  const ScratchDirectory& Directory() const { return directory_; }
-
-  std::vector<BINAttributeResults> Records() const {
-    std::vector<BINAttributeResults> records;
-    algorithm_->GetOutput()->GetAllCutPoints(records);
-    return records;
-  }
-
-  BINAttributeResults RecordOf(int attribute) const {
-    BINAttributeResults record;
-    algorithm_->GetOutput()->GetAttributeCutPoints(attribute, record);
-    return record;
-  }
-
- private:
-  ScratchDirectory directory_;
-  std::unique_ptr<IEFBINAlgorithm> algorithm_;
-};
-
-MCStatus warningAbout(long code, int attribute) {
-  MCStatus status(code, true);
-  status.SetDiscreteDatum(0, attribute);
-  return status;
-}
-
-MCStatus errorAbout(long code, int attribute) {
-  MCStatus status(code, false);
-  status.SetDiscreteDatum(0, attribute);
-  return status;
-}
-
-void expectStatus(const MCStatus& status, const MCStatus& expected) {
-  EXPECT_TRUE(status == expected) << status.GetErrorCode() << " instead of "
-                                  << expected.GetErrorCode();
-}
-
-// Every variable of fourRows() cut in half.
-void expectHalves(const BINAttributeResults& record) {
-  EXPECT_TRUE(record.GetStatus().IsOK());
-  EXPECT_EQ(record.GetCutPoints(), std::vector<double>{2.5});
-  EXPECT_EQ(record.GetCellCounts(), (std::vector<double>{2, 2}));
-  EXPECT_EQ(record.GetNDistinctValues(), 4U);
-  EXPECT_EQ(record.GetTotalWeight(), 4.0);
-  EXPECT_EQ(record.GetTotalWeightWithMissing(), 4.0);
-  EXPECT_EQ(record.GetMinimum(), 1.0);
-  EXPECT_EQ(record.GetMaximum(), 4.0);
-}
 
 TEST(EFBINAlgorithmTest, CutsAnAttributeInHalf) {
   EFRun run(scaleVariables(1));
@@ -362,155 +252,6 @@ TEST(EFBINAlgorithmTest, WarningOfTheDataPassIsReturned) {
   expectStatus(run.RecordOf(kColour).GetStatus(), errorAbout(120013, kColour));
 }
 
-TEST(EFBINAlgorithmTest, ReportsFollowTheSkippedAttributes) {
-  EFRun run(scaleVariables(7));
-  RecordingListener listener;
-  run->SetProgressListener(&listener);
-  EXPECT_EQ(run->GetSettings()->GetProgressListener(), &listener);
-  run->GetSettings()->SetNSkippedAttReports(2);
-  VectorCases cases(fourRows(7));
-  run->Run(cases, nullptr);
-  EXPECT_EQ(listener.indexes, (std::vector<int>{2, 5}));
-}
-
-TEST(EFBINAlgorithmTest, ReportsOfTheDataPassAndOfEveryAttributeThatDidNotFail) {
-  EFRun run(sixVariables());
-  RecordingListener listener;
-  run->SetProgressListener(&listener);
-  run->GetSettings()->SetNSkippedCasesReports(3);
-  VectorCases cases(sixVariableRows());
-  const std::vector<int> attributes = {-1, kConstant, kOutside, kX};
-  run->Run(cases, &attributes);
-  EXPECT_EQ(listener.indexes, (std::vector<int>{3, kConstant, kX}));
-}
-
-TEST(EFBINAlgorithmTest, CancelBeforeRun) {
-  EFRun run(scaleVariables(1));
-  VectorCases cases(fourRows(1));
-  const std::vector<int> attributes = {-1, 0};
-  run->Cancel();
-  expectStatus(run->GetStatus(), MCStatus());
-  expectStatus(run->Run(cases, &attributes), MCStatus(1, false));
-  expectStatus(run->GetStatus(), MCStatus(1, false));
-  expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
-  EXPECT_TRUE(run.Records().empty());
-  EXPECT_EQ(cases.HasNextCalls(), 0U);
-}
-
-TEST(EFBINAlgorithmTest, QueryIsAskedAtFixedPoints) {
-  CountingQuery query;
-  EFRun run(scaleVariables(3), 2, &query);
-  VectorCases cases(fourRows(3));
-  run->Run(cases, nullptr);
-  // The start, 4 cases and the end of the pass, start and end of 3 attributes, the end.
-  EXPECT_EQ(query.Asked(), 13U);
-  run->GetStatus();
-  EXPECT_EQ(query.Asked(), 13U);
-}
-
-TEST(EFBINAlgorithmTest, CancelAtEveryQuestion) {
-  for (std::size_t question = 1; question <= 13; ++question) {
-    SCOPED_TRACE(question);
-    CountingQuery query(question);
-    EFRun run(scaleVariables(3), 2, &query);
-    VectorCases cases(fourRows(3));
-    expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
-    EXPECT_EQ(query.Asked(), question);
-    // Questions 7 to 12 stand at the start and the end of each attribute.
-    const std::size_t binned = question < 7 ? 0 : (question - 6) / 2;
-    const auto records = run.Records();
-    EXPECT_EQ(records.size(), binned);
-    for (const auto& record : records) {
-      expectHalves(record);
-    }
-    EXPECT_EQ(run.Directory().IsEmpty(), question <= 6);
-    expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
-    expectStatus(run->GetStatus(), MCStatus(1, false));
-    EXPECT_EQ(run.Records().size(), binned);
-    EXPECT_EQ(query.Asked(), question);
-  }
-}
-
-TEST(EFBINAlgorithmTest, NothingIsFiledAfterACancel) {
-  EFRun run(scaleVariables(2));
-  RecordingListener listener;
-  listener.hook = [&] { run->Cancel(); };
-  run->SetProgressListener(&listener);
-  VectorCases cases(fourRows(2));
-  const std::vector<int> attributes = {0, -1, 1};
-  expectStatus(run->Run(cases, &attributes), MCStatus(1, false));
-  EXPECT_EQ(run.Records().size(), 1U);
-  EXPECT_EQ(listener.indexes, std::vector<int>{0});
-}
-
-TEST(EFBINAlgorithmTest, QueryCanBeReplaced) {
-  CountingQuery never;
-  CountingQuery always(1);
-  EFRun run(scaleVariables(1), 2, &never);
-  run->SetCancelPointer(&always);
-  VectorCases cases(fourRows(1));
-  expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
-  EXPECT_EQ(never.Asked(), 0U);
-  run->SetCancelPointer(nullptr);
-  expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
-}
-
-// A run that a host object ended leaves no file, and the next one is right.
-void expectExceptionAndRecovery(const EFRun& run, VectorCases& cases) {
-  expectStatus(run->Run(cases, nullptr), MCStatus(3, false));
-  EXPECT_TRUE(run.Directory().IsEmpty());
-  expectStatus(run->GetStatus(), MCStatus());
-  VectorCases fresh(fourRows(2));
-  const auto filed = run.Records().size();
-  expectStatus(run->Run(fresh, nullptr), MCStatus());
-  EXPECT_EQ(run.Records().size(), filed + 2);
-  for (const auto& record : run.Records()) {
-    expectHalves(record);
-  }
-}
-
-TEST(EFBINAlgorithmTest, ThrowingIterator) {
-  for (std::size_t call = 1; call <= 6; ++call) {
-    SCOPED_TRACE(call);
-    EFRun run(scaleVariables(2));
-    VectorCases cases(fourRows(2));
-    cases.ThrowAtHasNext(call);
-    expectExceptionAndRecovery(run, cases);
-  }
-  for (std::size_t call = 1; call <= 4; ++call) {
-    SCOPED_TRACE(call);
-    EFRun run(scaleVariables(2));
-    VectorCases cases(fourRows(2));
-    cases.ThrowAtNext(call);
-    expectExceptionAndRecovery(run, cases);
-  }
-}
-
-TEST(EFBINAlgorithmTest, ThrowingListener) {
-  // Two reports of the pass, then one for each attribute.
-  for (std::size_t report = 1; report <= 4; ++report) {
-    SCOPED_TRACE(report);
-    EFRun run(scaleVariables(2));
-    RecordingListener listener;
-    listener.throwAt = report;
-    run->SetProgressListener(&listener);
-    run->GetSettings()->SetNSkippedCasesReports(2);
-    VectorCases cases(fourRows(2));
-    expectExceptionAndRecovery(run, cases);
-  }
-}
-
-TEST(EFBINAlgorithmTest, ThrowingQuery) {
-  for (std::size_t question = 1; question <= 11; ++question) {
-    SCOPED_TRACE(question);
-    CountingQuery query;
-    query.ThrowAt(question);
-    EFRun run(scaleVariables(2), 2, &query);
-    VectorCases cases(fourRows(2));
-    expectExceptionAndRecovery(run, cases);
-  }
-}
-
 TEST(EFBINAlgorithmTest, UnusableTemporaryDirectory) {
   EFRun run(scaleVariables(1));
   run->GetSettings()->SetTempDirName(run.Directory().Path() + "/none");
@@ -523,13 +264,12 @@ TEST(EFBINAlgorithmTest, UnusableTemporaryDirectory) {
 }
 
 TEST(EFBINAlgorithmTest, FailingFileOperations) {
-  using mcbinning_tests::FileOperation;
   int failures = 0;
-  for (const FileOperation operation : mcbinning_tests::kFileOperations) {
+  for (const FileOperation operation : kFileOperations) {
     for (std::size_t call = 1;; ++call) {
       SCOPED_TRACE(testing::Message() << static_cast<int>(operation) << " call " << call);
       ScratchDirectory directory;
-      mcbinning_tests::FailingFileSystem files;
+      FailingFileSystem files;
       files.FailAt(operation, call);
       MCStatus status;
       {
@@ -588,8 +328,8 @@ TEST(EFBINAlgorithmTest, SettingsAndListAreCopies) {
 }
 
 TEST(EFBINAlgorithmTest, SlotOrder) {
-  EXPECT_EQ(mcbinning_tests::VirtualSlot(&EFBINAlgorithm::Display), 9U);
-  EXPECT_EQ(mcbinning_tests::VirtualSlot(&EFBINAlgorithm::GetVarList), 10U);
+  EXPECT_EQ(VirtualSlot(&EFBINAlgorithm::Display), 9U);
+  EXPECT_EQ(VirtualSlot(&EFBINAlgorithm::GetVarList), 10U);
 }
 
 TEST(EFBINAlgorithmTest, DisplayBeforeAnyRun) {
@@ -653,3 +393,4 @@ TEST(EFBINAlgorithmTest, DisplayAfterARun) {
 }
 
 }  // namespace
+}  // namespace mcbinning_tests

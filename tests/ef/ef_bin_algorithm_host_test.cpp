@@ -1,0 +1,165 @@
+// The equal-frequency algorithm and the host's objects: reports, cancellation, exceptions.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "ef/ef_run.h"
+#include "support/host_objects.h"
+#include "support/vector_cases.h"
+
+namespace mcbinning_tests {
+namespace {
+
+using MCBinning::MCStatus;
+
+TEST(EFBINAlgorithmHostTest, ReportsFollowTheSkippedAttributes) {
+  EFRun run(scaleVariables(7));
+  RecordingListener listener;
+  run->SetProgressListener(&listener);
+  EXPECT_EQ(run->GetSettings()->GetProgressListener(), &listener);
+  run->GetSettings()->SetNSkippedAttReports(2);
+  VectorCases cases(fourRows(7));
+  run->Run(cases, nullptr);
+  EXPECT_EQ(listener.indexes, (std::vector<int>{2, 5}));
+}
+
+TEST(EFBINAlgorithmHostTest, ReportsOfTheDataPassAndOfEveryAttributeThatDidNotFail) {
+  EFRun run(sixVariables());
+  RecordingListener listener;
+  run->SetProgressListener(&listener);
+  run->GetSettings()->SetNSkippedCasesReports(3);
+  VectorCases cases(sixVariableRows());
+  const std::vector<int> attributes = {-1, kConstant, kOutside, kX};
+  run->Run(cases, &attributes);
+  EXPECT_EQ(listener.indexes, (std::vector<int>{3, kConstant, kX}));
+}
+
+TEST(EFBINAlgorithmHostTest, CancelBeforeRun) {
+  EFRun run(scaleVariables(1));
+  VectorCases cases(fourRows(1));
+  const std::vector<int> attributes = {-1, 0};
+  run->Cancel();
+  expectStatus(run->GetStatus(), MCStatus());
+  expectStatus(run->Run(cases, &attributes), MCStatus(1, false));
+  expectStatus(run->GetStatus(), MCStatus(1, false));
+  expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
+  EXPECT_TRUE(run.Records().empty());
+  EXPECT_EQ(cases.HasNextCalls(), 0U);
+}
+
+TEST(EFBINAlgorithmHostTest, QueryIsAskedAtFixedPoints) {
+  CountingQuery query;
+  EFRun run(scaleVariables(3), 2, &query);
+  VectorCases cases(fourRows(3));
+  run->Run(cases, nullptr);
+  // The start, 4 cases and the end of the pass, start and end of 3 attributes, the end.
+  EXPECT_EQ(query.Asked(), 13U);
+  run->GetStatus();
+  EXPECT_EQ(query.Asked(), 13U);
+}
+
+TEST(EFBINAlgorithmHostTest, CancelAtEveryQuestion) {
+  for (std::size_t question = 1; question <= 13; ++question) {
+    SCOPED_TRACE(question);
+    CountingQuery query(question);
+    EFRun run(scaleVariables(3), 2, &query);
+    VectorCases cases(fourRows(3));
+    expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
+    EXPECT_EQ(query.Asked(), question);
+    // Questions 7 to 12 stand at the start and the end of each attribute.
+    const std::size_t binned = question < 7 ? 0 : (question - 6) / 2;
+    const auto records = run.Records();
+    EXPECT_EQ(records.size(), binned);
+    for (const auto& record : records) {
+      expectHalves(record);
+    }
+    EXPECT_EQ(run.Directory().IsEmpty(), question <= 6);
+    expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
+    expectStatus(run->GetStatus(), MCStatus(1, false));
+    EXPECT_EQ(run.Records().size(), binned);
+    EXPECT_EQ(query.Asked(), question);
+  }
+}
+
+TEST(EFBINAlgorithmHostTest, NothingIsFiledAfterACancel) {
+  EFRun run(scaleVariables(2));
+  RecordingListener listener;
+  listener.hook = [&] { run->Cancel(); };
+  run->SetProgressListener(&listener);
+  VectorCases cases(fourRows(2));
+  const std::vector<int> attributes = {0, -1, 1};
+  expectStatus(run->Run(cases, &attributes), MCStatus(1, false));
+  EXPECT_EQ(run.Records().size(), 1U);
+  EXPECT_EQ(listener.indexes, std::vector<int>{0});
+}
+
+TEST(EFBINAlgorithmHostTest, QueryCanBeReplaced) {
+  CountingQuery never;
+  CountingQuery always(1);
+  EFRun run(scaleVariables(1), 2, &never);
+  run->SetCancelPointer(&always);
+  VectorCases cases(fourRows(1));
+  expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
+  EXPECT_EQ(never.Asked(), 0U);
+  run->SetCancelPointer(nullptr);
+  expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
+}
+
+// A run that a host object ended leaves no file, and the next one is right.
+void expectExceptionAndRecovery(const EFRun& run, VectorCases& cases) {
+  expectStatus(run->Run(cases, nullptr), MCStatus(3, false));
+  EXPECT_TRUE(run.Directory().IsEmpty());
+  expectStatus(run->GetStatus(), MCStatus());
+  VectorCases fresh(fourRows(2));
+  const auto filed = run.Records().size();
+  expectStatus(run->Run(fresh, nullptr), MCStatus());
+  EXPECT_EQ(run.Records().size(), filed + 2);
+  for (const auto& record : run.Records()) {
+    expectHalves(record);
+  }
+}
+
+TEST(EFBINAlgorithmHostTest, ThrowingIterator) {
+  for (std::size_t call = 1; call <= 6; ++call) {
+    SCOPED_TRACE(call);
+    EFRun run(scaleVariables(2));
+    VectorCases cases(fourRows(2));
+    cases.ThrowAtHasNext(call);
+    expectExceptionAndRecovery(run, cases);
+  }
+  for (std::size_t call = 1; call <= 4; ++call) {
+    SCOPED_TRACE(call);
+    EFRun run(scaleVariables(2));
+    VectorCases cases(fourRows(2));
+    cases.ThrowAtNext(call);
+    expectExceptionAndRecovery(run, cases);
+  }
+}
+
+TEST(EFBINAlgorithmHostTest, ThrowingListener) {
+  // Two reports of the pass, then one for each attribute.
+  for (std::size_t report = 1; report <= 4; ++report) {
+    SCOPED_TRACE(report);
+    EFRun run(scaleVariables(2));
+    RecordingListener listener;
+    listener.throwAt = report;
+    run->SetProgressListener(&listener);
+    run->GetSettings()->SetNSkippedCasesReports(2);
+    VectorCases cases(fourRows(2));
+    expectExceptionAndRecovery(run, cases);
+  }
+}
+
+TEST(EFBINAlgorithmHostTest, ThrowingQuery) {
+  for (std::size_t question = 1; question <= 11; ++question) {
+    SCOPED_TRACE(question);
+    CountingQuery query;
+    query.ThrowAt(question);
+    EFRun run(scaleVariables(2), 2, &query);
+    VectorCases cases(fourRows(2));
+    expectExceptionAndRecovery(run, cases);
+  }
+}
+
+}  // namespace
+}  // namespace mcbinning_tests
