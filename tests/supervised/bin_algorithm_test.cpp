@@ -23,6 +23,7 @@ const MCStatus kSomePairNotOK(120018, true);
 
 std::vector<MCStatus> statusesOf(const std::vector<BINAttributeTargetResults>& results) {
   std::vector<MCStatus> statuses;
+  statuses.reserve(results.size());
   for (const auto& result : results) {
     statuses.push_back(result.GetStatus());
   }

@@ -159,14 +159,14 @@ TEST(CutPointSearchTest, InfinitiesAreOrdinaryValues) {
 
 TEST(CutPointSearchTest, SplitsManyTimesWithoutRecursion) {
   std::vector<SortedRows::Row> rows;
-  constexpr int kRuns = 300;
-  constexpr int kRunLength = 60;
+  constexpr std::size_t kRuns = 300;
+  constexpr std::size_t kRunLength = 60;
   rows.reserve(kRuns * kRunLength);
-  for (int i = 0; i < kRuns * kRunLength; ++i) {
-    rows.push_back({static_cast<double>(i), i / kRunLength % 2, 1});
+  for (std::size_t i = 0; i < kRuns * kRunLength; ++i) {
+    rows.push_back({static_cast<double>(i), static_cast<int>(i / kRunLength % 2), 1});
   }
   const Outcome outcome = searchRows(rows, 2);
-  ASSERT_EQ(outcome.bins.cutPoints.size(), kRuns - 1U);
+  ASSERT_EQ(outcome.bins.cutPoints.size(), kRuns - 1);
   for (std::size_t i = 0; i < outcome.bins.cutPoints.size(); ++i) {
     EXPECT_EQ(outcome.bins.cutPoints[i], static_cast<double>((i + 1) * kRunLength - 1));
   }

@@ -71,6 +71,13 @@ TEST(SplitScanTest, FurtherPositionsOfARunOfOneCategoryAreNotExamined) {
   EXPECT_EQ(split.position, 0U);  // 2 if it were examined
 }
 
+TEST(SplitScanTest, PositionWhoseEntropyIsNaNNeverWins) {
+  // Taking the three weights from their sum leaves less than nothing on the right of position 2.
+  ASSERT_LT(0.1 + 0.1 + 1.0 - 0.1 - 0.1 - 1.0, 0.0);
+  const auto split = bestSplitOf({{0, 0, 0.1}, {1, 0, 0.1}, {2, 0, 1.0}, {3, 1, 1.6}}, 2);
+  EXPECT_EQ(split.position, 3U);
+}
+
 TEST(SplitScanTest, NeighboursWithoutAnyWeightAreMixed) {
   const auto split = bestSplitOfPreBins({0, 0, 0, 0}, 2);
   EXPECT_FALSE(split.found);  // examined, but its entropy 0 / 0 is no number
