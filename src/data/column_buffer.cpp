@@ -2,27 +2,30 @@
 
 #include <mccomvor/missing_value.h>
 
-#include <algorithm>
 #include <new>
 
 namespace MCBinning {
 
 bool ColumnBuffer::Allocate(std::size_t columns, std::uint32_t capacity) {
-  counts_.clear();
+  columns_.clear();
   capacity_ = capacity;
-  isFull_ = false;
   try {
     values_ = std::make_unique_for_overwrite<double[]>(columns * capacity);
-    counts_.assign(columns, 0);
+    columns_.resize(columns);
   } catch (const std::bad_alloc&) {
     values_.reset();
     return false;
   }
+  Reset();
   return true;
 }
 
 void ColumnBuffer::Reset() {
-  std::fill(counts_.begin(), counts_.end(), 0U);
+  double* first = values_.get();
+  for (Column& column : columns_) {
+    column = {first, first + capacity_};
+    first = column.end;
+  }
   isFull_ = false;
 }
 

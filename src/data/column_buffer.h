@@ -20,18 +20,19 @@ class ColumnBuffer {
   /// cannot be had; the buffer then has no columns.
   bool Allocate(std::size_t columns, std::uint32_t capacity);
 
-  std::size_t Columns() const { return counts_.size(); }
+  std::size_t Columns() const { return columns_.size(); }
   std::uint32_t Capacity() const { return capacity_; }
 
   /// False, and nothing done, for a column that does not exist. The column must not be full.
   bool Append(std::size_t column, double value) {
-    if (column >= counts_.size()) {
+    if (column >= columns_.size()) {
       return false;
     }
-    std::uint32_t& count = counts_[column];
-    values_[column * capacity_ + count] = value;
-    ++count;
-    isFull_ = isFull_ || count >= capacity_;
+    Column& filling = columns_[column];
+    *filling.next++ = value;
+    if (filling.next == filling.end) {
+      isFull_ = true;
+    }
     return true;
   }
 
@@ -41,7 +42,9 @@ class ColumnBuffer {
   /// Empties every column.
   void Reset();
 
-  std::uint32_t Count(std::size_t column) const { return counts_[column]; }
+  std::size_t Count(std::size_t column) const {
+    return static_cast<std::size_t>(columns_[column].next - Values(column));
+  }
 
   /// The first of the column's Count(column) values, in the order in which they were appended.
   const double* Values(std::size_t column) const { return values_.get() + column * capacity_; }
@@ -50,9 +53,14 @@ class ColumnBuffer {
   double At(std::size_t column, std::size_t row) const;
 
  private:
+  struct Column {
+    double* next;
+    double* end;
+  };
+
   std::uint32_t capacity_ = 0;
   std::unique_ptr<double[]> values_;
-  std::vector<std::uint32_t> counts_;
+  std::vector<Column> columns_;
   bool isFull_ = false;
 };
 

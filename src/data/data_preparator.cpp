@@ -91,6 +91,13 @@ BINDataPreparator::BINDataPreparator(const std::string& tempDirName, ProgressLis
       AddColumn(variable, level != IBINVariable::ContinuousLevel);
     }
   }
+  for (std::size_t column = firstInput_; column < columns_.size(); ++column) {
+    if (columns_[column].holdsCodes || columns_[column].userMissing != nullptr) {
+      checkedInputs_.push_back(column);
+    } else {
+      plainInputs_.push_back({columns_[column].variable, column});
+    }
+  }
 }
 
 BINDataPreparator::~BINDataPreparator() = default;
@@ -218,8 +225,11 @@ BINDataPreparator::CaseOutcome BINDataPreparator::TakeCase(const MCCommon::Recor
   if (hasTarget_ && !TakeTarget(record, buffer)) {
     return CaseOutcome::Failed;
   }
-  for (std::size_t column = firstInput_; column < columns_.size(); ++column) {
-    TakeInput(column, record, buffer);
+  for (const PlainInput& input : plainInputs_) {
+    buffer.Append(input.column, record[input.variable]);
+  }
+  for (const std::size_t column : checkedInputs_) {
+    TakeCheckedInput(column, record, buffer);
   }
   return CaseOutcome::Used;
 }
@@ -244,8 +254,8 @@ bool BINDataPreparator::TakeTarget(const MCCommon::Record& record, ColumnBuffer&
   return true;
 }
 
-void BINDataPreparator::TakeInput(std::size_t index, const MCCommon::Record& record,
-                                  ColumnBuffer& buffer) {
+void BINDataPreparator::TakeCheckedInput(std::size_t index, const MCCommon::Record& record,
+                                         ColumnBuffer& buffer) {
   Column& column = columns_[index];
   if (!column.isUsed) {
     return;
@@ -262,7 +272,7 @@ void BINDataPreparator::TakeInput(std::size_t index, const MCCommon::Record& rec
       }
       cell = code;
     }
-  } else if (column.userMissing != nullptr && column.userMissing->Contains(cell)) {
+  } else if (column.userMissing->Contains(cell)) {
     cell = MCMV::gMissingValue;
   }
   buffer.Append(index, cell);

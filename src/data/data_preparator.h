@@ -107,6 +107,12 @@ class BINDataPreparator {
 
   enum class CaseOutcome { Used, Skipped, Failed };
 
+  /// An input whose cells are spooled as they are.
+  struct PlainInput {
+    int variable;
+    std::size_t column;
+  };
+
   void AddColumn(int variable, bool holdsCodes);
   void StartAnew();
   void DiscardPass() noexcept;
@@ -115,8 +121,8 @@ class BINDataPreparator {
   MCBinning::MCStatus ReadCases(BINCaseIterator& cases, MCBinning::ColumnBuffer& buffer);
   CaseOutcome TakeCase(const MCCommon::Record& record, MCBinning::ColumnBuffer& buffer);
   bool TakeTarget(const MCCommon::Record& record, MCBinning::ColumnBuffer& buffer);
-  void TakeInput(std::size_t column, const MCCommon::Record& record,
-                 MCBinning::ColumnBuffer& buffer);
+  void TakeCheckedInput(std::size_t column, const MCCommon::Record& record,
+                        MCBinning::ColumnBuffer& buffer);
   static bool TakeCode(Column& column, int code);
   void NoteCodeTooHigh(bool isWarning, int datum);
   void GiveUpColumnsWithUnknownCodes();
@@ -134,6 +140,8 @@ class BINDataPreparator {
   int weightColumn_ = -1;
   const BINRoundEncoder* weightEncoder_ = nullptr;
   std::size_t firstInput_ = 0;
+  std::vector<PlainInput> plainInputs_;
+  std::vector<std::size_t> checkedInputs_;  // columns of the other inputs
   std::uint32_t casesUsed_ = 0;
   MCBinning::MCStatus status_;
 };
