@@ -265,9 +265,10 @@ TEST(EFBINAlgorithmTest, UnusableTemporaryDirectory) {
 
 TEST(EFBINAlgorithmTest, FailingFileOperations) {
   int failures = 0;
-  for (const FileOperation operation : kFileOperations) {
+  for (std::size_t index = 0; index < kFileOperations; ++index) {
+    const auto operation = static_cast<FileOperation>(index);
     for (std::size_t call = 1;; ++call) {
-      SCOPED_TRACE(testing::Message() << static_cast<int>(operation) << " call " << call);
+      SCOPED_TRACE(testing::Message() << "operation " << index << " call " << call);
       ScratchDirectory directory;
       FailingFileSystem files;
       files.FailAt(operation, call);
