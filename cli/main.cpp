@@ -71,5 +71,8 @@ int main(int argc, char** argv) {
   program.set_version_flag("--version", "mcbin " MCBIN_VERSION, "Print the version and exit");
   program.require_subcommand(0, 1);
   mcbin::addFitCommand(program);
+  mcbin::addApplyCommand(program);
+  mcbin::addShowCommand(program);
+  mcbin::addExportCommand(program);
   return parseAndRun(program, argc, argv);
 }

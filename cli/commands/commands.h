@@ -8,9 +8,12 @@ class App;
 
 namespace mcbin {
 
-/// Adds the command; when the command line names it, it runs at the end of parsing. It throws the
+/// Each adds its command; when the command line names it, it runs at the end of parsing. It throws the
 /// errors of errors.h.
 void addFitCommand(CLI::App& program);
+void addApplyCommand(CLI::App& program);
+void addShowCommand(CLI::App& program);
+void addExportCommand(CLI::App& program);
 
 /// The examples that end the help of a command, as shown and as tested.
 inline constexpr const char* kExamplesHeading = "Examples:\n";

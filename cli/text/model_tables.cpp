@@ -43,7 +43,28 @@ void addCounts(const Model& model, const WeightedCounts& counts, double total,
   }
 }
 
-std::string binTable(const Model& model, const AttributeModel& attribute) {
+std::string targetText(const Model& model) {
+  const TargetModel& target = *model.target;
+  double total = target.missingWeight;
+  for (double weight : target.classWeights) total += weight;
+  std::string text = "Target " + onOneLine(target.name) + ":";
+  const char* separator = " ";
+  for (std::size_t c = 0; c < target.categories.size(); ++c) {
+    text +=
+        fmt::format("{}{} {} ({})", separator, onOneLine(target.categories[c]),
+                    weightText(target.classWeights[c]), shareText(target.classWeights[c], total));
+    separator = ", ";
+  }
+  if (target.missingWeight != 0.0) {
+    text += fmt::format(", missing {} ({})", weightText(target.missingWeight),
+                        shareText(target.missingWeight, total));
+  }
+  return text + "\n";
+}
+
+}  // namespace
+
+TextTable binTable(const Model& model, const AttributeModel& attribute) {
   std::vector<std::string> header = {"#", onOneLine(attribute.name), "weight", "share"};
   if (model.target) {
     for (const std::string& category : model.target->categories) {
@@ -70,10 +91,10 @@ std::string binTable(const Model& model, const AttributeModel& attribute) {
     addCounts(model, *counts, total, cells);
     table.AddRow(std::move(cells));
   }
-  return table.Text(2);
+  return table;
 }
 
-std::string rankingTable(const Model& model) {
+TextTable rankingTable(const Model& model) {
   std::vector<std::string> header = {"#", "attribute", "bins", "distinct", "min", "max"};
   if (model.target) {
     header.insert(header.end(), {"entropy before", "after", "gain"});
@@ -101,31 +122,10 @@ std::string rankingTable(const Model& model) {
     cells.push_back(attribute.status.reason);
     table.AddRow(std::move(cells));
   }
-  return table.Text(2);
+  return table;
 }
 
-std::string targetText(const Model& model) {
-  const TargetModel& target = *model.target;
-  double total = target.missingWeight;
-  for (double weight : target.classWeights) total += weight;
-  std::string text = "Target " + onOneLine(target.name) + ":";
-  const char* separator = " ";
-  for (std::size_t c = 0; c < target.categories.size(); ++c) {
-    text +=
-        fmt::format("{}{} {} ({})", separator, onOneLine(target.categories[c]),
-                    weightText(target.classWeights[c]), shareText(target.classWeights[c], total));
-    separator = ", ";
-  }
-  if (target.missingWeight != 0.0) {
-    text += fmt::format(", missing {} ({})", weightText(target.missingWeight),
-                        shareText(target.missingWeight, total));
-  }
-  return text + "\n";
-}
-
-}  // namespace
-
-std::string overviewText(const Model& model) {
+std::string summaryText(const Model& model) {
   std::string text =
       fmt::format("{} binning of {}: {}, {} used", model.target ? "Supervised" : "Equal-frequency",
                   onOneLine(model.source.data), plural(model.cases.read, "case"), model.cases.used);
@@ -138,12 +138,16 @@ std::string overviewText(const Model& model) {
         fmt::format("Weight {}, {} to whole numbers\n", onOneLine(model.weight->name),
                     model.weight->rounding == WeightRounding::Truncate ? "truncated" : "rounded");
   }
-  if (model.target) text += targetText(model);
-  text += model.target ? "\nAttributes by information gain\n" : "\nAttributes\n";
-  return text + rankingTable(model);
+  return model.target ? text + targetText(model) : text;
 }
 
-std::string attributeText(const Model& model, const AttributeModel& attribute) {
+std::string overviewText(const Model& model) {
+  return summaryText(model) +
+         (model.target ? "\nAttributes by information gain\n" : "\nAttributes\n") +
+         rankingTable(model).Text(2);
+}
+
+std::string attributeSummary(const AttributeModel& attribute) {
   std::string text =
       fmt::format("{}: {}, {}", onOneLine(attribute.name), plural(attribute.bins.size(), "bin"),
                   plural(attribute.distinctValues, "distinct value"));
@@ -153,9 +157,13 @@ std::string attributeText(const Model& model, const AttributeModel& attribute) {
                         fixedNumber(*attribute.entropyAfter, kEntropyDigits),
                         fixedNumber(attribute.InformationGain(), kEntropyDigits));
   }
-  text += "\n";
+  return text;
+}
+
+std::string attributeText(const Model& model, const AttributeModel& attribute) {
+  std::string text = attributeSummary(attribute) + "\n";
   if (!attribute.status.reason.empty()) text += "  " + attribute.status.reason + "\n";
-  return text + binTable(model, attribute);
+  return text + binTable(model, attribute).Text(2);
 }
 
 std::string modelText(const Model& model) {

@@ -5,8 +5,21 @@
 #include <string>
 
 #include "model/model.h"
+#include "text/text_table.h"
 
 namespace mcbin {
+
+/// The attributes by information gain (in the order of the columns without a target).
+TextTable rankingTable(const Model& model);
+
+/// The bins of one attribute, and its missing and user-missing cases when there are any.
+TextTable binTable(const Model& model, const AttributeModel& attribute);
+
+/// What was fitted, as lines: data, cases, weight, target.
+std::string summaryText(const Model& model);
+
+/// One attribute in a line: bins, distinct values, entropies.
+std::string attributeSummary(const AttributeModel& attribute);
 
 /// What was fitted, and the attributes ranked by information gain.
 std::string overviewText(const Model& model);

@@ -1,6 +1,7 @@
 #include "text/text_table.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace mcbin {
@@ -11,6 +12,15 @@ std::size_t widthOf(const std::string& text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
   }));
+}
+
+std::string escapedForMarkdown(const std::string& text) {
+  std::string escaped;
+  for (const char c : text) {
+    if (c != '\0' && std::strchr("\\`*_[]<>|", c) != nullptr) escaped += '\\';
+    escaped += c;
+  }
+  return escaped;
 }
 
 }  // namespace
@@ -47,6 +57,19 @@ std::string TextTable::Text(std::size_t indent) const {
   std::vector<std::string> rule;
   for (std::size_t width : widths) rule.emplace_back(width, '-');
   addLine(rule);
+  for (std::size_t r = 1; r < rows_.size(); ++r) addLine(rows_[r]);
+  return text;
+}
+
+std::string TextTable::Markdown() const {
+  std::string text;
+  const auto addLine = [&text](const std::vector<std::string>& cells) {
+    for (const std::string& cell : cells) text += "| " + escapedForMarkdown(cell) + " ";
+    text += "|\n";
+  };
+  addLine(rows_.front());
+  for (const Align align : aligns_) text += align == Align::Left ? "| --- " : "| ---: ";
+  text += "|\n";
   for (std::size_t r = 1; r < rows_.size(); ++r) addLine(rows_[r]);
   return text;
 }

@@ -20,6 +20,9 @@ class TextTable {
   /// Every line indented by `indent` blanks and ended by a line end; a rule under the header.
   std::string Text(std::size_t indent = 0) const;
 
+  /// The same as a Markdown table.
+  std::string Markdown() const;
+
  private:
   std::vector<std::vector<std::string>> rows_;
   std::vector<Align> aligns_;

@@ -1,0 +1,110 @@
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "apply/row_binner.h"
+#include "commands/commands.h"
+#include "errors.h"
+#include "input/open_table.h"
+#include "model/attribute_choice.h"
+#include "model/model_json.h"
+#include "system/interrupt.h"
+#include "system/output_file.h"
+#include "text/progress_bar.h"
+
+namespace mcbin {
+namespace {
+
+struct ApplyCommand {
+  std::string model;
+  InputOptions input;
+  std::vector<std::string> attributePatterns;
+  std::string style = "index";
+  std::string output = "-";
+  bool replace = false;
+};
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  mcbin fit examples/data/loans.csv --target default -o loans.json\n"
+    "  mcbin apply loans.json examples/data/loans.csv --as interval -o binned.csv\n"
+    "\n"
+    "Column NAME gives NAME_bin: with --as index the number of the bin from 0, -1 when the value "
+    "is\n"
+    "missing and -2 when it is declared missing in the model; with --as interval the bin as a "
+    "text,\n"
+    "\"missing\" or \"user-missing\"; with --as bounds two columns NAME_lower and NAME_upper, "
+    "empty\n"
+    "without a bin. The output has commas between its cells, or tabs when FILE ends in .tsv.\n"
+    "Exit status: 0 done, 1 the data cannot be used, 2 wrong usage, 3 internal error.";
+
+bool endsIn(const std::string& text, const std::string& end) {
+  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+RowBinner::Options binnerOptions(const ApplyCommand& apply) {
+  RowBinner::Options options;
+  options.style = labelStyleOf(apply.style);
+  options.inPlace = apply.replace;
+  options.delimiter = endsIn(apply.output, ".tsv") ? '\t' : ',';
+  return options;
+}
+
+void runApply(const ApplyCommand& apply) {
+  constexpr std::uint64_t kRowsPerUpdate = 4096;
+  if (apply.model == "-" && apply.input.data == "-") {
+    throw UsageError("the model and the data cannot both come from standard input");
+  }
+  Model model = loadModel(apply.model);
+  keepAttributes(model, apply.attributePatterns);
+  const std::unique_ptr<TableReader> reader = openTable(apply.input);
+  RowBinner binner(model, *reader, binnerOptions(apply));
+  OutputFile output(apply.output);
+  if (!apply.input.noHeader) output.Write(binner.Header());
+  ProgressBar progress;
+  TableRow row;
+  std::uint64_t rows = 0;
+  while (reader->NextRow(row)) {
+    output.Write(binner.Line(row));
+    if (++rows % kRowsPerUpdate == 0) {
+      throwIfInterrupted();
+      progress.Update("binning cases", reader->ShareRead(), static_cast<double>(rows), "cases");
+    }
+  }
+  output.Commit();
+  progress.Clear();
+  fmt::print(stderr, "{} cases binned by {} attributes\n", rows, model.attributes.size());
+}
+
+}  // namespace
+
+void addApplyCommand(CLI::App& program) {
+  CLI::App* const command = program.add_subcommand(
+      "apply", "Put the cases of a table into the bins of a model, row by row");
+  const auto apply = std::make_shared<ApplyCommand>();
+  command->add_option("MODEL", apply->model, "Model file that fit wrote")->required();
+  addInputOptions(*command, apply->input);
+  command
+      ->add_option("-a,--attribute", apply->attributePatterns,
+                   "Only these attributes of the model: a name, a number from 1, or a pattern with "
+                   "*, ? and [...]; may be given again [all]")
+      ->allow_extra_args(false)
+      ->type_name("PATTERN");
+  command
+      ->add_option("--as", apply->style, "What stands for a bin: index, interval or bounds [index]")
+      ->check(CLI::IsMember({"index", "interval", "bounds"}))
+      ->type_name("HOW");
+  command->add_flag("--replace", apply->replace,
+                    "Put the bins in place of the columns they are made of, under the same name");
+  command->add_option("-o,--output", apply->output, "Write to this file [standard output]")
+      ->type_name("FILE");
+  command->footer(kExamples);
+  command->callback([apply] { runApply(*apply); });
+}
+
+}  // namespace mcbin
