@@ -10,7 +10,7 @@ import unittest
 
 from program import LOANS, MCBIN, ROOT, ProgramTest
 
-COMMANDS = ["fit"]
+COMMANDS = ["fit", "apply", "show", "export"]
 FIT = ["fit", str(LOANS), "--target", "default", "--missing", "income=-1"]
 
 

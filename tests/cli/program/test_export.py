@@ -1,0 +1,160 @@
+"""mcbin show and mcbin export."""
+
+import csv
+import io
+import json
+import random
+import sqlite3
+import struct
+import unittest
+
+from program import LOANS, ProgramTest
+
+INFINITY = float("inf")
+
+
+class Show(ProgramTest):
+    def test_prints_what_fit_printed(self):
+        fitted = self.succeed("fit", LOANS, "--target", "grade", "-o", "model.json")
+        self.assertEqual(self.succeed("show", "model.json").stdout, fitted.stdout)
+
+    def test_chosen_attributes(self):
+        self.succeed("fit", LOANS, "--target", "default", "-o", "model.json")
+        text = self.succeed("show", "model.json", "-a", "age", "-a", "1").stdout
+        self.assertIn("\nage: 2 bins", text)
+        self.assertNotIn("\nincome:", text)
+        self.fail_with(
+            1,
+            "--attribute: no column 'nope'; the columns are: age, income, employment_years, "
+            "loan_amount, debt_ratio, credit_score, open_accounts, weight",
+            "show", "model.json", "-a", "nope",
+        )
+
+
+class Tables(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.file("d.csv", "a|b,t\n" + "".join(f"{i},{'x<' if i < 10 else 'y'}\n" for i in range(20)))
+        self.succeed("fit", "d.csv", "--target", "t", "-o", "model.json")
+
+    def test_csv(self):
+        self.assertEqual(
+            self.succeed("export", "model.json", "--to", "csv").stdout,
+            "attribute,bin,lower,upper,closed,weight,weight_x<,weight_y\n"
+            "a|b,0,-inf,9,right,10,10,0\n"
+            "a|b,1,9,inf,right,10,0,10\n"
+            "a|b,missing,,,,0,0,0\n"
+            "a|b,user-missing,,,,0,0,0\n",
+        )
+
+    def test_markdown(self):
+        self.assertEqual(
+            self.succeed("export", "model.json", "--to", "markdown").stdout,
+            "Supervised binning of d.csv: 20 cases, 20 used\n"
+            "Target t: x< 10 (50.0%), y 10 (50.0%)\n"
+            "\n## Attributes by information gain\n\n"
+            "| # | attribute | bins | distinct | min | max | entropy before | after | gain | remark |\n"
+            "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: | ---: | --- |\n"
+            "| 1 | a\\|b | 2 | 20 | 0 | 19 | 1.0000 | 0.0000 | 1.0000 |  |\n"
+            "\n### a|b\n\n"
+            "a|b: 2 bins, 20 distinct values, entropy 1.0000 before, 0.0000 after, gain 1.0000\n\n"
+            "| # | a\\|b | weight | share | x\\< | % | y | % |\n"
+            "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: |\n"
+            "| 0 | (-inf, 9\\] | 10 | 50.0% | 10 | 100.0% | 0 | 0.0% |\n"
+            "| 1 | (9, inf) | 10 | 50.0% | 0 | 0.0% | 10 | 100.0% |\n",
+        )
+
+    def test_sql(self):
+        self.assertEqual(
+            self.succeed("export", "model.json", "--to", "sql", "--as", "interval").stdout,
+            '  CASE\n    WHEN "a|b" IS NULL THEN \'missing\'\n'
+            "    WHEN \"a|b\" <= 9.0 THEN '(-inf, 9]'\n"
+            "    ELSE '(9, inf)'\n  END AS \"a|b_bin\"\n",
+        )
+
+    def test_output_file(self):
+        self.succeed("export", "model.json", "--to", "csv", "-o", "out.csv")
+        rows = list(csv.reader(io.StringIO((self.directory / "out.csv").read_text())))
+        self.assertEqual(len(rows), 5)
+
+    def test_sql_options_are_for_sql(self):
+        for option in (["--from", "t"], ["--as", "index"]):
+            self.fail_with(2, "--from and --as are for --to sql",
+                           "export", "model.json", "--to", "csv", *option)
+
+
+class Sql(ProgramTest):
+    """Every value lands where the model puts it, also when SQLite reads the literals."""
+
+    def model(self, cut_points, side, values=(), range_=None, name="x"):
+        """A model file by hand, from one that was fitted."""
+        self.file("d.csv", "x,t\n" + "".join(f"{i},{'ab'[i > 9]}\n" for i in range(20)))
+        model = self.fit("d.csv", "--target", "t", "--missing", "x=99")
+        model["options"]["closedSide"] = side
+        fitted = model["attributes"][0]
+        fitted["name"] = name
+        fitted["missing"] = {"values": list(values), "range": range_}
+        fitted["cutPoints"] = cut_points
+        empty = {"weight": 0, "classWeights": [0, 0]}
+        fitted["bins"] = fitted["bins"][:1] + [empty] * len(cut_points)
+        text = json.dumps(model).replace("-Infinity", '"-inf"').replace("Infinity", '"inf"')
+        self.file("model.json", text)
+
+    def placed(self, values, name="x"):
+        connection = sqlite3.connect(":memory:")
+        self.addCleanup(connection.close)
+        quoted = '"' + name.replace('"', '""') + '"'
+        connection.execute(f"CREATE TABLE t ({quoted} REAL)")
+        connection.executemany("INSERT INTO t VALUES (?)", [(v,) for v in values])
+        sql = self.succeed("export", "model.json", "--to", "sql", "--from", "t").stdout
+        return [row[1] for row in connection.execute(sql)]
+
+    @staticmethod
+    def around(value):
+        bits = struct.unpack("<q", struct.pack("<d", value))[0]
+        return [struct.unpack("<d", struct.pack("<q", bits + d))[0] for d in (-1, 0, 1)]
+
+    @staticmethod
+    def expected(cut_points, side, values, range_, value):
+        if value is None:
+            return -1
+        if value in values or (range_ and range_[0] <= value <= range_[1]):
+            return -2
+        return sum((c < value) if side == "right" else (c <= value) for c in cut_points)
+
+    def check(self, cut_points, values=(), range_=None):
+        tried = [None, 0.0, -0.0, INFINITY, -INFINITY, 1.7976931348623157e308, 5e-324]
+        for border in [*cut_points, *values, *(range_ or [])]:
+            tried += self.around(border) if abs(border) != INFINITY and border else [border]
+        for side in ("right", "left"):
+            self.model(cut_points, side, values, range_)
+            self.assertEqual(
+                self.placed(tried),
+                [self.expected(cut_points, side, values, range_, v) for v in tried],
+            )
+
+    def test_every_border_missing_and_infinite_value(self):
+        self.check([-1.5, 0.1, 254.6272160119115], values=[7.25, -1], range_=[100, 150.5])
+        self.check([5.434862940027643e-05, 3948354.129038485, 6.02e23])
+        self.check([5e-324, 2.2250738585072014e-308, 1.7976931348623157e308])
+
+    def test_random_borders_of_any_size(self):
+        seed = 20261120
+        print("seed", seed)
+        dice = random.Random(seed)
+        for _ in range(5):
+            borders = set()
+            while len(borders) < 30:
+                value = struct.unpack("<d", struct.pack("<Q", dice.getrandbits(64)))[0]
+                if value == value and abs(value) != INFINITY and value != 0.0:
+                    borders.add(value)
+            self.check(sorted(borders))
+
+    def test_names_are_quoted(self):
+        for name in ('odd "name"', "it's", "select", "ä b"):
+            self.model([3], "right", name=name)
+            self.assertEqual(self.placed([3, 4, None], name), [0, 1, -1])
+
+
+if __name__ == "__main__":
+    unittest.main()
