@@ -21,7 +21,7 @@ TEST(SqlTextTest, NumbersAreReal) {
 }
 
 TEST(SqlTextTest, ANumberThatSqliteMisreadsGetsMoreDigits) {
-  EXPECT_EQ(mcbin::sqlNumber(254.6272160119115), "2.546272160119114914e+02");
+  EXPECT_EQ(mcbin::sqlNumber(254.6272160119115), "2.546272160119114858e+02");
 }
 
 }  // namespace
