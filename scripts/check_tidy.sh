@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds everything with clang, warnings as errors, and runs clang-tidy on every source but the
-# tests. What did not change since the last call is not looked at again.
+# Runs clang-tidy on every source but the tests, as part of a clang build. What did not change since
+# the last call is not looked at again.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
