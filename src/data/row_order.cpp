@@ -74,13 +74,13 @@ class RunMerger {
       }
       weightOf_[row.code] += row.weight;
     }
-    std::sort(codes_.begin(), codes_.begin() + nCodes_);
-    for (std::ptrdiff_t i = 0; i < nCodes_; ++i) {
-      const std::uint32_t code = codes_[static_cast<std::size_t>(i)];
+    std::sort(codes_.data(), codes_.data() + nCodes_);
+    for (std::size_t i = 0; i < nCodes_; ++i) {
+      const std::uint32_t code = codes_[i];
       merged[i] = {key, weightOf_[code], code};
       isPresent_[code] = false;
     }
-    return static_cast<std::size_t>(nCodes_);
+    return nCodes_;
   }
 
  private:
@@ -88,7 +88,7 @@ class RunMerger {
   std::array<bool, kCodes> isPresent_{};
   std::array<typename Row::WeightType, kCodes> weightOf_;
   std::array<std::uint32_t, kCodes> codes_;
-  std::ptrdiff_t nCodes_ = 0;
+  std::size_t nCodes_ = 0;
 };
 
 /// What MergeRows does, without the merging.
