@@ -203,7 +203,7 @@ MCStatus BINDataPreparator::ReadCases(BINCaseIterator& cases, ColumnBuffer& buff
       }
       if (outcome == CaseOutcome::Used) {
         if (casesUsed_ == kMaxCases) {
-          return MCStatus(3, false);  // no table can be counted any further
+          return MCStatus(3, false);  // the count would wrap round; no test has that many cases
         }
         ++casesUsed_;
       }

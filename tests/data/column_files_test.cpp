@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "support/child_process.h"
 #include "support/counting_query.h"
 #include "support/failing_file_system.h"
+#include "support/limited_process.h"
 #include "support/scratch_directory.h"
 
 namespace {
@@ -229,14 +229,11 @@ TEST_F(ColumnFilesTest, TooManyOpenFilesGive120021) {
 TEST_F(ColumnFilesTest, ADirectoryThatMayNotBeUsedGives120021AtOnce) {
   for (const mode_t mode : {0555, 0666, 0}) {
     ASSERT_EQ(chmod(directory_.Path().c_str(), mode), 0);
-    EXPECT_EQ(mcbinning_tests::AnswerWithoutPrivileges([&] {
-                ColumnFiles columns(directory_.Path(), cancel_, files_);
-                return columns.SetUp(1) == error(120021) && files_.Calls(FileOperation::Probe) == 1
-                           ? 0
-                           : 1;
-              }),
-              0)
-        << mode;
+    const mcbinning_tests::WithoutPrivileges limited;
+    const std::size_t before = files_.Calls(FileOperation::Probe);
+    ColumnFiles columns(directory_.Path(), cancel_, files_);
+    EXPECT_EQ(columns.SetUp(1), error(120021)) << mode;
+    EXPECT_EQ(files_.Calls(FileOperation::Probe), before + 1);
   }
   ASSERT_EQ(chmod(directory_.Path().c_str(), 0700), 0);
 }

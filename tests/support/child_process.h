@@ -1,7 +1,6 @@
 #ifndef MCBINNING_TESTS_SUPPORT_CHILD_PROCESS_H
 #define MCBINNING_TESTS_SUPPORT_CHILD_PROCESS_H
 
-#include <grp.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,18 +29,6 @@ inline int AnswerOf(pid_t child) {
   int state = 0;
   return child > 0 && waitpid(child, &state, 0) == child && WIFEXITED(state) ? WEXITSTATUS(state)
                                                                              : -1;
-}
-
-/// Runs `body` in a process to which file permissions apply: root lets itself into everything.
-template <typename Body>
-int AnswerWithoutPrivileges(Body body) {
-  return AnswerOf(StartChild([&] {
-    if (geteuid() == 0 &&
-        (setgroups(0, nullptr) != 0 || setgid(65534) != 0 || setuid(65534) != 0)) {
-      return 98;
-    }
-    return body();
-  }));
 }
 
 }  // namespace mcbinning_tests

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -16,6 +15,7 @@
 #include <vector>
 
 #include "support/child_process.h"
+#include "support/limited_process.h"
 #include "support/scratch_directory.h"
 
 namespace {
@@ -25,8 +25,8 @@ using MCBinning::FileHandle;
 using MCBinning::FileSystem;
 using MCBinning::kNoFile;
 using MCBinning::NameState;
-using mcbinning_tests::AnswerWithoutPrivileges;
 using mcbinning_tests::ScratchDirectory;
+using mcbinning_tests::WithoutPrivileges;
 
 FileSystem& files() { return MCBinning::RealFileSystem(); }
 
@@ -74,8 +74,8 @@ TEST_F(PosixFileSystemTest, AFileThatMayNotBeReadIsATakenName) {
   const std::string name = MakeFile("secret");
   ASSERT_EQ(chmod(name.c_str(), 0), 0);
   ASSERT_EQ(chmod(directory_.Path().c_str(), 0777), 0);
-  EXPECT_EQ(
-      AnswerWithoutPrivileges([&] { return files().Probe(name) == NameState::Taken ? 0 : 1; }), 0);
+  const WithoutPrivileges limited;
+  EXPECT_EQ(files().Probe(name), NameState::Taken);
 }
 
 TEST_F(PosixFileSystemTest, ADirectoryThatIsNotThereOrIsNoneIsReported) {
@@ -85,29 +85,30 @@ TEST_F(PosixFileSystemTest, ADirectoryThatIsNotThereOrIsNoneIsReported) {
 
 TEST_F(PosixFileSystemTest, ADirectoryThatMayNotBeWrittenIsRefused) {
   ASSERT_EQ(chmod(directory_.Path().c_str(), 0555), 0);
-  EXPECT_EQ(AnswerWithoutPrivileges(
-                [&] { return files().Probe(Name("a")) == NameState::DirectoryRefused ? 0 : 1; }),
-            0);
+  {
+    const WithoutPrivileges limited;
+    EXPECT_EQ(files().Probe(Name("a")), NameState::DirectoryRefused);
+  }
   ASSERT_EQ(chmod(directory_.Path().c_str(), 0700), 0);
 }
 
 TEST_F(PosixFileSystemTest, ADirectoryThatMayNotBeEnteredIsRefused) {
   for (const mode_t mode : {0666, 0}) {
     ASSERT_EQ(chmod(directory_.Path().c_str(), mode), 0);
-    EXPECT_EQ(AnswerWithoutPrivileges(
-                  [&] { return files().Probe(Name("a")) == NameState::DirectoryRefused ? 0 : 1; }),
-              0);
+    {
+      const WithoutPrivileges limited;
+      EXPECT_EQ(files().Probe(Name("a")), NameState::DirectoryRefused);
+    }
     ASSERT_EQ(chmod(directory_.Path().c_str(), 0700), 0);
   }
 }
 
 TEST_F(PosixFileSystemTest, TooManyOpenFilesAreReported) {
-  EXPECT_EQ(mcbinning_tests::AnswerOf(mcbinning_tests::StartChild([&] {
-              const rlimit none = {0, 0};
-              setrlimit(RLIMIT_NOFILE, &none);
-              return files().Probe(Name("a")) == NameState::TooManyOpenFiles ? 0 : 1;
-            })),
-            0);
+  const mcbinning_tests::WithoutFileHandles limited;
+  EXPECT_EQ(files().Probe(Name("a")), NameState::TooManyOpenFiles);
+  FileHandle file = kNoFile;
+  EXPECT_EQ(files().Create(Name("a"), file), CreateResult::Failed);
+  EXPECT_FALSE(files().OpenForReading(Name("a"), file));
 }
 
 TEST_F(PosixFileSystemTest, ACreatedFileIsItsOwnersOnlyAndNotInherited) {
