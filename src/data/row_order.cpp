@@ -21,11 +21,11 @@ constexpr std::ptrdiff_t kFewRows = 16;
 constexpr std::size_t kBlock = 64;
 
 void searchSplitters(const std::vector<RowKey>& splitters, std::span<const RowKey> keys,
-                     std::array<std::size_t, kBlock>& buckets) {
+                     std::array<std::uint32_t, kBlock>& buckets) {
   buckets.fill(0);
-  for (std::size_t step = (splitters.size() + 1) / 2; step > 0; step /= 2) {
+  for (auto step = static_cast<std::uint32_t>(splitters.size() + 1) / 2; step > 0; step /= 2) {
     for (std::size_t i = 0; i < keys.size(); ++i) {
-      buckets[i] += keys[i] >= splitters[buckets[i] + step - 1] ? step : 0;
+      buckets[i] += step * static_cast<std::uint32_t>(keys[i] >= splitters[buckets[i] + step - 1]);
     }
   }
 }
@@ -181,7 +181,7 @@ void RowOrder<Row>::AssignBuckets(std::span<const double> values) {
   bucketOfCase_ = std::make_unique_for_overwrite<std::uint16_t[]>(values.size());
   bucketEnds_.assign(nBuckets_ + 1, 0);
   std::array<RowKey, kBlock> keys;
-  std::array<std::size_t, kBlock> buckets;
+  std::array<std::uint32_t, kBlock> buckets;
   for (std::size_t first = 0; first < values.size(); first += kBlock) {
     const auto block = values.subspan(first, std::min(kBlock, values.size() - first));
     std::transform(block.begin(), block.end(), keys.begin(), KeyOf);
