@@ -20,8 +20,8 @@ std::string columnName(const std::string& directory, int column) {
 void flush(std::vector<std::vector<double>>& buffer, const std::string& directory) {
   for (std::size_t column = 0; column < buffer.size(); ++column) {
     std::FILE* file = std::fopen(columnName(directory, static_cast<int>(column)).c_str(), "ab");
-    if (file == nullptr || std::fwrite(buffer[column].data(), sizeof(double),
-                                       buffer[column].size(), file) != buffer[column].size()) {
+    if (file == nullptr || std::fwrite(buffer[column].data(), sizeof(double), buffer[column].size(),
+                                       file) != buffer[column].size()) {
       throw std::runtime_error("no room for a column");
     }
     std::fclose(file);
@@ -180,9 +180,9 @@ class PlainSearch {
     const double k2 = present(right);
     const double k = k1 + k2;
     const double entropy = entropyOf(total.data(), k_);
-    const double delta = std::log2((k == 2.0 ? 9.0 : std::pow(3.0, k)) - 2.0) -
-                         (k * entropy - k1 * entropyOf(left.data(), k_) -
-                          k2 * entropyOf(right.data(), k_));
+    const double delta =
+        std::log2((k == 2.0 ? 9.0 : std::pow(3.0, k)) - 2.0) -
+        (k * entropy - k1 * entropyOf(left.data(), k_) - k2 * entropyOf(right.data(), k_));
     return entropy - least > std::log2(n - 1.0) / n + delta / n;
   }
 
@@ -194,9 +194,8 @@ class PlainSearch {
 }  // namespace
 
 void sortPlainRows(std::vector<PlainRow>& rows) {
-  std::sort(rows.begin(), rows.end(), [](const PlainRow& left, const PlainRow& right) {
-    return left.value < right.value;
-  });
+  std::sort(rows.begin(), rows.end(),
+            [](const PlainRow& left, const PlainRow& right) { return left.value < right.value; });
 }
 
 std::vector<std::vector<double>> plainCutPoints(BINCaseIterator& cases, int attributes,

@@ -37,7 +37,8 @@ int repetitions = 5;
 std::string directory;
 
 /// Median CPU time of a piece of work, in nanoseconds.
-double medianTime(const std::function<void()>& work, const std::function<void()>& before = [] {}) {
+double medianTime(
+    const std::function<void()>& work, const std::function<void()>& before = [] {}) {
   std::vector<double> times;
   for (int i = 0; i < repetitions; ++i) {
     before();
@@ -126,11 +127,11 @@ void compareSearch(std::size_t n, unsigned k, bool informative, bool weighted, d
                    double aim) {
   const Column column = makeColumn(Shape::Uniform, n, k, informative);
   SortedRows rows;
-  const std::size_t distinct = rows.Fill(column.Cases(weighted), k, !weighted);
+  rows.Fill(column.Cases(weighted), k, !weighted);
   rows.Merge();
   const double time = medianTime([&] {
     MCBinning::Bins bins;
-    SearchCutPoints(CandidateTable::FromRows(rows, k, distinct, true), bins);
+    SearchCutPoints(CandidateTable::FromRows(rows, k, true), bins);
   });
   print("search / std::sort: k = " + std::to_string(k) + (informative ? ", signal" : ", noise") +
             (weighted ? ", fractional weights" : ""),
@@ -147,8 +148,8 @@ void compareEqualFrequency(std::size_t n) {
     BINEFPreProcess(20, true).RunOverPairs(rows, cutPoints, weights, static_cast<double>(n));
   });
   std::vector<double> values;
-  const double sort = medianTime([&] { std::sort(values.begin(), values.end()); },
-                                 [&] { values = column.values; });
+  const double sort =
+      medianTime([&] { std::sort(values.begin(), values.end()); }, [&] { values = column.values; });
   print("equal frequency of a column / std::sort of it", time, sort, static_cast<double>(n), 0.40,
         0.10);
 }
@@ -256,7 +257,7 @@ void compareAfterPass(MemoryCases& cases) {
       const SortedRows* rows = nullptr;
       table.BuildSupervisedTable(a, kAttributes, &rows);
       MCBinning::Bins bins;
-      SearchCutPoints(CandidateTable::FromRows(*rows, 2, table.GetNDistinctValues(), true), bins);
+      SearchCutPoints(CandidateTable::FromRows(*rows, 2, true), bins);
     }
   });
   std::vector<std::vector<PlainRow>> unsorted(kAttributes);
@@ -264,7 +265,8 @@ void compareAfterPass(MemoryCases& cases) {
   while (cases.HasNext()) {
     const MCCommon::Record& record = *cases.Next();
     for (std::size_t a = 0; a < kAttributes; ++a) {
-      unsorted[a].push_back({record[static_cast<int>(a)], static_cast<int>(record[kAttributes]), 1.0});
+      unsorted[a].push_back(
+          {record[static_cast<int>(a)], static_cast<int>(record[kAttributes]), 1.0});
     }
   }
   std::vector<std::vector<PlainRow>> all;
@@ -280,13 +282,12 @@ double compareWholeRuns(MemoryCases& cases, unsigned k, double bound, double aim
   makeList(list, k, kAttributes);
   std::vector<std::vector<double>> cutPoints;
   const auto restart = [&] { cases.Restart(); };
-  const double time =
-      medianTime([&] { cutPoints = libraryCutPoints(cases, list); }, restart);
+  const double time = medianTime([&] { cutPoints = libraryCutPoints(cases, list); }, restart);
   std::vector<std::vector<double>> plain;
   const int asked = repetitions;
   repetitions = std::min(asked, cases.Size() >= 5000000 || k > 10 ? 1 : asked);
-  const double reference = medianTime(
-      [&] { plain = plainCutPoints(cases, kAttributes, k, directory); }, restart);
+  const double reference =
+      medianTime([&] { plain = plainCutPoints(cases, kAttributes, k, directory); }, restart);
   repetitions = asked;
   if (plain != cutPoints) {
     std::puts("THE CUT POINTS DIFFER");
@@ -336,7 +337,8 @@ int main(int argc, char** argv) {
   const std::size_t n = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000;
   repetitions = argc > 2 ? std::atoi(argv[2]) : 5;
   const char* const temporary = std::getenv("TMPDIR");
-  std::string pattern = std::string(temporary != nullptr ? temporary : "/tmp") + "/mcbinning_XXXXXX";
+  std::string pattern =
+      std::string(temporary != nullptr ? temporary : "/tmp") + "/mcbinning_XXXXXX";
   if (::mkdtemp(pattern.data()) == nullptr) {
     std::perror(pattern.c_str());
     return 1;
@@ -344,8 +346,8 @@ int main(int argc, char** argv) {
   directory = pattern;
 
   std::printf("%zu cases, medians of %d, CPU time in ns per row or case\n\n", n, repetitions);
-  std::printf("| %-58s | %8s | %8s | %7s | %6s | %6s | %s |\n", "ratio", "library", "plain", "ratio",
-              "bound", "aim", "reached");
+  std::printf("| %-58s | %8s | %8s | %7s | %6s | %6s | %s |\n", "ratio", "library", "plain",
+              "ratio", "bound", "aim", "reached");
   std::puts("|---|---|---|---|---|---|---|");
   printMemory(n, false, 48, 18);
   printMemory(n, true, 56, 26);

@@ -3,10 +3,8 @@
 #include <mccomvor/missing_value.h>
 
 #include <algorithm>
-#include <cmath>
 #include <exception>
 #include <memory>
-#include <numeric>
 
 #include "data/binary_record_iterator.h"
 #include "data/category_code.h"
@@ -17,7 +15,6 @@ using MCBinning::SortedRows;
 namespace {
 
 constexpr std::uint16_t kMissingTarget = 256;
-constexpr double kPackedWeights = 4294967296.0;  // what packed rows cannot hold any more
 
 }  // namespace
 
@@ -133,9 +130,8 @@ bool BINAttributeTable::FillRows(int attribute, int targetColumn, SortedRows& ro
   SelectCases(withTarget, cells);
   const MCBinning::CaseColumns columns{cells, withTarget ? targetCodes_.data() : nullptr,
                                        weights_.empty() ? nullptr : weights_.data()};
-  const std::size_t distinctValues =
-      rows.Fill(columns, withTarget ? targetCategories_ : 1, wholeWeights_);
-  summary_.distinctValues = static_cast<std::uint32_t>(distinctValues);
+  rows.Fill(columns, withTarget ? targetCategories_ : 1, wholeWeights_);
+  summary_.distinctValues = static_cast<std::uint32_t>(rows.CountDistinctValues());
   if (rows.Size() > 0) {
     summary_.minimum = rows.Value(0);
     summary_.maximum = rows.Value(rows.Size() - 1);
@@ -185,11 +181,7 @@ bool BINAttributeTable::HoldWeights() {
     if (!ReadColumn(preparator_.GetWeightColumn(), weights_)) {
       return false;
     }
-    const double sum = std::accumulate(weights_.begin(), weights_.end(), 0.0);
-    const auto isWhole = [](double weight) {
-      return weight >= 1.0 && weight == std::floor(weight);
-    };
-    wholeWeights_ = sum < kPackedWeights && std::all_of(weights_.begin(), weights_.end(), isWhole);
+    wholeWeights_ = MCBinning::ArePackable(weights_);
     if (std::all_of(weights_.begin(), weights_.end(),
                     [](double weight) { return weight == 1.0; })) {
       weights_ = std::vector<double>();

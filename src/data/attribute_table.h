@@ -116,7 +116,7 @@ class BINAttributeTable {
   int heldTarget_ = -1;  // column of the codes below, -1 while there are none
   std::vector<std::uint16_t> targetCodes_;
   bool weightsAreHeld_ = false;
-  bool wholeWeights_ = true;     // whole numbers whose sum is less than 2^32
+  bool wholeWeights_ = true;
   std::vector<double> weights_;  // empty when all are 1
 };
 

@@ -16,8 +16,9 @@ constexpr std::size_t kSamplesPerBucket = 16;  // no bucket is likely to be twic
 constexpr std::size_t kMostCells = std::size_t{1} << 15;
 constexpr std::ptrdiff_t kFewRows = 16;
 
-/// Buckets of a block of keys: a binary search without a branch, one level for the whole block at
-/// a time, so that the searches of many keys overlap.
+/// Buckets of a block of keys: a binary search one level for the whole block at a time, so that the
+/// searches of many keys overlap. The step is multiplied because compilers turn a choice of it into
+/// a branch, which nobody can predict.
 constexpr std::size_t kBlock = 64;
 
 void searchSplitters(const std::vector<RowKey>& splitters, std::span<const RowKey> keys,
@@ -247,6 +248,7 @@ std::span<const Row> RowOrder<Row>::SortBucket(std::span<const Row> bucket) {
 
 template class RowOrder<PackedRow>;
 template class RowOrder<WideRow>;
+template RowCounts MergeRows(std::span<const PackedRow> rows, PackedRow* merged);
 template RowCounts MergeRows(std::span<const WideRow> rows, WideRow* merged);
 
 }  // namespace MCBinning

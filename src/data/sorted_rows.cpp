@@ -1,6 +1,7 @@
 #include "data/sorted_rows.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "data/value_counts.h"
 
@@ -10,34 +11,65 @@ namespace {
 /// With fewer cases a look for few distinct values does not pay.
 constexpr std::size_t kManyCases = std::size_t{1} << 16;
 
+template <typename PlacedRow>
+PlacedRow placed(const SortedRows::Row& row) {
+  return {KeyOf(row.value), static_cast<typename PlacedRow::WeightType>(row.weight),
+          static_cast<std::uint32_t>(row.code)};
+}
+
 }  // namespace
 
-SortedRows::SortedRows(const std::vector<Row>& sortedRows)
-    : size_(sortedRows.size()),
-      room_(sortedRows.size()),
-      wide_(std::make_unique<WideRow[]>(sortedRows.size())) {
-  std::transform(sortedRows.begin(), sortedRows.end(), wide_.get(), [](const Row& row) {
-    return WideRow{KeyOf(row.value), row.weight, static_cast<std::uint32_t>(row.code)};
-  });
+bool ArePackable(std::span<const double> weights) {
+  constexpr double kFirstTooGreat = 4294967296.0;
+  double sum = 0.0;
+  bool areWhole = true;
+  for (const double weight : weights) {
+    sum += weight;
+    areWhole = areWhole && weight >= 1.0 && weight == std::floor(weight);
+  }
+  return areWhole && sum < kFirstTooGreat;
+}
+
+SortedRows::SortedRows(const std::vector<Row>& sortedRows) {
+  std::vector<double> weights;
+  for (const Row& row : sortedRows) {
+    weights.push_back(row.weight);
+    codeLimit_ = std::max(codeLimit_, std::size_t{static_cast<std::uint32_t>(row.code)} + 1);
+  }
+  MakeRoom(sortedRows.size(), ArePackable(weights));
+  if (isPacked_) {
+    std::transform(sortedRows.begin(), sortedRows.end(), packed_.get(), placed<PackedRow>);
+  } else {
+    std::transform(sortedRows.begin(), sortedRows.end(), wide_.get(), placed<WideRow>);
+  }
+  size_ = sortedRows.size();
   const auto zero = std::find_if(sortedRows.begin(), sortedRows.end(),
                                  [](const Row& row) { return row.value == 0.0; });
   zero_ = zero == sortedRows.end() ? 0.0 : zero->value;
+  for (std::size_t row = 0; row < size_; ++row) {
+    distinctValues_ += row > 0 && IsSameValue(Key(row), Key(row - 1)) ? 0 : 1;
+  }
 }
 
-std::size_t SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, bool wholeWeights) {
+void SortedRows::MakeRoom(std::size_t rows, bool isPacked) {
   size_ = 0;
-  if (room_ < cases.values.size() || isPacked_ != wholeWeights) {
-    room_ = 0;
-    packed_.reset();
-    wide_.reset();
-    if (wholeWeights) {
-      packed_ = std::make_unique_for_overwrite<PackedRow[]>(cases.values.size());
-    } else {
-      wide_ = std::make_unique_for_overwrite<WideRow[]>(cases.values.size());
-    }
-    isPacked_ = wholeWeights;
-    room_ = cases.values.size();
+  if (room_ >= rows && isPacked_ == isPacked) {
+    return;
   }
+  room_ = 0;
+  packed_.reset();
+  wide_.reset();
+  isPacked_ = isPacked;
+  if (isPacked) {
+    packed_ = std::make_unique_for_overwrite<PackedRow[]>(rows);
+  } else {
+    wide_ = std::make_unique_for_overwrite<WideRow[]>(rows);
+  }
+  room_ = rows;
+}
+
+void SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, bool wholeWeights) {
+  MakeRoom(cases.values.size(), wholeWeights);
   RowCounts counts;
   if (!isPacked_) {
     counts = RowOrder<WideRow>().Fill(cases, wide_.get());
@@ -48,15 +80,38 @@ std::size_t SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, 
                  : RowOrder<PackedRow>().Fill(cases, packed_.get());
   }
   size_ = counts.rows;
+  distinctValues_ = counts.distinctValues;
+  codeLimit_ = nCategories;
+  isMerged_ = isPacked_;
   const auto zero = std::find(cases.values.begin(), cases.values.end(), 0.0);
   zero_ = zero == cases.values.end() ? 0.0 : *zero;
-  return counts.distinctValues;
 }
 
 void SortedRows::Merge() {
-  if (!isPacked_) {
-    size_ = MergeRows(std::span<const WideRow>(wide_.get(), size_), wide_.get()).rows;
+  if (isMerged_) {
+    return;
   }
+  size_ = isPacked_
+              ? MergeRows(std::span<const PackedRow>(packed_.get(), size_), packed_.get()).rows
+              : MergeRows(std::span<const WideRow>(wide_.get(), size_), wide_.get()).rows;
+  isMerged_ = true;
+}
+
+SortedRows SortedRows::Merged(const SortedRows& rows) {
+  SortedRows merged;
+  merged.MakeRoom(rows.size_, rows.isPacked_);
+  if (rows.isPacked_) {
+    std::copy_n(rows.packed_.get(), rows.size_, merged.packed_.get());
+  } else {
+    std::copy_n(rows.wide_.get(), rows.size_, merged.wide_.get());
+  }
+  merged.size_ = rows.size_;
+  merged.zero_ = rows.zero_;
+  merged.distinctValues_ = rows.distinctValues_;
+  merged.codeLimit_ = rows.codeLimit_;
+  merged.isMerged_ = rows.isMerged_;
+  merged.Merge();
+  return merged;
 }
 
 }  // namespace MCBinning

@@ -3,11 +3,15 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "data/row_order.h"
 
 namespace MCBinning {
+
+/// Whether all weights are whole numbers from 1 and their sum is less than 2^32.
+bool ArePackable(std::span<const double> weights);
 
 /// The usable rows of one attribute, ascending by value, NaN after all numbers. -0.0 and 0.0 are
 /// one value, for which the first of the cases that have it stands. A row stands for one case, or
@@ -25,7 +29,7 @@ class SortedRows {
 
   SortedRows() = default;
 
-  /// Takes rows that are already in order.
+  /// Takes rows that are already in order, one per case.
   explicit SortedRows(const std::vector<Row>& sortedRows);
 
   std::size_t Size() const { return size_; }
@@ -47,22 +51,39 @@ class SortedRows {
     return isPacked_ ? static_cast<double>(packed_[row].weight) : wide_[row].weight;
   }
 
-  /// Makes the rows of the cases that have a value and returns the number of distinct values, every
-  /// NaN being a value of its own. Codes are less than `nCategories`. With `wholeWeights` all
-  /// weights are whole numbers whose sum is less than 2^32. Throws std::bad_alloc.
-  std::size_t Fill(const CaseColumns& cases, std::size_t nCategories, bool wholeWeights);
+  /// Makes the rows of the cases that have a value. Codes are less than `nCategories`. With
+  /// `wholeWeights` the weights are packable. Throws std::bad_alloc.
+  void Fill(const CaseColumns& cases, std::size_t nCategories, bool wholeWeights);
 
   /// Merges the rows of equal value and code where that has not been done, which changes what
-  /// weights that are no whole numbers add up to across values.
+  /// weights that are no whole numbers add up to across values. Codes must be less than 256.
   void Merge();
+  bool IsMerged() const { return isMerged_; }
+
+  /// The rows of `rows`, merged.
+  static SortedRows Merged(const SortedRows& rows);
+
+  /// Whether every sum of weights is exact, in any order.
+  bool HasExactSums() const { return isPacked_; }
+
+  /// Every NaN is a value of its own.
+  std::size_t CountDistinctValues() const { return distinctValues_; }
+
+  /// No code is as great as this one.
+  std::size_t GetCodeLimit() const { return codeLimit_; }
 
   void Clear() { size_ = 0; }
 
  private:
+  void MakeRoom(std::size_t rows, bool isPacked);
+
   bool isPacked_ = false;
+  bool isMerged_ = false;
   double zero_ = 0.0;  // or -0.0
   std::size_t size_ = 0;
   std::size_t room_ = 0;
+  std::size_t distinctValues_ = 0;
+  std::size_t codeLimit_ = 0;
   std::unique_ptr<PackedRow[]> packed_;  // one of the two is used
   std::unique_ptr<WideRow[]> wide_;
 };

@@ -232,7 +232,7 @@ MCStatus BINAlgorithm::FindBins(Bins& bins) {
   }
   return SearchCutPoints(
       CandidateTable::FromRows(*pairRows_, static_cast<std::size_t>(targetCategoryCount_),
-                               table.GetNDistinctValues(), rightBorderClosed_),
+                               rightBorderClosed_),
       bins);
 }
 

@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
+#include <memory>
 #include <vector>
 
 #include "data/sorted_rows.h"
@@ -12,16 +12,17 @@
 namespace MCBinning {
 
 /// The candidates of one attribute/target pair in ascending order, either its distinct values or
-/// its pre-bins, each with the weight of every category that occurs in it. Only weights other than
-/// zero are held, in ascending code order, so that the memory follows the number of rows whatever
-/// the number of categories. A NaN value is a candidate of its own.
+/// its pre-bins, each with the weight of every category that occurs in it: one entry for each, in
+/// ascending code order. Only weights other than zero are held, so that the memory follows the
+/// number of rows whatever the number of categories; merged rows are the entries as they stand. A
+/// NaN value is a candidate of its own.
 class CandidateTable {
  public:
-  /// One candidate per distinct value; the weights of a category are added in row order.
-  /// `nDistinctValues` only sizes the memory. The cut point between two neighbours is the smaller
-  /// value when right borders are closed, else the greater one.
+  /// One candidate per distinct value; the weights of a category are added in row order. `rows` are
+  /// borrowed when they are merged, else copied. The cut point between two neighbours is the
+  /// smaller value when right borders are closed, else the greater one.
   static CandidateTable FromRows(const SortedRows& rows, std::size_t nCategories,
-                                 std::size_t nDistinctValues, bool rightBorderClosed);
+                                 bool rightBorderClosed);
 
   /// One candidate per pre-bin. `boundaries` has one more element than there are pre-bins; the cut
   /// point between two neighbours is the boundary that they share. `counts` holds `nCategories`
@@ -32,50 +33,57 @@ class CandidateTable {
 
   /// Whether every category of every candidate had its place in what the table was made from. A
   /// table that is not consistent holds no candidate.
-  bool IsConsistent() const { return consistent_; }
+  bool IsConsistent() const { return entries_ != nullptr; }
 
-  std::size_t Size() const { return cutPoints_.size(); }
+  std::size_t Size() const { return size_; }
   std::size_t GetNCategories() const { return nCategories_; }
 
+  /// Whether every sum of weights is exact, in any order.
+  bool HasExactSums() const { return entries_->HasExactSums(); }
+
   /// The cut point that separates a candidate from the next one; NaN for the last candidate.
-  double CutPointAfter(std::size_t candidate) const { return cutPoints_[candidate]; }
+  double CutPointAfter(std::size_t candidate) const;
 
-  /// The category codes that carry weight in a candidate, ascending, and their weights.
-  std::span<const std::uint8_t> Codes(std::size_t candidate) const {
-    return {codes_.data() + offsets_[candidate], offsets_[candidate + 1] - offsets_[candidate]};
+  /// The entries of a candidate are those from FirstEntry(candidate) to before
+  /// FirstEntry(candidate + 1).
+  std::size_t FirstEntry(std::size_t candidate) const {
+    return firstEntries_.empty() ? candidate : firstEntries_[candidate];
   }
-  std::span<const double> Weights(std::size_t candidate) const {
-    return {weights_.data() + offsets_[candidate], offsets_[candidate + 1] - offsets_[candidate]};
+  std::size_t Code(std::size_t entry) const {
+    return static_cast<std::size_t>(entries_->Code(entry));
   }
-
-  /// The number of weights that the candidates `first` to `last`, both included, carry.
-  std::size_t CountEntries(std::size_t first, std::size_t last) const {
-    return offsets_[last + 1] - offsets_[first];
-  }
+  double Weight(std::size_t entry) const { return entries_->Weight(entry); }
 
   /// Adds a candidate to class counts, or takes it away: category by category in code order, each
   /// weight first at its category's element, then at the total.
-  void AddTo(ClassCounts& counts, std::size_t candidate) const;
-  void SubtractFrom(ClassCounts& counts, std::size_t candidate) const;
+  void AddTo(ClassCounts& counts, std::size_t candidate) const {
+    const std::size_t end = FirstEntry(candidate + 1);
+    for (std::size_t entry = FirstEntry(candidate); entry < end; ++entry) {
+      counts[Code(entry) + 1] += Weight(entry);
+      counts[0] += Weight(entry);
+    }
+  }
+  void SubtractFrom(ClassCounts& counts, std::size_t candidate) const {
+    const std::size_t end = FirstEntry(candidate + 1);
+    for (std::size_t entry = FirstEntry(candidate); entry < end; ++entry) {
+      counts[Code(entry) + 1] -= Weight(entry);
+      counts[0] -= Weight(entry);
+    }
+  }
 
   /// Class counts of the candidates `first` to `last`, both included, added in ascending order.
   void Sum(std::size_t first, std::size_t last, ClassCounts& counts) const;
 
  private:
-  explicit CandidateTable(std::size_t nCategories);
-
-  void Reserve(std::size_t nCandidates, std::size_t nEntries);
-  void AddEntry(std::size_t code, double weight);
-  void CloseCandidate(double cutPoint);
-  void AddRun(const SortedRows& rows, std::size_t begin, std::size_t end,
-              std::vector<double>& weightOfCode, std::vector<std::uint8_t>& codesOfRun);
+  explicit CandidateTable(std::size_t nCategories) : nCategories_(nCategories) {}
 
   std::size_t nCategories_;
-  bool consistent_ = false;
-  std::vector<double> cutPoints_;
-  std::vector<std::uint32_t> offsets_;  // of each candidate's first entry, then the entry count
-  std::vector<std::uint8_t> codes_;
-  std::vector<double> weights_;
+  std::size_t size_ = 0;
+  const SortedRows* entries_ = nullptr;
+  std::unique_ptr<SortedRows> ownEntries_;   // null when borrowed
+  std::vector<std::uint32_t> firstEntries_;  // empty when each candidate has one entry
+  bool rightBorderClosed_ = true;
+  std::vector<double> boundaries_;  // of pre-bins
 };
 
 }  // namespace MCBinning

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -42,8 +43,8 @@ bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const 
 
 class Search {
  public:
-  explicit Search(const CandidateTable& table)
-      : table_(table), counts_(table), scan_(table, counts_) {}
+  Search(const CandidateTable& table, RunningCounts& counts)
+      : table_(table), counts_(counts), scan_(table, counts) {}
 
   /// In no particular order.
   std::vector<double> Run() {
@@ -81,17 +82,13 @@ class Search {
   }
 
   void CountSides(const Interval& interval, std::size_t position) {
-    if (counts_.IsExact()) {
-      counts_.At(position + 1, sides_);
-      return;
-    }
     const bool leftIsNearer = position <= interval.first + (interval.last - interval.first) / 2;
     ClassCounts& nearer = leftIsNearer ? sides_.left : sides_.right;
     ClassCounts& other = leftIsNearer ? sides_.right : sides_.left;
     if (leftIsNearer) {
-      table_.Sum(interval.first, position, nearer);
+      counts_.Sum(interval.first, position, nearer);
     } else {
-      table_.Sum(position + 1, interval.last, nearer);
+      counts_.Sum(position + 1, interval.last, nearer);
     }
     const ClassCounts& total = counts_.Total();
     other.resize(total.size());
@@ -99,33 +96,42 @@ class Search {
   }
 
   const CandidateTable& table_;
-  RunningCounts counts_;
+  RunningCounts& counts_;
   SplitScan scan_;
   SplitCounts sides_;
   std::vector<double> cutPoints_;
 };
 
-/// Fills in the class counts of the bins that the cut points make of the candidates.
-void countBins(const CandidateTable& table, Bins& bins) {
-  bins.width = table.GetNCategories() + 1;
-  bins.counts.assign((bins.cutPoints.size() + 1) * bins.width, 0.0);
-  const double* cutPoint = bins.cutPoints.data();
-  const double* const lastCutPoint = cutPoint + bins.cutPoints.size();
-  double* counts = bins.counts.data();
-  for (std::size_t candidate = 0; candidate < table.Size(); ++candidate) {
-    for (; cutPoint != lastCutPoint && !(table.CutPointAfter(candidate) <= *cutPoint); ++cutPoint) {
-      counts += bins.width;
-    }
-    const auto codes = table.Codes(candidate);
-    const auto weights = table.Weights(candidate);
-    for (std::size_t entry = 0; entry < codes.size(); ++entry) {
-      counts[codes[entry] + 1] += weights[entry];
+/// The number of candidates before the first one that lies beyond a cut point.
+std::size_t candidatesUpTo(double cutPoint, const CandidateTable& table) {
+  std::size_t first = 0;
+  std::size_t last = table.Size();
+  while (first < last) {
+    const std::size_t middle = first + (last - first) / 2;
+    if (table.CutPointAfter(middle) <= cutPoint) {
+      first = middle + 1;
+    } else {
+      last = middle;
     }
   }
-  for (std::size_t total = 0; total < bins.counts.size(); total += bins.width) {
-    for (std::size_t category = 1; category < bins.width; ++category) {
-      bins.counts[total] += bins.counts[total + category];
+  return first;
+}
+
+/// Fills in the class counts of the bins that the cut points make of the candidates.
+void countBins(const CandidateTable& table, const RunningCounts& counts, Bins& bins) {
+  bins.width = table.GetNCategories() + 1;
+  bins.counts.assign((bins.cutPoints.size() + 1) * bins.width, 0.0);
+  ClassCounts ofBin;
+  std::size_t begin = 0;
+  for (std::size_t bin = 0; bin <= bins.cutPoints.size(); ++bin) {
+    const std::size_t end =
+        bin < bins.cutPoints.size() ? candidatesUpTo(bins.cutPoints[bin], table) : table.Size();
+    if (begin < end) {
+      counts.Sum(begin, end - 1, ofBin);
+      ofBin[0] = std::accumulate(ofBin.begin() + 1, ofBin.end(), 0.0);
+      std::copy(ofBin.begin(), ofBin.end(), bins.counts.data() + bin * bins.width);
     }
+    begin = end;
   }
 }
 
@@ -136,12 +142,13 @@ MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins) {
   if (!table.IsConsistent()) {
     return {kInconsistentTable, false};
   }
-  bins.cutPoints = Search(table).Run();
+  RunningCounts counts(table);
+  bins.cutPoints = Search(table, counts).Run();
   // Overflowing midpoints can make two pre-bins share a boundary value.
   std::sort(bins.cutPoints.begin(), bins.cutPoints.end());
   bins.cutPoints.erase(std::unique(bins.cutPoints.begin(), bins.cutPoints.end()),
                        bins.cutPoints.end());
-  countBins(table, bins);
+  countBins(table, counts, bins);
   return bins.cutPoints.empty() ? MCStatus(kNoCutPoint, true) : MCStatus();
 }
 

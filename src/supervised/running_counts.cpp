@@ -1,13 +1,10 @@
 #include "supervised/running_counts.h"
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
 
 namespace MCBinning {
 namespace {
-
-constexpr double kFirstInexactSum = 9007199254740992.0;  // 2^53
 
 void subtract(const ClassCounts& from, const ClassCounts& counts, ClassCounts& difference) {
   difference.resize(from.size());
@@ -16,27 +13,35 @@ void subtract(const ClassCounts& from, const ClassCounts& counts, ClassCounts& d
 
 }  // namespace
 
-RunningCounts::RunningCounts(const CandidateTable& table) : table_(table) {
+RunningCounts::RunningCounts(const CandidateTable& table)
+    : table_(table), isExact_(table.HasExactSums()) {
   keptLeft_.resize((table_.Size() / kBlock + 1) * (table_.GetNCategories() + 1));
-  CountTable();
-  if (!isExact_) {
+  if (isExact_) {
+    CountTable();
+  } else {
     keptRight_.resize(keptLeft_.size());
   }
 }
 
 void RunningCounts::CountTable() {
   ClassCounts counts(table_.GetNCategories() + 1, 0.0);
-  for (std::size_t candidate = 0; candidate < table_.Size() && isExact_; ++candidate) {
+  for (std::size_t candidate = 0; candidate < table_.Size(); ++candidate) {
     if (KeptBorder(candidate) == candidate) {
       Keep(keptLeft_, candidate, counts);
     }
-    for (const double weight : table_.Weights(candidate)) {
-      isExact_ = isExact_ && weight == std::floor(weight);
-    }
     table_.AddTo(counts, candidate);
   }
-  // Weights are positive, so that no sum on the way was greater.
-  isExact_ = isExact_ && counts[0] < kFirstInexactSum;
+}
+
+void RunningCounts::Sum(std::size_t first, std::size_t last, ClassCounts& counts) const {
+  if (isExact_) {
+    ClassCounts before;
+    CountBefore(first, before);
+    CountBefore(last + 1, counts);
+    subtract(counts, before, counts);
+  } else {
+    table_.Sum(first, last, counts);
+  }
 }
 
 void RunningCounts::Start(std::size_t first, std::size_t last) {
@@ -44,9 +49,7 @@ void RunningCounts::Start(std::size_t first, std::size_t last) {
   last_ = last;
   if (isExact_) {
     CountBefore(first, before_);
-    ClassCounts beforeEnd;
-    CountBefore(last + 1, beforeEnd);
-    subtract(beforeEnd, before_, total_);
+    Sum(first, last, total_);
   } else {
     CountInterval();
   }

@@ -19,7 +19,7 @@ struct SplitCounts {
 /// without the scan: the left ones start from zeros and the right ones from the counts of the
 /// interval, and candidate by candidate is added to the left, then taken from the right.
 ///
-/// Whole-number weights make every sum exact, so that one pass over the whole table serves all
+/// Where sums are exact, one pass over the whole table serves all
 /// intervals: a sum at a border is a difference. With other weights the additions are done in their
 /// order, once per interval. Either way counts are kept at every 256th candidate.
 class RunningCounts {
@@ -32,8 +32,12 @@ class RunningCounts {
 
   const ClassCounts& Total() const { return total_; }
 
-  /// Whether all sums are free of rounding, and so the same in every order.
+  /// Whether every sum is exact, in any order.
   bool IsExact() const { return isExact_; }
+
+  /// The class counts of the candidates `first` to `last` of the table, both included: those of the
+  /// table's own Sum(), found faster where sums are exact.
+  void Sum(std::size_t first, std::size_t last, ClassCounts& counts) const;
 
   /// The counts at a border from `first` to `last` + 1 of the interval.
   void At(std::size_t border, SplitCounts& counts) const;
@@ -56,7 +60,7 @@ class RunningCounts {
   void CountBefore(std::size_t border, ClassCounts& counts) const;
 
   const CandidateTable& table_;
-  bool isExact_ = true;
+  bool isExact_;
   std::size_t first_ = 0;
   std::size_t last_ = 0;
   ClassCounts total_;

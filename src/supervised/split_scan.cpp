@@ -21,9 +21,10 @@ SplitScan::SplitScan(const CandidateTable& table, const RunningCounts& counts)
 
 /// Whether this candidate and the next one carry one and the same single category.
 bool SplitScan::IsPure(std::size_t candidate) const {
-  const auto codes = table_.Codes(candidate);
-  const auto nextCodes = table_.Codes(candidate + 1);
-  return codes.size() == 1 && nextCodes.size() == 1 && codes[0] == nextCodes[0];
+  const std::size_t entry = table_.FirstEntry(candidate);
+  const std::size_t next = table_.FirstEntry(candidate + 1);
+  return next - entry == 1 && table_.FirstEntry(candidate + 2) - next == 1 &&
+         table_.Code(entry) == table_.Code(next);
 }
 
 /// In a run of candidates of one single category only the position after its first candidate is,
@@ -140,11 +141,11 @@ double SplitScan::Slack(const Border& begin, const Border& end, double slope) co
   double slack = (nCategories + 16.0) * 256.0 * kRounding;
   slack += 4.0 * std::numeric_limits<double>::denorm_min() / weight_;
   if (!counts_.IsExact()) {
-    const auto additions = [this](std::size_t first, std::size_t last) {
-      return 4.0 * kRounding * static_cast<double>(table_.CountEntries(first, last));
+    const auto rounding = [this](std::size_t from, std::size_t to) {
+      return 4.0 * kRounding * static_cast<double>(table_.FirstEntry(to) - table_.FirstEntry(from));
     };
-    const double inStretch = additions(begin.at, end.at - 1);
-    const double inInterval = additions(first_, last_);
+    const double inStretch = rounding(begin.at, end.at);
+    const double inInterval = rounding(first_, last_ + 1);
     slack -= 2.0 * nCategories * xLogX(inStretch);
     slack += inInterval * (2.0 * std::abs(std::log2(end.counts.right[0] / weight_)) +
                            std::abs(slope) + 2.0 * std::log2(nCategories) + 6.0);

@@ -6,9 +6,13 @@
 #include <cmath>
 #include <limits>
 
+#include "support/candidate_entries.h"
+
 namespace MCBinning {
 namespace {
 
+using mcbinning_tests::codesOf;
+using mcbinning_tests::weightsOf;
 using testing::ElementsAre;
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
@@ -16,7 +20,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 CandidateTable tableOf(const std::vector<SortedRows::Row>& rows, std::size_t nCategories,
                        bool rightBorderClosed = true) {
-  return CandidateTable::FromRows(SortedRows(rows), nCategories, rows.size(), rightBorderClosed);
+  return CandidateTable::FromRows(SortedRows(rows), nCategories, rightBorderClosed);
 }
 
 std::vector<double> cutPointsOf(const CandidateTable& table) {
@@ -32,12 +36,12 @@ TEST(CandidateTableTest, HoldsOneCandidatePerDistinctValueWithAscendingCodes) {
       tableOf({{1, 2, 1}, {1, 0, 2}, {1, 2, 4}, {2.5, 1, 1}, {3, 1, 1}, {3, 1, 1}}, 3);
   ASSERT_TRUE(table.IsConsistent());
   ASSERT_EQ(table.Size(), 3U);
-  EXPECT_THAT(table.Codes(0), ElementsAre(0, 2));
-  EXPECT_THAT(table.Weights(0), ElementsAre(2, 5));
-  EXPECT_THAT(table.Codes(1), ElementsAre(1));
-  EXPECT_THAT(table.Weights(1), ElementsAre(1));
-  EXPECT_THAT(table.Codes(2), ElementsAre(1));
-  EXPECT_THAT(table.Weights(2), ElementsAre(2));
+  EXPECT_THAT(codesOf(table, 0), ElementsAre(0, 2));
+  EXPECT_THAT(weightsOf(table, 0), ElementsAre(2, 5));
+  EXPECT_THAT(codesOf(table, 1), ElementsAre(1));
+  EXPECT_THAT(weightsOf(table, 1), ElementsAre(1));
+  EXPECT_THAT(codesOf(table, 2), ElementsAre(1));
+  EXPECT_THAT(weightsOf(table, 2), ElementsAre(2));
 }
 
 TEST(CandidateTableTest, ClosedRightBorderCutsAtTheLowerNeighbour) {
@@ -56,7 +60,7 @@ TEST(CandidateTableTest, ZerosOfBothSignsAreOneCandidateAndEachNaNItsOwn) {
   const CandidateTable table = tableOf(
       {{-kInf, 0, 1}, {-0.0, 0, 1}, {0.0, 1, 1}, {kInf, 0, 1}, {kNaN, 0, 1}, {kNaN, 0, 1}}, 2);
   ASSERT_EQ(table.Size(), 5U);
-  EXPECT_THAT(table.Codes(1), ElementsAre(0, 1));
+  EXPECT_THAT(codesOf(table, 1), ElementsAre(0, 1));
 }
 
 TEST(CandidateTableTest, NoRowsMakeAConsistentTableWithoutCandidates) {
@@ -80,9 +84,9 @@ TEST(CandidateTableTest, PreBinsTakeTheirCountsAndShareBoundaries) {
   ASSERT_EQ(table.Size(), 3U);
   EXPECT_THAT(cutPointsOf(table), ElementsAre(1, 2));
   EXPECT_TRUE(std::isnan(table.CutPointAfter(2)));
-  EXPECT_THAT(table.Codes(0), ElementsAre(0));
-  EXPECT_TRUE(table.Codes(1).empty());
-  EXPECT_THAT(table.Weights(2), ElementsAre(1, 2));
+  EXPECT_THAT(codesOf(table, 0), ElementsAre(0));
+  EXPECT_TRUE(codesOf(table, 1).empty());
+  EXPECT_THAT(weightsOf(table, 2), ElementsAre(1, 2));
 }
 
 TEST(CandidateTableTest, PreBinCountsOfAnotherSizeAreInconsistent) {
@@ -112,7 +116,7 @@ TEST(CandidateTableTest, AddsAndSubtractsCategoryByCategory) {
 
 TEST(CandidateTableTest, AddsTheWeightsOfACategoryInRowOrder) {
   const CandidateTable table = tableOf({{1, 0, 0.1}, {1, 1, 9}, {1, 0, 0.2}, {1, 0, 0.3}}, 2);
-  EXPECT_THAT(table.Weights(0), ElementsAre(0.1 + 0.2 + 0.3, 9));
+  EXPECT_THAT(weightsOf(table, 0), ElementsAre(0.1 + 0.2 + 0.3, 9));
 }
 
 }  // namespace

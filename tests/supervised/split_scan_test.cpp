@@ -29,8 +29,7 @@ SplitScan::Split bestSplitOf(const CandidateTable& table, std::size_t first, std
 }
 
 SplitScan::Split bestSplitOf(const std::vector<SortedRows::Row>& rows, std::size_t nCategories) {
-  const CandidateTable table =
-      CandidateTable::FromRows(SortedRows(rows), nCategories, rows.size(), true);
+  const CandidateTable table = CandidateTable::FromRows(SortedRows(rows), nCategories, true);
   return bestSplitOf(table, 0, table.Size() - 1);
 }
 
@@ -176,7 +175,7 @@ void expectPlainSplits(std::size_t n, unsigned k, const WeightOf& weight, std::u
                    ", seed " + std::to_string(seed));
       Random random(seed);
       const auto rows = makeRows(shape, n, k, rowsPerValue, weight, random);
-      const CandidateTable table = CandidateTable::FromRows(SortedRows(rows), k, n, true);
+      const CandidateTable table = CandidateTable::FromRows(SortedRows(rows), k, true);
       if (table.Size() < 2) {
         continue;
       }

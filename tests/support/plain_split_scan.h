@@ -7,6 +7,7 @@
 #include "supervised/candidate_table.h"
 #include "supervised/entropy.h"
 #include "supervised/split_scan.h"
+#include "support/candidate_entries.h"
 
 namespace mcbinning_tests {
 
@@ -25,8 +26,8 @@ inline MCBinning::SplitScan::Split plainBestSplit(const MCBinning::CandidateTabl
     table.SubtractFrom(right, position);
     bool examined = !pure;  // the last position follows the one before it
     if (position < last) {
-      const auto codes = table.Codes(position);
-      const auto nextCodes = table.Codes(position + 1);
+      const auto codes = codesOf(table, position);
+      const auto nextCodes = codesOf(table, position + 1);
       pure = codes.size() == 1 && nextCodes.size() == 1 && codes[0] == nextCodes[0];
       examined = !pure || carry;
       carry = !pure;

@@ -1,0 +1,31 @@
+#ifndef MCBINNING_TESTS_SUPPORT_CANDIDATE_ENTRIES_H
+#define MCBINNING_TESTS_SUPPORT_CANDIDATE_ENTRIES_H
+
+#include <cstddef>
+#include <vector>
+
+#include "supervised/candidate_table.h"
+
+namespace mcbinning_tests {
+
+inline std::vector<std::size_t> codesOf(const MCBinning::CandidateTable& table,
+                                        std::size_t candidate) {
+  std::vector<std::size_t> codes;
+  for (std::size_t e = table.FirstEntry(candidate); e < table.FirstEntry(candidate + 1); ++e) {
+    codes.push_back(table.Code(e));
+  }
+  return codes;
+}
+
+inline std::vector<double> weightsOf(const MCBinning::CandidateTable& table,
+                                     std::size_t candidate) {
+  std::vector<double> weights;
+  for (std::size_t e = table.FirstEntry(candidate); e < table.FirstEntry(candidate + 1); ++e) {
+    weights.push_back(table.Weight(e));
+  }
+  return weights;
+}
+
+}  // namespace mcbinning_tests
+
+#endif
