@@ -19,6 +19,11 @@ int noBlanks(unsigned char) { return 0; }
 
 }  // namespace
 
+void CsvReader::FreeParser::operator()(csv_parser* parser) const {
+  csv_free(parser);
+  delete parser;
+}
+
 CsvReader::CsvReader(std::unique_ptr<ByteSource> source, char delimiter, bool hasHeader)
     : source_(std::move(source)),
       delimiter_(static_cast<unsigned char>(delimiter)),
@@ -32,16 +37,14 @@ CsvReader::CsvReader(std::unique_ptr<ByteSource> source, char delimiter, bool ha
   HandOut(first);
   columnNames_ =
       hasHeader ? namesFromHeader(first.cells, source_->Name()) : numberedNames(first.cells.size());
-  if (!hasHeader) Rewind();
+  if (!hasHeader) StartAgain();
 }
 
-CsvReader::~CsvReader() { csv_free(&parser_); }
-
 void CsvReader::Start() {
-  csv_free(&parser_);
-  if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0) throw std::bad_alloc();
-  csv_set_delim(&parser_, delimiter_);
-  csv_set_space_func(&parser_, noBlanks);
+  parser_.reset(new csv_parser());
+  if (csv_init(parser_.get(), CSV_STRICT | CSV_STRICT_FINI) != 0) throw std::bad_alloc();
+  csv_set_delim(parser_.get(), delimiter_);
+  csv_set_space_func(parser_.get(), noBlanks);
   bufferSize_ = bufferPosition_ = 0;
   atEnd_ = rowOpen_ = afterCr_ = false;
   line_ = rowLine_ = 1;
@@ -54,7 +57,9 @@ void CsvReader::SkipByteOrderMark() {
   if (start == kByteOrderMark) bufferPosition_ = kByteOrderMark.size();
 }
 
-void CsvReader::Rewind() {
+void CsvReader::Rewind() { StartAgain(); }
+
+void CsvReader::StartAgain() {
   source_->Rewind();
   Start();
   if (hasHeader_) ReadCells();
@@ -110,7 +115,7 @@ void CsvReader::ParsePiece(std::string_view piece) {
   if (!rowOpen_) rowLine_ = line_;
   const bool isBlank = piece == "\n" || piece == "\r\n" || piece == "\r";
   const std::size_t parsed =
-      csv_parse(&parser_, piece.data(), piece.size(), OnCell, OnRowEnd, this);
+      csv_parse(parser_.get(), piece.data(), piece.size(), OnCell, OnRowEnd, this);
   if (parsed != piece.size()) FailParsing();
   rowOpen_ = !rowDone_ && (rowOpen_ || !isBlank);
   if (piece.back() == '\n') ++line_;
@@ -118,7 +123,7 @@ void CsvReader::ParsePiece(std::string_view piece) {
 
 void CsvReader::FinishLastRow() {
   atEnd_ = true;
-  if (csv_fini(&parser_, OnCell, OnRowEnd, this) != 0) {
+  if (csv_fini(parser_.get(), OnCell, OnRowEnd, this) != 0) {
     FailAt(rowLine_,
            "a quoted cell of the row that starts here never ends: a closing \" is missing");
   }
@@ -177,7 +182,7 @@ void CsvReader::FailAt(std::uint64_t line, const std::string& what) const {
 }
 
 void CsvReader::FailParsing() {
-  if (csv_error(&parser_) == CSV_ENOMEM) throw std::bad_alloc();
+  if (csv_error(parser_.get()) == CSV_ENOMEM) throw std::bad_alloc();
   FailAt(line_, fmt::format("column {}: a \" in the middle of a cell: quote the whole cell and "
                             "double the quotes inside it",
                             cellEnds_.size() + 1));

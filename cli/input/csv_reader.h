@@ -22,7 +22,6 @@ class CsvReader : public TableReader {
  public:
   /// With `hasHeader` the first row names the columns, else they are called column_1, column_2 ...
   CsvReader(std::unique_ptr<ByteSource> source, char delimiter, bool hasHeader);
-  ~CsvReader() override;
 
   const std::vector<std::string>& ColumnNames() const override { return columnNames_; }
   bool NextRow(TableRow& row) override;
@@ -31,10 +30,15 @@ class CsvReader : public TableReader {
   double ShareRead() const override { return source_->ShareRead(); }
 
  private:
+  struct FreeParser {
+    void operator()(csv_parser* parser) const;
+  };
+
   static void OnCell(void* text, std::size_t size, void* reader);
   static void OnRowEnd(int lineEnd, void* reader);
 
   void Start();
+  void StartAgain();
   void SkipByteOrderMark();
   bool FillBuffer();
   std::string_view NextPiece();
@@ -50,7 +54,7 @@ class CsvReader : public TableReader {
   unsigned char delimiter_;
   bool hasHeader_;
   std::vector<std::string> columnNames_;
-  csv_parser parser_ = {};
+  std::unique_ptr<csv_parser, FreeParser> parser_;
 
   std::vector<char> buffer_;
   std::size_t bufferSize_ = 0;
