@@ -53,6 +53,21 @@ class Help(ProgramTest):
                 self.assertEqual(result.returncode, 0, (line, result.stderr))
 
 
+class ManualPage(ProgramTest):
+    def test_it_holds_the_help_of_every_command(self):
+        page = subprocess.run(
+            ["python3", str(ROOT / "cli" / "make_man_page.py"), MCBIN],
+            stdout=subprocess.PIPE, check=True, text=True, timeout=120,
+        ).stdout
+        read_back = page.replace("\\-", "-").replace("\\&", "").replace("\\e", "\\")
+        for command in COMMANDS:
+            self.assertIn(f"\n.SH {command.upper()}\n", page)
+            self.assertIn(self.succeed(command, "--help").stdout.strip(), read_back)
+        for line in page.splitlines():
+            if line.startswith((".", "'")):
+                self.assertRegex(line, r"^\.(TH|SH|TP|B|I|nf|fi)\b")
+
+
 class Streams(ProgramTest):
     def test_json_is_valid_or_nothing(self):
         json.loads(self.succeed(*FIT, "--json").stdout)
