@@ -13,8 +13,9 @@
 #include <vector>
 
 /// What the encoders of all kinds of variables have in common. The encoding operations themselves
-/// belong to the classes below. Constructors, Clone, the adding operations and the getters that
-/// return a string throw std::bad_alloc when memory runs out and leave the encoder as it was.
+/// belong to the classes below. Constructors, Clone, the operations that add a code or set labels
+/// and the getters that return a string throw std::bad_alloc when memory runs out and leave the
+/// encoder as it was.
 class MCBINNING_API IBINEncoder {
  public:
   /// The values equal the measure levels of the variables that own the encoders.

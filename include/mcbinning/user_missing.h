@@ -10,7 +10,8 @@
 
 /// A user-missing definition of one variable. Whoever accepts a definition (a variable or the
 /// encoder of a categorical variable) owns it from then on and deletes it; a definition that is
-/// refused stays the caller's.
+/// refused stays the caller's. Definitions and intervals that run out of memory while they are
+/// copied or changed throw std::bad_alloc and stay as they were.
 class MCBINNING_API IBINUserMissing {
  public:
   enum DataType : int { NumericData = 0, StringData = 1 };
@@ -121,8 +122,7 @@ class MCBINNING_API BINNumericUserMissing : public IBINUserMissing {
   BINNumericUserMissing& operator=(const BINNumericUserMissing& other);
   ~BINNumericUserMissing() override;
 
-  /// Appends a value; a value may be given more than once. When an allocation fails the definition
-  /// stays as it was and std::bad_alloc is thrown.
+  /// Appends a value; a value may be given more than once.
   void AddValue(double value, const std::string& label);
 
   /// Replaces an interval set before.
@@ -160,8 +160,7 @@ class MCBINNING_API BINStringUserMissing : public IBINUserMissing {
   BINStringUserMissing& operator=(const BINStringUserMissing& other);
   ~BINStringUserMissing() override;
 
-  /// Appends a value; a value may be given more than once. When an allocation fails the definition
-  /// stays as it was and std::bad_alloc is thrown.
+  /// Appends a value; a value may be given more than once.
   void AddValue(const std::string& value, const std::string& label);
 
   /// The values and, parallel to them, their labels.

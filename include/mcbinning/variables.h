@@ -11,8 +11,8 @@
 class IBINEncoder;
 class IBINUserMissing;
 
-/// One variable. Constructors, copies, Clone and the getters that return a string throw
-/// std::bad_alloc when memory runs out; an assignment that throws leaves its target as it was.
+/// One variable. Constructors, copies, Clone, the label's setter and the getters that return a
+/// string throw std::bad_alloc when memory runs out; what throws leaves the variable as it was.
 class MCBINNING_API IBINVariable {
  public:
   enum MeasureLevel : int {

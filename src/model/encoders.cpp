@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <ostream>
+#include <utility>
 
 #include "model/held_user_missing.h"
 
@@ -19,14 +20,15 @@ std::size_t reservation(int expectedCategories) {
   return static_cast<std::size_t>(std::clamp(expectedCategories, 0, kLargestReservation));
 }
 
+// The label by value: it may stand among the labels.
 void setLabel(std::vector<std::string>& labels, int numberOfCategories, int code,
-              const std::string& label) {
+              std::string label) {
   const auto size = static_cast<std::size_t>(numberOfCategories);
   if (labels.size() < size) {
     labels.resize(size);
   }
   if (code >= 0 && code < numberOfCategories) {
-    labels[static_cast<std::size_t>(code)] = label;
+    labels[static_cast<std::size_t>(code)] = std::move(label);
   }
 }
 
@@ -121,7 +123,7 @@ IBINEncoder::EncoderType BINCatNumEncoder::GetEncoderType() { return CatNumEncod
 int BINCatNumEncoder::GetNumberOfCategories() const { return static_cast<int>(codes_.size()); }
 
 void BINCatNumEncoder::SetValueLabels(const std::vector<std::string>& labels) {
-  valueLabels_ = labels;
+  valueLabels_ = std::vector<std::string>(labels);
 }
 
 void BINCatNumEncoder::SetValueLabel(int code, const std::string& label) {
@@ -192,7 +194,7 @@ IBINEncoder::EncoderType BINStringEncoder::GetEncoderType() { return StringEncod
 int BINStringEncoder::GetNumberOfCategories() const { return lastCode_ + 1; }
 
 void BINStringEncoder::SetValueLabels(const std::vector<std::string>& labels) {
-  valueLabels_ = labels;
+  valueLabels_ = std::vector<std::string>(labels);
 }
 
 void BINStringEncoder::SetValueLabel(int code, const std::string& label) {

@@ -73,7 +73,9 @@ BINStringInterval::BINStringInterval(const BINStringInterval& other) = default;
 
 BINStringInterval::BINStringInterval(BINStringInterval&& other) noexcept = default;
 
-BINStringInterval& BINStringInterval::operator=(const BINStringInterval& other) = default;
+BINStringInterval& BINStringInterval::operator=(const BINStringInterval& other) {
+  return *this = BINStringInterval(other);
+}
 
 BINStringInterval& BINStringInterval::operator=(BINStringInterval&& other) noexcept = default;
 

@@ -2,15 +2,17 @@
 
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 namespace {
 
+// By value: what is added may stand in one of the vectors.
 template <typename Value>
-void addLabelled(std::vector<Value>& values, const Value& value, std::vector<std::string>& labels,
-                 const std::string& label) {
-  values.push_back(value);
+void addLabelled(std::vector<Value>& values, Value value, std::vector<std::string>& labels,
+                 std::string label) {
+  values.push_back(std::move(value));
   try {
-    labels.push_back(label);
+    labels.push_back(std::move(label));
   } catch (...) {
     values.pop_back();
     throw;
@@ -48,8 +50,14 @@ BINNumericUserMissing::BINNumericUserMissing() = default;
 
 BINNumericUserMissing::BINNumericUserMissing(const BINNumericUserMissing& other) = default;
 
-BINNumericUserMissing& BINNumericUserMissing::operator=(const BINNumericUserMissing& other) =
-    default;
+BINNumericUserMissing& BINNumericUserMissing::operator=(const BINNumericUserMissing& other) {
+  BINNumericUserMissing copy(other);
+  discreteValues_.swap(copy.discreteValues_);
+  valueLabels_.swap(copy.valueLabels_);
+  interval_ = copy.interval_;
+  hasInterval_ = copy.hasInterval_;
+  return *this;
+}
 
 BINNumericUserMissing::~BINNumericUserMissing() = default;
 
@@ -109,7 +117,12 @@ BINStringUserMissing::BINStringUserMissing() = default;
 
 BINStringUserMissing::BINStringUserMissing(const BINStringUserMissing& other) = default;
 
-BINStringUserMissing& BINStringUserMissing::operator=(const BINStringUserMissing& other) = default;
+BINStringUserMissing& BINStringUserMissing::operator=(const BINStringUserMissing& other) {
+  BINStringUserMissing copy(other);
+  discreteValues_.swap(copy.discreteValues_);
+  valueLabels_.swap(copy.valueLabels_);
+  return *this;
+}
 
 BINStringUserMissing::~BINStringUserMissing() = default;
 

@@ -191,6 +191,51 @@ TEST(AllocationFailureTest, AssignmentsLeaveTheirTargetAsItWas) {
   ExpectStrongAssignment(BINWeightVar("w", "", kTruncate), weight);
 }
 
+TEST(AllocationFailureTest, AssignmentOfADefinitionOrIntervalLeavesItsTargetAsItWas) {
+  BINNumericUserMissing numeric;
+  BINStringUserMissing string;
+  for (const char* label : {"a", "b", "c"}) {
+    numeric.AddValue(1.5, kLong + label);
+    string.AddValue(kLong + label, kLong);
+  }
+  numeric.SetInterval(BINNumericInterval(1.0, 2.0));
+  BINNumericUserMissing oneNumber;
+  oneNumber.AddValue(9.0, "nine");
+  ExpectStrongAssignment(oneNumber, numeric);
+  BINStringUserMissing oneString;
+  oneString.AddValue("x", "ex");
+  ExpectStrongAssignment(oneString, string);
+  ExpectStrongAssignment(BINStringInterval("a", true, "b", true),
+                         BINStringInterval(kLong + "1", false, kLong + "2", false));
+}
+
+/// Sets labels of an encoder of three codes with the first, second, ... allocation failing.
+template <typename Set>
+void ExpectStrongLabels(const std::vector<std::string>& labels, Set set) {
+  for (long count = 0; count < 1000; ++count) {
+    BINCatNumEncoder encoder(kValues);
+    encoder.SetValueLabels(labels);
+    try {
+      const FailAfter scope(count);
+      set(encoder);
+    } catch (const std::bad_alloc&) {
+      ASSERT_EQ(*encoder.GetValueLabels(), labels) << "allocation " << count << " failed";
+      continue;
+    }
+    EXPECT_GT(count, 0);
+    EXPECT_NE(*encoder.GetValueLabels(), labels);
+    return;
+  }
+  FAIL() << "never succeeded";
+}
+
+TEST(AllocationFailureTest, SettingLabelsKeepsTheOldOnes) {
+  for (const auto& labels : {std::vector<std::string>{}, std::vector<std::string>{"a", "b", "c"}}) {
+    ExpectStrongLabels(labels, [](BINCatNumEncoder& e) { e.SetValueLabels(kStrings); });
+    ExpectStrongLabels(labels, [](BINCatNumEncoder& e) { e.SetValueLabel(1, kLong); });
+  }
+}
+
 template <typename Settings>
 void ExpectStrongSettingsAssignment() {
   Settings source;

@@ -186,6 +186,16 @@ TEST(CatNumEncoderTest, ALabelForAnUnknownCodeOnlyLengthensTheLabels) {
   EXPECT_EQ(*encoder.GetValueLabels(), std::vector<std::string>(3));
 }
 
+TEST(CatNumEncoderTest, OneOfItsOwnLabelsCanBeSet) {
+  const std::string label(100, 'l');
+  BINCatNumEncoder encoder(std::vector<double>{1.0, 2.0, 3.0});
+  encoder.SetValueLabels({label});
+  encoder.SetValueLabel(2, encoder.GetValueLabels()->front());
+  EXPECT_EQ(*encoder.GetValueLabels(), (std::vector<std::string>{label, "", label}));
+  encoder.SetValueLabels(*encoder.GetValueLabels());
+  EXPECT_EQ(*encoder.GetValueLabels(), (std::vector<std::string>{label, "", label}));
+}
+
 TEST(CatNumEncoderTest, RefusesAStringDefinitionAndKeepsItsOwn) {
   UserMissingCount count;
   CountingStringUserMissing refused(count);

@@ -170,6 +170,18 @@ TEST(StringUserMissingTest, HoldsValuesAndNoInterval) {
   EXPECT_EQ(definition.GetValueLabels(), (std::vector<std::string>{"ex", "again"}));
 }
 
+TEST(StringUserMissingTest, WhatItHoldsCanBeAddedToIt) {
+  const std::string value(100, 'v');
+  const std::string label(100, 'l');
+  BINStringUserMissing definition;
+  definition.AddValue(value, label);
+  for (int i = 0; i < 8; ++i) {
+    definition.AddValue(definition.GetValueLabels()[0], definition.GetDiscreteValues()[0]);
+    EXPECT_EQ(definition.GetDiscreteValues().back(), label);
+    EXPECT_EQ(definition.GetValueLabels().back(), value);
+  }
+}
+
 TEST(StringUserMissingTest, ContainsComparesEveryByte) {
   BINStringUserMissing definition;
   definition.AddValue(std::string("a\0b", 3), "");
