@@ -164,6 +164,7 @@ void runFit(FitCommand& fit) {
   ProgressBar progress;
   FitWatcher watcher;
   watcher.progress = &progress;
+  watcher.timesFeed = fit.timings;
   watcher.planned = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
     std::fputs(planText(columns, fit.request.input.data, rows, categories).c_str(), stderr);
   };

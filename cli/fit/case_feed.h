@@ -37,7 +37,7 @@ class CaseFeed : public BINCaseIterator {
   /// Everything is borrowed. The table must stand in front of its first row.
   CaseFeed(TableReader& reader, const std::vector<ColumnPlan>& columns, const FeedLayout& layout,
            const std::vector<std::string>& categories, const std::vector<std::string>& naTexts,
-           WeightRounding rounding);
+           WeightRounding rounding, bool isTimed);
 
   bool HasNext() override;
   const MCCommon::Record* Next() override;
@@ -45,7 +45,7 @@ class CaseFeed : public BINCaseIterator {
   void RethrowFailure() const;
   /// True once the last case was handed out.
   bool AtEnd() const { return atEnd_; }
-  /// Time spent in here.
+  /// Time spent in here; 0 unless it is timed, which costs two readings of the clock a case.
   double Seconds() const { return std::chrono::duration<double>(timeSpent_).count(); }
 
   const CaseCounts& Cases() const { return cases_; }
@@ -77,6 +77,7 @@ class CaseFeed : public BINCaseIterator {
   bool rowIsReady_ = false;
   bool atEnd_ = false;
   std::exception_ptr failure_;
+  bool isTimed_;
   Clock::time_point started_;
   Clock::duration timeSpent_{};
 

@@ -120,7 +120,8 @@ Model fitModel(const FitRequest& request, TableReader& reader, const FitWatcher&
   reader.Rewind();
   const FeedLayout layout = layoutOf(columns);
   Model model = modelOf(request, columns, layout, seen.categories);
-  CaseFeed feed(reader, columns, layout, seen.categories, request.naTexts, request.rounding);
+  CaseFeed feed(reader, columns, layout, seen.categories, request.naTexts, request.rounding,
+                watcher.timesFeed);
   runLibrary(feed, seen.rows, watcher.progress, model);
   takeCounts(feed, model);
   if (watcher.progress != nullptr) watcher.progress->Clear();

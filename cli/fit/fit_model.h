@@ -29,6 +29,7 @@ struct FitWatcher {
                      const std::vector<std::string>& categories)>
       planned;
   ProgressBar* progress = nullptr;
+  bool timesFeed = false;  ///< Tell reading from binning in the second pass.
 };
 
 /// Reads the table twice, runs the library over it and gathers the model. Throws the errors of

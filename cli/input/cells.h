@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "input/plain_decimal.h"
+
 namespace mcbin {
 
 /// The texts that are read as missing when the user names none. An empty cell always is missing.
@@ -31,9 +33,14 @@ class ScaleCells {
   explicit ScaleCells(const std::vector<std::string>& naTexts);
 
   /// What the cell says, missing texts first. `value` is set only for Number.
-  CellKind Read(std::string_view cell, double& value) const;
+  CellKind Read(std::string_view cell, double& value) const {
+    if (!numbersMayBeMissing_ && readPlainDecimal(cell, value)) return CellKind::Number;
+    return ReadAnyCell(cell, value);
+  }
 
  private:
+  CellKind ReadAnyCell(std::string_view cell, double& value) const;
+
   std::vector<std::string> naTexts_;
   bool numbersMayBeMissing_;  ///< Some missing text reads as a number.
 };
