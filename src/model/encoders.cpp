@@ -214,7 +214,12 @@ IBINEncoder* BINStringEncoder::Clone() const { return new BINStringEncoder(*this
 void BINStringEncoder::Display(std::ostream& os) const {
   os << "\tBINStringEncoder object:  Last code = " << lastCode_ << std::endl;
   for (std::size_t code = 0; code < links_.size(); ++code) {
-    os << "\t\t" << code << "\t\t" << *links_[code] << std::endl;
+    os << "\t\t" << code << "\t\t";
+    if (links_[code] != nullptr) {
+      os << *links_[code] << std::endl;
+    } else {
+      os << "ERROR\n";
+    }
   }
   MCBinning::DisplayUserMissing(os, userMissing_.get());
 }

@@ -409,6 +409,25 @@ TEST(StringEncoderTest, DisplayListsTheCodes) {
                                              "End of BINStringUserMissing display\n"));
 }
 
+using Links = std::vector<const std::string*>;
+
+// No operation leaves a code without its string; only an explicit instantiation, which may name
+// private members, can.
+Links& linksOf(BINStringEncoder& encoder);
+template <Links BINStringEncoder::*links>
+struct LinksAccess {
+  friend Links& linksOf(BINStringEncoder& encoder) { return encoder.*links; }
+};
+template struct LinksAccess<&BINStringEncoder::links_>;
+
+TEST(StringEncoderTest, DisplayOfACodeWithoutAStringIsAnError) {
+  BINStringEncoder encoder(std::vector<std::string>{"a", "b", "c"});
+  linksOf(encoder)[1] = nullptr;
+  EXPECT_EQ(DisplayOf(encoder), Flushing("\tBINStringEncoder object:  Last code = 2\n"
+                                         "\t\t0\t\ta\n") +
+                                    "\t\t1\t\tERROR\n" + Flushing("\t\t2\t\tc\n"));
+}
+
 TEST(EncoderTest, AHostsOwnDefinitionIsAcceptedByItsTypeAndDeclaresNothing) {
   BINCatNumEncoder numeric(0);
   EXPECT_TRUE(numeric.SetUserMissingInfo(new ForeignUserMissing(IBINUserMissing::NumericData)));
