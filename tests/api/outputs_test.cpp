@@ -392,9 +392,10 @@ TEST(OutputsTest, SlotOrder) {
   EXPECT_EQ(VirtualSlot(&EFBINOutput::Display), 1U);
   static_assert(std::has_virtual_destructor_v<BINOutput>);
   static_assert(std::has_virtual_destructor_v<EFBINOutput>);
-  static_assert(std::is_polymorphic_v<BINAttributeTargetResults>);
+  using mcbinning_tests::kBeforeSlot0;
+  EXPECT_EQ(VirtualSlot(&BINAttributeTargetResults::Display), kBeforeSlot0);
+  EXPECT_EQ(VirtualSlot(&BINAttributeResults::Display), kBeforeSlot0);
   static_assert(!std::has_virtual_destructor_v<BINAttributeTargetResults>);
-  static_assert(std::is_polymorphic_v<BINAttributeResults>);
   static_assert(!std::has_virtual_destructor_v<BINAttributeResults>);
 }
 

@@ -156,7 +156,7 @@ TEST_F(BinaryRecordIteratorTest, ASeekThatFailsIsAnError) {
 
 TEST(BinaryRecordIteratorSlotsTest, SlotsStandInTheirOrderAndTheDestructorHasNone) {
   // A virtual destructor would take the first two entries; VirtualSlot counts it as slot 0.
-  EXPECT_EQ(VirtualSlot(&BinaryRecordIterator::HasNext), static_cast<std::size_t>(-1));
+  EXPECT_EQ(VirtualSlot(&BinaryRecordIterator::HasNext), mcbinning_tests::kBeforeSlot0);
   EXPECT_EQ(VirtualSlot(&BinaryRecordIterator::Next), 0U);
   EXPECT_EQ(VirtualSlot(&BinaryRecordIterator::GetStatus), 1U);
   EXPECT_EQ(VirtualSlot(&BinaryRecordIterator::Rewind), 2U);

@@ -12,6 +12,7 @@
 #include "mcbinning/user_missing.h"
 #include "support/counting_user_missing.h"
 #include "support/display.h"
+#include "support/virtual_slots.h"
 
 namespace {
 
@@ -51,8 +52,18 @@ TEST(VariableListTest, FreshListIsEmpty) {
   EXPECT_EQ(list.GetNumAttributeVars(), 0);
   EXPECT_EQ(list.FindVariable(""), -1);
   EXPECT_EQ(list.UpdateNumbersOfCategories(), 0);
-  static_assert(std::has_virtual_destructor_v<BINVarList>);
   static_assert(std::is_same_v<decltype(list.Size()), std::uint64_t>);
+}
+
+class OneMoreSlot : public BINVarList {
+ public:
+  virtual void First() {}
+};
+
+TEST(VariableListTest, OnlyTheDestructorIsVirtual) {
+  static_assert(std::has_virtual_destructor_v<BINVarList>);
+  EXPECT_EQ(mcbinning_tests::VirtualSlot(&OneMoreSlot::First), 1U);
+  EXPECT_EQ(mcbinning_tests::VirtualSlot(&BINVarList::Display), mcbinning_tests::kNotVirtual);
 }
 
 TEST(VariableListTest, CatVarWithOneValueOrNoOrATakenNameIsRefused) {
