@@ -10,7 +10,9 @@
 
 #include "data/data_preparator.h"
 #include "support/allocation_hooks.h"
+#include "support/counting_clock.h"
 #include "support/failing_file_system.h"
+#include "support/host_objects.h"
 #include "support/scratch_directory.h"
 
 namespace {
@@ -31,6 +33,7 @@ double MCCommon::Record::operator[](int index) const {
 namespace {
 
 using mcbinning_tests::Allocations;
+using mcbinning_tests::ClockReadings;
 
 /// `count` cases with cells target, weight, unused, scale, categorical, scale.
 class GeneratedCases : public BINCaseIterator {
@@ -51,9 +54,11 @@ class GeneratedCases : public BINCaseIterator {
     record_[5] = number % 7 == 0 ? MCMV::gMissingValue : 0.5;
     if (number == 30000) {
       allocationsEarly = Allocations();
+      clockReadingsEarly = ClockReadings();
     }
     if (number + 1 == count_) {
       allocationsLate = Allocations();
+      clockReadingsLate = ClockReadings();
     }
     return &record_;
   }
@@ -63,6 +68,8 @@ class GeneratedCases : public BINCaseIterator {
   std::uint64_t unknownCodeAt = static_cast<std::uint64_t>(-1);
   std::size_t allocationsEarly = 0;
   std::size_t allocationsLate = 0;
+  std::size_t clockReadingsEarly = 0;
+  std::size_t clockReadingsLate = 0;
 
  private:
   std::uint64_t count_;
@@ -81,9 +88,9 @@ class PassCostTest : public testing::Test {
     list_.AddDiscreteUserMissing(5, 99.0, "");
   }
 
-  MCBinning::MCStatus Prepare(GeneratedCases& cases) {
+  MCBinning::MCStatus Prepare(GeneratedCases& cases, ProgressListener* listener = nullptr) {
     mcbinning_tests::ScratchDirectory directory;
-    BINDataPreparator preparator(directory.Path(), nullptr, 0, cancel_, list_, files_);
+    BINDataPreparator preparator(directory.Path(), listener, 1000, cancel_, list_, files_);
     return preparator.PrepareData(cases);
   }
 
@@ -112,6 +119,18 @@ TEST_F(PassCostTest, NothingIsAllocatedPerCase) {
   EXPECT_TRUE(Prepare(cases).IsOK());
   EXPECT_GT(cases.allocationsEarly, 0U);
   EXPECT_EQ(cases.allocationsLate - cases.allocationsEarly, 0U);
+}
+
+TEST_F(PassCostTest, TheClockIsReadForReportsOnly) {
+  GeneratedCases unheard(40001);
+  EXPECT_TRUE(Prepare(unheard).IsOK());
+  EXPECT_GT(unheard.clockReadingsEarly, 0U);
+  EXPECT_EQ(unheard.clockReadingsLate - unheard.clockReadingsEarly, 0U);
+  mcbinning_tests::RecordingListener listener;
+  GeneratedCases heard(40001);
+  EXPECT_TRUE(Prepare(heard, &listener).IsOK());
+  EXPECT_EQ(heard.clockReadingsLate - heard.clockReadingsEarly, 10U);
+  EXPECT_EQ(listener.indexes.size(), 40U);
 }
 
 TEST_F(PassCostTest, AColumnThatWasGivenUpIsNotAskedForAnyMore) {
