@@ -145,14 +145,9 @@ class MCBINNING_API BINVarList {
   void Display(std::ostream& os) const;
 
  private:
-  template <typename Encoder, typename Value>
-  int AddKnownCatVar(const std::string& name, const std::string& label,
-                     const std::vector<Value>& values, const std::vector<std::string>* valueLabels,
-                     VariableRole role);
-  template <typename Definition, typename Change>
-  bool ChangeUserMissing(int index, Change change);
   bool HasIndex(int index) const;
-  bool IsNameFree(const std::string& name) const;
+
+  // Take null for a variable that could not be made; answer -1 then and when memory runs out.
   int Append(std::unique_ptr<IBINVariable> variable);
   int AppendCatVar(std::unique_ptr<IBINVariable> variable);
 

@@ -12,6 +12,68 @@
 
 namespace {
 
+bool isNameFree(const BINVarList& list, const std::string& name) {
+  return !name.empty() && list.FindVariable(name) < 0;
+}
+
+/// What `make` makes, null when memory runs out.
+template <typename Make>
+std::unique_ptr<IBINVariable> makeOrNull(Make make) try {
+  return make();
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+/// A variable with known values for `list`, null when it is refused or memory runs out.
+/// `valueLabels` may be null.
+template <typename Encoder, typename Value>
+std::unique_ptr<IBINVariable> makeCatVar(const BINVarList& list, const std::string& name,
+                                         const std::string& label, const std::vector<Value>& values,
+                                         const std::vector<std::string>* valueLabels,
+                                         IBINVariable::VariableRole role) {
+  return makeOrNull([&]() -> std::unique_ptr<IBINVariable> {
+    if (values.size() < 2 || !isNameFree(list, name)) {
+      return nullptr;
+    }
+    const auto level = std::is_same_v<Encoder, BINCatNumEncoder>
+                           ? IBINVariable::NumericCategoricalLevel
+                           : IBINVariable::StringCategoricalLevel;
+    auto variable =
+        std::make_unique<BINCatVar>(name, label, static_cast<int>(values.size()), level, role);
+    auto& encoder = static_cast<Encoder&>(*variable->GetEncoder());
+    for (const Value& value : values) {
+      encoder.Encode(value);
+    }
+    if (valueLabels != nullptr) {
+      encoder.SetValueLabels(*valueLabels);
+    }
+    return variable;
+  });
+}
+
+/// Lets `change` work on the definition of `variable`, a new one when it has none, and answers as
+/// the list does. `variable` may be null.
+template <typename Definition, typename Change>
+bool changeUserMissing(IBINVariable* variable, Change change) try {
+  constexpr bool forStrings = std::is_same_v<Definition, BINStringUserMissing>;
+  if (variable == nullptr ||
+      (variable->GetMeasureLevel() == IBINVariable::StringCategoricalLevel) != forStrings) {
+    return false;
+  }
+  if (IBINUserMissing* held = variable->GetUserMissingInfo(); held != nullptr) {
+    auto* definition = dynamic_cast<Definition*>(held);
+    return definition != nullptr && change(*definition);
+  }
+  auto definition = std::make_unique<Definition>();
+  change(*definition);
+  if (variable->SetUserMissingInfo(definition.get())) {
+    static_cast<void>(definition.release());
+  }
+  return true;
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
 bool hasSameUserMissing(const IBINVariable& left, const IBINVariable& right) {
   const IBINUserMissing* own = left.GetUserMissingInfo();
   const IBINUserMissing* theirs = right.GetUserMissingInfo();
@@ -67,130 +129,86 @@ BINVarList& BINVarList::operator=(const BINVarList& other) {
 
 BINVarList::~BINVarList() = default;
 
-template <typename Encoder, typename Value>
-int BINVarList::AddKnownCatVar(const std::string& name, const std::string& label,
-                               const std::vector<Value>& values,
-                               const std::vector<std::string>* valueLabels, VariableRole role) try {
-  if (values.size() < 2 || !IsNameFree(name)) {
-    return -1;
-  }
-  const auto level = std::is_same_v<Encoder, BINCatNumEncoder>
-                         ? IBINVariable::NumericCategoricalLevel
-                         : IBINVariable::StringCategoricalLevel;
-  auto variable =
-      std::make_unique<BINCatVar>(name, label, static_cast<int>(values.size()), level, role);
-  auto& encoder = static_cast<Encoder&>(*variable->GetEncoder());
-  for (const Value& value : values) {
-    encoder.Encode(value);
-  }
-  if (valueLabels != nullptr) {
-    encoder.SetValueLabels(*valueLabels);
-  }
-  return AppendCatVar(std::move(variable));
-} catch (const std::bad_alloc&) {
-  return -1;
-}
-
 int BINVarList::AddCatVar(const std::string& name, const std::string& label,
                           const std::vector<double>& values, VariableRole role) {
-  return AddKnownCatVar<BINCatNumEncoder>(name, label, values, nullptr, role);
+  return AppendCatVar(makeCatVar<BINCatNumEncoder>(*this, name, label, values, nullptr, role));
 }
 
 int BINVarList::AddCatVar(const std::string& name, const std::string& label,
                           const std::vector<double>& values,
                           const std::vector<std::string>& valueLabels, VariableRole role) {
-  return AddKnownCatVar<BINCatNumEncoder>(name, label, values, &valueLabels, role);
+  return AppendCatVar(makeCatVar<BINCatNumEncoder>(*this, name, label, values, &valueLabels, role));
 }
 
 int BINVarList::AddCatVar(const std::string& name, const std::string& label,
                           const std::vector<std::string>& values, VariableRole role) {
-  return AddKnownCatVar<BINStringEncoder>(name, label, values, nullptr, role);
+  return AppendCatVar(makeCatVar<BINStringEncoder>(*this, name, label, values, nullptr, role));
 }
 
 int BINVarList::AddCatVar(const std::string& name, const std::string& label,
                           const std::vector<std::string>& values,
                           const std::vector<std::string>& valueLabels, VariableRole role) {
-  return AddKnownCatVar<BINStringEncoder>(name, label, values, &valueLabels, role);
+  return AppendCatVar(makeCatVar<BINStringEncoder>(*this, name, label, values, &valueLabels, role));
 }
 
 int BINVarList::AddCatVar(const std::string& name, const std::string& label, int numberOfCategories,
-                          MeasureLevel level, VariableRole role) try {
-  if (!IsNameFree(name)) {
-    return -1;
-  }
-  return AppendCatVar(std::make_unique<BINCatVar>(name, label, numberOfCategories, level, role));
-} catch (const std::bad_alloc&) {
-  return -1;
+                          MeasureLevel level, VariableRole role) {
+  return AppendCatVar(makeOrNull([&]() -> std::unique_ptr<IBINVariable> {
+    return isNameFree(*this, name)
+               ? std::make_unique<BINCatVar>(name, label, numberOfCategories, level, role)
+               : nullptr;
+  }));
 }
 
-int BINVarList::AddContVar(const std::string& name, const std::string& label,
-                           VariableRole role) try {
-  if (role == IBINVariable::TargetRole || !IsNameFree(name)) {
-    return -1;
+int BINVarList::AddContVar(const std::string& name, const std::string& label, VariableRole role) {
+  const int index = Append(makeOrNull([&]() -> std::unique_ptr<IBINVariable> {
+    return role != IBINVariable::TargetRole && isNameFree(*this, name)
+               ? std::make_unique<BINContVar>(name, label, role)
+               : nullptr;
+  }));
+  if (index >= 0) {
+    ++numContVar_;
   }
-  const int index = Append(std::make_unique<BINContVar>(name, label, role));
-  ++numContVar_;
   return index;
-} catch (const std::bad_alloc&) {
-  return -1;
 }
 
 int BINVarList::AddWeightVar(const std::string& name, const std::string& label,
-                             BINWRoundingOption option) try {
+                             BINWRoundingOption option) {
   if (weightIndex_ >= 0) {
     return -1;
   }
-  weightIndex_ = Append(std::make_unique<BINWeightVar>(name, label, option));
+  weightIndex_ = Append(makeOrNull([&]() -> std::unique_ptr<IBINVariable> {
+    return std::make_unique<BINWeightVar>(name, label, option);
+  }));
   return weightIndex_;
-} catch (const std::bad_alloc&) {
-  return -1;
-}
-
-template <typename Definition, typename Change>
-bool BINVarList::ChangeUserMissing(int index, Change change) try {
-  constexpr bool forStrings = std::is_same_v<Definition, BINStringUserMissing>;
-  IBINVariable* variable = GetVarAt(index);
-  if (variable == nullptr ||
-      (variable->GetMeasureLevel() == IBINVariable::StringCategoricalLevel) != forStrings) {
-    return false;
-  }
-  if (IBINUserMissing* held = variable->GetUserMissingInfo(); held != nullptr) {
-    auto* definition = dynamic_cast<Definition*>(held);
-    return definition != nullptr && change(*definition);
-  }
-  auto definition = std::make_unique<Definition>();
-  change(*definition);
-  if (variable->SetUserMissingInfo(definition.get())) {
-    static_cast<void>(definition.release());
-  }
-  return true;
-} catch (const std::bad_alloc&) {
-  return false;
 }
 
 bool BINVarList::AddDiscreteUserMissing(int index, const std::string& value,
                                         const std::string& label) {
-  return ChangeUserMissing<BINStringUserMissing>(index, [&](BINStringUserMissing& definition) {
-    definition.AddValue(value, label);
-    return true;
-  });
+  return changeUserMissing<BINStringUserMissing>(GetVarAt(index),
+                                                 [&](BINStringUserMissing& definition) {
+                                                   definition.AddValue(value, label);
+                                                   return true;
+                                                 });
 }
 
 bool BINVarList::AddDiscreteUserMissing(int index, double value, const std::string& label) {
-  return ChangeUserMissing<BINNumericUserMissing>(index, [&](BINNumericUserMissing& definition) {
-    definition.AddValue(value, label);
-    return true;
-  });
+  return changeUserMissing<BINNumericUserMissing>(GetVarAt(index),
+                                                  [&](BINNumericUserMissing& definition) {
+                                                    definition.AddValue(value, label);
+                                                    return true;
+                                                  });
 }
 
 bool BINVarList::SetMissingInterval(int index, double low, double high) {
-  return ChangeUserMissing<BINNumericUserMissing>(index, [&](BINNumericUserMissing& definition) {
-    if (definition.HasInterval()) {
-      return false;
-    }
-    definition.SetInterval(BINNumericInterval(low, high));
-    return true;
-  });
+  return changeUserMissing<BINNumericUserMissing>(
+      GetVarAt(index), [&](BINNumericUserMissing& definition) {
+        if (definition.HasInterval()) {
+          return false;
+        }
+        definition.SetInterval(BINNumericInterval(low, high));
+        return true;
+      });
 }
 
 int BINVarList::FindVariable(const std::string& name) const {
@@ -375,21 +393,23 @@ bool BINVarList::HasIndex(int index) const {
   return index >= 0 && static_cast<std::size_t>(index) < variables_.size();
 }
 
-bool BINVarList::IsNameFree(const std::string& name) const {
-  return !name.empty() && FindVariable(name) < 0;
-}
-
-int BINVarList::Append(std::unique_ptr<IBINVariable> variable) {
+int BINVarList::Append(std::unique_ptr<IBINVariable> variable) try {
+  if (variable == nullptr) {
+    return -1;
+  }
   variables_.push_back(std::move(variable));
   return static_cast<int>(variables_.size()) - 1;
+} catch (const std::bad_alloc&) {
+  return -1;
 }
 
 int BINVarList::AppendCatVar(std::unique_ptr<IBINVariable> variable) {
-  const auto role = variable->GetVariableRole();
   const int index = Append(std::move(variable));
-  ++numCatVar_;
-  if (role == IBINVariable::TargetRole) {
-    targetIndex_ = index;
+  if (index >= 0) {
+    ++numCatVar_;
+    if (variables_.back()->GetVariableRole() == IBINVariable::TargetRole) {
+      targetIndex_ = index;
+    }
   }
   return index;
 }
