@@ -1,7 +1,7 @@
 // Every allocation inside a call of the variable model is made to fail in turn.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <cstddef>
 #include <functional>
 #include <new>
 #include <string>
@@ -12,46 +12,13 @@
 #include "mcbinning/settings.h"
 #include "mcbinning/user_missing.h"
 #include "mcbinning/variable_list.h"
+#include "support/allocation_hooks.h"
 #include "support/display.h"
 
 namespace {
 
-long allocationsLeft = -1;  // -1: never fails
-
-void* allocate(std::size_t size) {
-  if (allocationsLeft == 0) {
-    throw std::bad_alloc();
-  }
-  if (allocationsLeft > 0) {
-    --allocationsLeft;
-  }
-  if (void* memory = std::malloc(size > 0 ? size : 1)) {
-    return memory;
-  }
-  throw std::bad_alloc();
-}
-
-/// Allocations fail after `count` more while it lives.
-class FailAfter {
- public:
-  explicit FailAfter(long count) { allocationsLeft = count; }
-  ~FailAfter() { allocationsLeft = -1; }
-  FailAfter(const FailAfter&) = delete;
-  FailAfter& operator=(const FailAfter&) = delete;
-};
-
-}  // namespace
-
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
-
-namespace {
-
 using mcbinning_tests::DisplayOf;
+using mcbinning_tests::OneAllocationFails;
 
 constexpr auto kAttribute = IBINVariable::AttributeRole;
 constexpr auto kTarget = IBINVariable::TargetRole;
@@ -87,11 +54,11 @@ std::string StateOf(const BINVarList& list) {
 void ExpectStrong(const BINVarList& start, const std::function<bool(BINVarList&)>& change) {
   const std::string before = StateOf(start);
   int failures = 0;
-  for (long count = 0; count < 1000; ++count) {
+  for (std::size_t call = 1; call < 1000; ++call) {
     BINVarList list(start);
     bool succeeded = false;
     {
-      const FailAfter scope(count);
+      const OneAllocationFails scope(call);
       succeeded = change(list);
     }
     if (succeeded) {
@@ -100,7 +67,7 @@ void ExpectStrong(const BINVarList& start, const std::function<bool(BINVarList&)
       return;
     }
     ++failures;
-    ASSERT_EQ(StateOf(list), before) << "allocation " << count << " failed";
+    ASSERT_EQ(StateOf(list), before) << "allocation " << call << " failed";
   }
   FAIL() << "never succeeded";
 }
@@ -144,28 +111,31 @@ TEST(AllocationFailureTest, UserMissingMutatorsAnswerFalseAndKeepTheList) {
 }
 
 TEST(AllocationFailureTest, RemovingByNameAnswersFalseAndKeepsTheList) {
-  ExpectStrong(MakeList(), [](BINVarList& l) {
-    const long left = std::exchange(allocationsLeft, -1);  // the argument is the caller's
-    std::string name = kLong + "outcome";
-    allocationsLeft = left;
-    return l.RemoveVar(std::move(name));
-  });
+  const BINVarList start = MakeList();
+  BINVarList list(start);
+  std::string name = kLong + "outcome";
+  {
+    const OneAllocationFails scope(1);
+    EXPECT_FALSE(list.RemoveVar(std::move(name)));
+  }
+  EXPECT_EQ(StateOf(list), StateOf(start));
+  EXPECT_TRUE(list.RemoveVar(kLong + "outcome"));
 }
 
 /// Assigns `source` to a copy of `target` with the first, second, ... allocation failing.
 template <typename Object>
 void ExpectStrongAssignment(const Object& target, const Object& source) {
   const std::string before = DisplayOf(target);
-  for (long count = 0; count < 1000; ++count) {
+  for (std::size_t call = 1; call < 1000; ++call) {
     Object object(target);
     try {
-      const FailAfter scope(count);
+      const OneAllocationFails scope(call);
       object = source;
     } catch (const std::bad_alloc&) {
-      ASSERT_EQ(DisplayOf(object), before) << "allocation " << count << " failed";
+      ASSERT_EQ(DisplayOf(object), before) << "allocation " << call << " failed";
       continue;
     }
-    EXPECT_GT(count, 0);
+    EXPECT_GT(call, 1U);
     EXPECT_NE(DisplayOf(object), before);
     return;
   }
@@ -212,17 +182,17 @@ TEST(AllocationFailureTest, AssignmentOfADefinitionOrIntervalLeavesItsTargetAsIt
 /// Sets labels of an encoder of three codes with the first, second, ... allocation failing.
 template <typename Set>
 void ExpectStrongLabels(const std::vector<std::string>& labels, Set set) {
-  for (long count = 0; count < 1000; ++count) {
+  for (std::size_t call = 1; call < 1000; ++call) {
     BINCatNumEncoder encoder(kValues);
     encoder.SetValueLabels(labels);
     try {
-      const FailAfter scope(count);
+      const OneAllocationFails scope(call);
       set(encoder);
     } catch (const std::bad_alloc&) {
-      ASSERT_EQ(*encoder.GetValueLabels(), labels) << "allocation " << count << " failed";
+      ASSERT_EQ(*encoder.GetValueLabels(), labels) << "allocation " << call << " failed";
       continue;
     }
-    EXPECT_GT(count, 0);
+    EXPECT_GT(call, 1U);
     EXPECT_NE(*encoder.GetValueLabels(), labels);
     return;
   }
@@ -245,7 +215,7 @@ void ExpectStrongSettingsAssignment() {
   target.SetTempDirName("short");
   const Settings before(target);
   {
-    const FailAfter scope(0);
+    const OneAllocationFails scope(1);
     EXPECT_THROW(target = source, std::bad_alloc);
   }
   EXPECT_TRUE(target == before);
@@ -262,16 +232,16 @@ TEST(AllocationFailureTest, SettingsAssignmentLeavesItsTargetAsItWas) {
 template <typename Encoder, typename Value>
 void ExpectStrongEncode(Encoder& encoder, const Value& value) {
   const int known = encoder.GetNumberOfCategories();
-  for (long count = 0; count < 10; ++count) {
+  for (std::size_t call = 1; call < 10; ++call) {
     try {
-      const FailAfter scope(count);
+      const OneAllocationFails scope(call);
       encoder.Encode(value);
     } catch (const std::bad_alloc&) {
       ASSERT_EQ(encoder.GetNumberOfCategories(), known);
       ASSERT_EQ(encoder.EncodeConst(value), -1.0);
       continue;
     }
-    EXPECT_GT(count, 0);
+    EXPECT_GT(call, 1U);
     ASSERT_EQ(encoder.GetNumberOfCategories(), known + 1);
     ASSERT_EQ(encoder.Decode(known), value);
     return;
