@@ -81,6 +81,7 @@ MCStatus EFBINAlgorithm::RunUnguarded(BINCaseIterator& cases, const std::vector<
     status = MCStatus(120018, true);
   }
   if (cancelState_.IsCancelled()) {
+    data_.Discard();  // no later run gets as far as using them
     status_ = cancelled();
     return status_;
   }

@@ -15,8 +15,8 @@
 #include "status/cancel_state.h"
 
 /// The equal-frequency algorithm. Run prepares the cases once, then bins attribute after attribute.
-/// When anything throws in a run, the prepared data are thrown away with their files; the records
-/// filed so far stay and the next run prepares anew.
+/// When a run is cancelled or anything throws in it, the prepared data are thrown away with their
+/// files; the records filed so far stay, and after an exception the next run prepares anew.
 class EFBINAlgorithm : public IEFBINAlgorithm {
  public:
   /// Copies settings and list. `files` is borrowed and must outlive the algorithm.

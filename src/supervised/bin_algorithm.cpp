@@ -57,8 +57,7 @@ MCStatus BINAlgorithm::Run(BINCaseIterator& cases, const std::vector<int>* attri
     return RunSelection(cases, {attributes, targets});
   } catch (...) {
     preProcess_.reset();
-    pairRows_ = nullptr;
-    data_.Discard();
+    DiscardData();
     return {kException, false};
   }
 }
@@ -120,10 +119,16 @@ MCStatus BINAlgorithm::RunSelection(BINCaseIterator& cases, const PairSelection&
     status = {kSomePairNotOK, true};
   }
   if (cancelState_.IsCancelled()) {
+    DiscardData();  // no later run gets as far as using them
     status_ = {kCancelled, false};
     return status_;
   }
   return status;
+}
+
+void BINAlgorithm::DiscardData() {
+  pairRows_ = nullptr;
+  data_.Discard();
 }
 
 MCStatus BINAlgorithm::Prepare(BINCaseIterator& cases) {

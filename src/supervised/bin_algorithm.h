@@ -22,9 +22,9 @@
 /// The supervised algorithm. Works on its own copies of settings and list; a later Run may ask for
 /// other pairs over the data that the first one prepared. The settings' bin count, small-bin
 /// threshold and reports are read at every Run, the distinct-value threshold, the closed border and
-/// the temporary directory when the data are prepared. When anything throws in a Run, the prepared
-/// data are thrown away with their files; the records filed so far stay and the next Run prepares
-/// anew.
+/// the temporary directory when the data are prepared. When a Run is cancelled or anything throws
+/// in it, the prepared data are thrown away with their files; the records filed so far stay, and
+/// after an exception the next Run prepares anew.
 class BINAlgorithm : public IBINAlgorithm {
  public:
   /// `files` is borrowed and must outlive the algorithm.
@@ -60,6 +60,7 @@ class BINAlgorithm : public IBINAlgorithm {
 
   MCBinning::MCStatus RunSelection(BINCaseIterator& cases,
                                    const MCBinning::PairSelection& selection);
+  void DiscardData();
   MCBinning::MCStatus Prepare(BINCaseIterator& cases);
   MCBinning::MCStatus BinPairs(const MCBinning::PairSelection& selection);
   MCBinning::MCStatus BinSelectedPairs(const MCBinning::PairSelection& selection,

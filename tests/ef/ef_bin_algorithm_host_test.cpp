@@ -73,7 +73,7 @@ TEST(EFBINAlgorithmHostTest, CancelAtEveryQuestion) {
     for (const auto& record : records) {
       expectHalves(record);
     }
-    EXPECT_EQ(run.Directory().IsEmpty(), question <= 6);
+    EXPECT_TRUE(run.Directory().IsEmpty());
     expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
     expectStatus(run->GetStatus(), MCStatus(1, false));
     EXPECT_EQ(run.Records().size(), binned);
