@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "support/counting_query.h"
 #include "support/failing_file_system.h"
+#include "support/host_objects.h"
 #include "support/limited_process.h"
 #include "support/scratch_directory.h"
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "data/binary_record_iterator.h"
-#include "support/counting_query.h"
+#include "support/host_objects.h"
 #include "support/table_run.h"
 
 namespace {

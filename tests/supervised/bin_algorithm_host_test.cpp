@@ -2,54 +2,24 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 
+#include "support/host_objects.h"
 #include "support/supervised_run.h"
 
 namespace {
 
 using MCBinning::MCStatus;
+using mcbinning_tests::CountingQuery;
 using mcbinning_tests::kSeparatedRows;
 using mcbinning_tests::PairRun;
+using mcbinning_tests::RecordingListener;
 using mcbinning_tests::SupervisedRun;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 const MCStatus kCancelled(1, false);
 const MCStatus kException(3, false);
-
-/// Answers true, or throws, at its call of a given number (from 1).
-class CountingQuery : public MCQueryCancel {
- public:
-  explicit CountingQuery(std::size_t due, bool throws = false) : due_(due), throws_(throws) {}
-  bool IsCancelled() override {
-    const bool isDue = ++calls_ == due_;
-    if (isDue && throws_) {
-      throw std::runtime_error("the host failed");
-    }
-    return isDue;
-  }
-  std::size_t Calls() const { return calls_; }
-
- private:
-  std::size_t due_;
-  bool throws_;
-  std::size_t calls_ = 0;
-};
-
-/// Keeps the indexes that it is told.
-class RecordingListener : public ProgressListener {
- public:
-  void ReportProgress(ProgressReport& report) override {
-    indexes.push_back(report.DiscreteMeasure("IndexVar"));
-    if (throws) {
-      throw std::runtime_error("the host failed");
-    }
-  }
-  std::vector<int> indexes;
-  bool throws = false;
-};
 
 /// `n` scale attributes with the same values as the first of kSeparatedRows, then the target.
 struct WideRun : SupervisedRun {
@@ -85,10 +55,10 @@ TEST(BINAlgorithmHostTest, CancelAtAnyPollEndsTheRunWithCode1AndAsksNoMore) {
   std::size_t polls = 0;
   {
     PairRun run(kSeparatedRows);
-    CountingQuery never(0);
+    CountingQuery never;
     run.settings.SetCancelPointer(&never);
     EXPECT_TRUE(run.Run().IsOK());
-    polls = never.Calls();
+    polls = never.Asked();
   }
   ASSERT_GT(polls, kSeparatedRows.size());
   for (std::size_t due = 1; due <= polls; ++due) {
@@ -98,7 +68,8 @@ TEST(BINAlgorithmHostTest, CancelAtAnyPollEndsTheRunWithCode1AndAsksNoMore) {
     run.settings.SetCancelPointer(&query);
     EXPECT_EQ(run.Run(), kCancelled);
     EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
-    EXPECT_EQ(query.Calls(), due);
+    EXPECT_EQ(query.Asked(), due);
+    EXPECT_TRUE(run.directory.IsEmpty());
     if (due + 1 < polls) {
       EXPECT_THAT(run.Results(), IsEmpty());
     }
@@ -107,20 +78,10 @@ TEST(BINAlgorithmHostTest, CancelAtAnyPollEndsTheRunWithCode1AndAsksNoMore) {
 
 TEST(BINAlgorithmHostTest, PairMetAfterACancelIsNeitherFiledNorReported) {
   WideRun run(3);
-  /// Cancels from inside the report of the first attribute.
-  class Canceller : public RecordingListener {
-   public:
-    void ReportProgress(ProgressReport& report) override {
-      RecordingListener::ReportProgress(report);
-      algorithm->Cancel();
-    }
-    BINAlgorithm* algorithm = nullptr;
-  } canceller;
-  canceller.algorithm = &run.Algorithm();
-  run.Algorithm().SetProgressListener(&canceller);
+  run.listener.hook = [&] { run.Algorithm().Cancel(); };
   const std::vector<int> attributes = {0, 99, 1};
   EXPECT_EQ(run.Run(&attributes), kCancelled);
-  EXPECT_THAT(canceller.indexes, ElementsAre(0));
+  EXPECT_THAT(run.listener.indexes, ElementsAre(0));
   EXPECT_EQ(run.Results().size(), 1U);
 }
 
@@ -130,7 +91,7 @@ TEST(BINAlgorithmHostTest, GetStatusAsksTheHost) {
   run.Algorithm().SetCancelPointer(&query);
   EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
   EXPECT_EQ(run.Algorithm().GetStatus(), kCancelled);
-  EXPECT_EQ(query.Calls(), 1U);
+  EXPECT_EQ(query.Asked(), 1U);
   run.Algorithm().SetCancelPointer(nullptr);  // the wish stays
   EXPECT_EQ(run.Run(), kCancelled);
 }
@@ -173,11 +134,10 @@ TEST(BINAlgorithmHostTest, HostThatThrowsInThePassEndsInStatus3AndTheNextRunPrep
 
 TEST(BINAlgorithmHostTest, ListenerThatThrowsInTheLoopEndsInStatus3AndTheNextRunPreparesAnew) {
   WideRun run(2);
-  run.listener.throws = true;
+  run.listener.throwAt = 1;
   EXPECT_EQ(run.Run(), kException);
   EXPECT_TRUE(run.directory.IsEmpty());
   EXPECT_EQ(run.Results().size(), 1U);
-  run.listener.throws = false;
   run.cases.Restart();
   EXPECT_TRUE(run.Run().IsOK());
   EXPECT_EQ(run.Results().size(), 3U);
@@ -187,13 +147,15 @@ TEST(BINAlgorithmHostTest, QueryThatThrowsEndsInStatus3) {
   for (std::size_t due = 1; due <= 2 * kSeparatedRows.size(); ++due) {
     SCOPED_TRACE(due);
     PairRun run(kSeparatedRows);
-    CountingQuery query(due, true);
+    CountingQuery query;
+    query.ThrowAt(due);
     run.settings.SetCancelPointer(&query);
     const MCStatus status = run.Run();
-    EXPECT_TRUE(status == kException || (status.IsOK() && query.Calls() < due));
+    EXPECT_TRUE(status == kException || (status.IsOK() && query.Asked() < due));
   }
   PairRun run(kSeparatedRows);
-  CountingQuery query(1, true);
+  CountingQuery query;
+  query.ThrowAt(1);
   run.Algorithm().SetCancelPointer(&query);
   EXPECT_EQ(run.Algorithm().GetStatus(), kException);
   EXPECT_TRUE(run.Algorithm().GetStatus().IsOK());
