@@ -3,15 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <sstream>
+#include <string>
 #include <type_traits>
 #include <vector>
 
+#include "support/display.h"
 #include "support/virtual_slots.h"
 
 namespace {
 
 using MCBinning::MCStatus;
+using mcbinning_tests::DisplayOf;
+using mcbinning_tests::Flushing;
 
 MCStatus setPair(BINOutput& output, int attribute, int target, const MCStatus& status = {},
                  const std::set<double>& cutPoints = {}, const std::vector<double>& counts = {}) {
@@ -28,13 +31,6 @@ MCStatus setAttribute(EFBINOutput& output, int attribute, const MCStatus& status
 
 void expectError(const MCStatus& status, long code) {
   EXPECT_TRUE(status == MCStatus(code, false)) << status.GetErrorCode();
-}
-
-template <typename Displayed>
-std::string display(const Displayed& displayed) {
-  std::ostringstream os;
-  displayed.Display(os);
-  return os.str();
 }
 
 TEST(BINAttributeTargetResultsTest, DefaultRecord) {
@@ -217,36 +213,36 @@ TEST(BINOutputTest, RecordDisplay) {
   setPair(output, 2, 4, MCStatus(120014, true), {1.5, 1e20}, {1, 2, 3, 4, 5, 6.25});
   BINAttributeTargetResults record;
   output.GetAttributeTargetCutPoints(2, 4, record);
-  EXPECT_EQ(display(record), kSupervisedRecordText);
+  EXPECT_EQ(DisplayOf(record), Flushing(kSupervisedRecordText));
 }
 
 TEST(BINOutputTest, RecordDisplayWithoutCutPointsAndStatus) {
-  EXPECT_EQ(display(BINAttributeTargetResults()),
-            "\n"
-            "Start of BINAttributeTargetResults display\n"
-            "BINDataTuple   attribute = -1\n"
-            "target = -1\n"
-            "Number of distinct values = 0\n"
-            "Total weight = 0\n"
-            "Total weight with missing = 0\n"
-            "Minimum = 0\n"
-            "Maximum = 0\n"
-            "Model Entropy = 0\n"
-            "Number of cutpoints = 0\n"
-            "The CellCounts are\n"
-            "\n"
-            "End of BINAttributeTargetResults display\n");
+  EXPECT_EQ(DisplayOf(BINAttributeTargetResults()),
+            Flushing("\n"
+                     "Start of BINAttributeTargetResults display\n"
+                     "BINDataTuple   attribute = -1\n"
+                     "target = -1\n"
+                     "Number of distinct values = 0\n"
+                     "Total weight = 0\n"
+                     "Total weight with missing = 0\n"
+                     "Minimum = 0\n"
+                     "Maximum = 0\n"
+                     "Model Entropy = 0\n"
+                     "Number of cutpoints = 0\n"
+                     "The CellCounts are\n"
+                     "\n"
+                     "End of BINAttributeTargetResults display\n"));
 }
 
 TEST(BINOutputTest, Display) {
   BINOutput output;
-  EXPECT_EQ(display(output),
-            "\nStart of BINOutput display\ncut point :\nEnd of BINOutput display\n");
+  EXPECT_EQ(DisplayOf(output),
+            Flushing("\nStart of BINOutput display\ncut point :\nEnd of BINOutput display\n"));
   setPair(output, 2, 4, MCStatus(120014, true), {1.5, 1e20}, {1, 2, 3, 4, 5, 6.25});
   setPair(output, 2, 4, MCStatus(120014, true), {1.5, 1e20}, {1, 2, 3, 4, 5, 6.25});
-  EXPECT_EQ(display(output), std::string("\nStart of BINOutput display\ncut point :") +
-                                 kSupervisedRecordText + kSupervisedRecordText +
-                                 "\nEnd of BINOutput display\n");
+  EXPECT_EQ(DisplayOf(output), Flushing(std::string("\nStart of BINOutput display\ncut point :") +
+                                        kSupervisedRecordText + kSupervisedRecordText +
+                                        "\nEnd of BINOutput display\n"));
 }
 
 TEST(BINAttributeResultsTest, DefaultRecord) {
@@ -351,7 +347,7 @@ TEST(EFBINOutputTest, RecordDisplay) {
   setAttribute(output, 3, {}, {1.5, 2.5}, {4, 5, 6});
   BINAttributeResults record;
   output.GetAttributeCutPoints(3, record);
-  EXPECT_EQ(display(record), kEqualFrequencyRecordText);
+  EXPECT_EQ(DisplayOf(record), Flushing(kEqualFrequencyRecordText));
 }
 
 TEST(EFBINOutputTest, RecordDisplayWithoutCountsAndWithAStatus) {
@@ -359,31 +355,30 @@ TEST(EFBINOutputTest, RecordDisplayWithoutCountsAndWithAStatus) {
   setAttribute(output, 3, MCStatus(120011, false));
   BINAttributeResults record;
   output.GetAttributeCutPoints(3, record);
-  EXPECT_EQ(display(record),
-            "\n"
-            "Start of BINAttributeResults display\n"
-            "BINDataTuple   attribute = 3\n"
-            "Number of distinct values = 7\n"
-            "Total weight = 10.5\n"
-            "Total weight with missing = 12.5\n"
-            "Minimum = -1.25\n"
-            "Maximum = 99\n"
-            "Status has error code 120011\n"
-            "Number of cutpoints = 0\n"
-            "The CellCounts are\n"
-            "\n"
-            "End of BINAttributeResults display\n");
+  EXPECT_EQ(DisplayOf(record), Flushing("\n"
+                                        "Start of BINAttributeResults display\n"
+                                        "BINDataTuple   attribute = 3\n"
+                                        "Number of distinct values = 7\n"
+                                        "Total weight = 10.5\n"
+                                        "Total weight with missing = 12.5\n"
+                                        "Minimum = -1.25\n"
+                                        "Maximum = 99\n"
+                                        "Status has error code 120011\n"
+                                        "Number of cutpoints = 0\n"
+                                        "The CellCounts are\n"
+                                        "\n"
+                                        "End of BINAttributeResults display\n"));
 }
 
 TEST(EFBINOutputTest, Display) {
   EFBINOutput output;
-  EXPECT_EQ(display(output),
-            "\nStart of EFBINOutput display\ncut point :\nEnd of EFBINOutput display\n");
+  EXPECT_EQ(DisplayOf(output),
+            Flushing("\nStart of EFBINOutput display\ncut point :\nEnd of EFBINOutput display\n"));
   setAttribute(output, 3, {}, {1.5, 2.5}, {4, 5, 6});
   setAttribute(output, 3, {}, {1.5, 2.5}, {4, 5, 6});
-  EXPECT_EQ(display(output), std::string("\nStart of EFBINOutput display\ncut point :") +
-                                 kEqualFrequencyRecordText + kEqualFrequencyRecordText +
-                                 "\nEnd of EFBINOutput display\n");
+  EXPECT_EQ(DisplayOf(output), Flushing(std::string("\nStart of EFBINOutput display\ncut point :") +
+                                        kEqualFrequencyRecordText + kEqualFrequencyRecordText +
+                                        "\nEnd of EFBINOutput display\n"));
 }
 
 TEST(OutputsTest, SlotOrder) {

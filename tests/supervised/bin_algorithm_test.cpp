@@ -3,8 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <sstream>
+#include <string>
 
+#include "support/display.h"
 #include "support/supervised_run.h"
 #include "support/virtual_slots.h"
 
@@ -12,9 +15,11 @@ namespace {
 
 using MCBinning::MCStatus;
 using mcbinning_tests::FileOperation;
+using mcbinning_tests::Flushing;
 using mcbinning_tests::kSeparatedRows;
 using mcbinning_tests::PairRun;
 using mcbinning_tests::SupervisedRun;
+using mcbinning_tests::Written;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -241,24 +246,23 @@ TEST(BINAlgorithmTest, ColumnLostByTheLastFlushIsError3OfItsPairs) {
 
 TEST(BINAlgorithmTest, DisplayBeforeAnyRunShowsNoPreparator) {
   PairRun run(kSeparatedRows);
-  std::ostringstream text;
-  run.Algorithm().Display(text);
-  EXPECT_EQ(text.str(),
-            "\nStart of BINAlgorithm display\n"
-            "Record count: 0\n"
-            "out result: "
-            "\nStart of BINOutput display\n"
-            "cut point :"
-            "\nEnd of BINOutput display\n"
-            "End of BINAlgorithm display\n");
+  const std::string text = Written([&](std::ostream& os) { run.Algorithm().Display(os); });
+  EXPECT_EQ(text, Flushing("\nStart of BINAlgorithm display\n"
+                           "Record count: 0\n"
+                           "out result: "
+                           "\nStart of BINOutput display\n"
+                           "cut point :"
+                           "\nEnd of BINOutput display\n"
+                           "End of BINAlgorithm display\n"));
 }
 
 TEST(BINAlgorithmTest, DisplayAfterARunShowsPreparatorAndResults) {
   PairRun run(kSeparatedRows);
   run.Run();
-  std::ostringstream text;
-  run.Algorithm().Display(text);
-  EXPECT_EQ(text.str(),
+  // The list ends some of its lines without a flush.
+  std::ostringstream os;
+  run.Algorithm().Display(os);
+  EXPECT_EQ(os.str(),
             "\nStart of BINAlgorithm display\n"
             "Record count: 6\n"
             "out result: BINDataPreparator object: \n"
