@@ -63,7 +63,7 @@ class MCBINNING_API IBINAlgorithm {
   virtual BINOutput* GetOutput() = 0;
 
   /// The last status that was not OK of any pair, or error 1 once cancelled (asks the host's cancel
-  /// query); runs do not reset it.
+  /// query; error 3, not kept, when that throws); runs do not reset it.
   virtual MCBinning::MCStatus GetStatus() = 0;
 
   /// The algorithm's own settings, which later runs use as they then stand; never null.

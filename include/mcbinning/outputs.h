@@ -13,7 +13,8 @@
 #include <vector>
 
 /// What became of one attribute/target pair. A default-constructed record has an OK status, both
-/// indexes -1, no cut points and counts, and every number 0.
+/// indexes -1, no cut points and counts, and every number 0. Every number is 0, too, in the record
+/// of a pair whose indexes the run refused.
 class MCBINNING_API BINAttributeTargetResults final {
  public:
   /// OK, the warning that explains why nothing was cut, or the error the pair was refused with.
@@ -120,7 +121,8 @@ class MCBINNING_API BINOutput {
 };
 
 /// What became of one attribute in the equal-frequency algorithm. A default-constructed record has
-/// an OK status, attribute index -1, no cut points and counts, and every number 0.
+/// an OK status, attribute index -1, no cut points and counts, and every number 0. Every number is
+/// 0, too, in the record of an attribute whose index the run refused.
 class MCBINNING_API BINAttributeResults final {
  public:
   /// OK, the warning that explains why nothing was cut, or the error the attribute was refused
