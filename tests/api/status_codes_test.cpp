@@ -3,7 +3,6 @@
 // factories_test.cpp.
 #include <gtest/gtest.h>
 #include <mccomvor/missing_value.h>
-#include <sys/resource.h>
 
 #include <limits>
 #include <memory>
@@ -14,6 +13,7 @@
 #include "mcbinning/settings.h"
 #include "mcbinning/variable_list.h"
 #include "support/host_objects.h"
+#include "support/limited_process.h"
 #include "support/scratch_directory.h"
 #include "support/vector_cases.h"
 
@@ -238,27 +238,11 @@ TYPED_TEST(StatusCodesTest, Code120020BeforeAnyRun) {
   EXPECT_EQ(host.algorithm->GetOutput()->GetAllCutPoints(records), error(120020));
 }
 
-// No file can be opened while this lives.
-class NoFreeDescriptor {
- public:
-  NoFreeDescriptor() {
-    getrlimit(RLIMIT_NOFILE, &before_);
-    const rlimit none{0, before_.rlim_max};
-    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
-  }
-  NoFreeDescriptor(const NoFreeDescriptor&) = delete;
-  NoFreeDescriptor& operator=(const NoFreeDescriptor&) = delete;
-  ~NoFreeDescriptor() { setrlimit(RLIMIT_NOFILE, &before_); }
-
- private:
-  rlimit before_{};
-};
-
 TYPED_TEST(StatusCodesTest, Code120021) {
   TypeParam host;
   MCStatus status;
   {
-    const NoFreeDescriptor limit;
+    const mcbinning_tests::WithoutFileHandles limit;
     status = host.Run();
   }
   EXPECT_EQ(status, error(120021));
