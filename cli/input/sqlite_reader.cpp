@@ -95,7 +95,9 @@ std::vector<std::string> SqliteReader::TableNames() {
 
 void SqliteReader::ReadColumnNames() {
   std::vector<std::string_view> names;
-  for (int column = 0; column < sqlite3_column_count(statement_); ++column) {
+  const int count = sqlite3_column_count(statement_);
+  names.reserve(static_cast<std::size_t>(count));
+  for (int column = 0; column < count; ++column) {
     names.emplace_back(sqlite3_column_name(statement_, column));
   }
   columnNames_ = namesFromHeader(names, path_);

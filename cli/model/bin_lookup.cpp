@@ -19,9 +19,11 @@ Placement place(const AttributeModel& attribute, ClosedSide side, std::optional<
 }
 
 BinBounds boundsOf(const std::vector<double>& cutPoints, std::size_t bin) {
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  return {bin == 0 ? -kInfinity : cutPoints[bin - 1],
-          bin == cutPoints.size() ? kInfinity : cutPoints[bin]};
+  BinBounds bounds = {-std::numeric_limits<double>::infinity(),
+                      std::numeric_limits<double>::infinity()};
+  if (bin > 0) bounds.lower = cutPoints[bin - 1];
+  if (bin < cutPoints.size()) bounds.upper = cutPoints[bin];
+  return bounds;
 }
 
 }  // namespace mcbin
