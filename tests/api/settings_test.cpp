@@ -9,21 +9,14 @@
 
 #include "platform/temp_directory.h"
 #include "support/display.h"
+#include "support/host_objects.h"
 
 namespace {
 
+using mcbinning_tests::CountingQuery;
 using mcbinning_tests::DisplayOf;
 using mcbinning_tests::Flushing;
-
-class SilentListener : public ProgressListener {
- public:
-  void ReportProgress(ProgressReport& /*report*/) override {}
-};
-
-class NeverCancel : public MCQueryCancel {
- public:
-  bool IsCancelled() override { return false; }
-};
+using mcbinning_tests::RecordingListener;
 
 /// The settings that both classes have.
 template <typename Settings>
@@ -77,8 +70,8 @@ TYPED_TEST(SettingsTest, FewerThanTwoBinsAreRefused) {
 
 TYPED_TEST(SettingsTest, UncheckedSettings) {
   TypeParam settings;
-  SilentListener listener;
-  NeverCancel query;
+  RecordingListener listener;
+  CountingQuery query;
   settings.SetProgressListener(&listener);
   settings.SetCancelPointer(&query);
   settings.SetRightBorderClosed(false);
@@ -125,8 +118,8 @@ TYPED_TEST(SettingsTest, EqualityComparesEachOfItsFields) {
 
 TYPED_TEST(SettingsTest, EqualityIgnoresHostHooksAndDirectory) {
   const TypeParam fresh;
-  SilentListener listener;
-  NeverCancel query;
+  RecordingListener listener;
+  CountingQuery query;
   TypeParam changed;
   changed.SetProgressListener(&listener);
   changed.SetCancelPointer(&query);
@@ -135,8 +128,8 @@ TYPED_TEST(SettingsTest, EqualityIgnoresHostHooksAndDirectory) {
 }
 
 TYPED_TEST(SettingsTest, CopiesCarryEveryField) {
-  SilentListener listener;
-  NeverCancel query;
+  RecordingListener listener;
+  CountingQuery query;
   TypeParam source;
   source.SetProgressListener(&listener);
   source.SetCancelPointer(&query);

@@ -20,6 +20,7 @@ namespace {
 using MCBinning::MCStatus;
 using mcbinning_tests::CountingQuery;
 using mcbinning_tests::FileOperation;
+using mcbinning_tests::RecordingListener;
 using mcbinning_tests::TableRun;
 
 using Rows = std::vector<std::vector<double>>;
@@ -347,21 +348,6 @@ TEST_F(DataPreparatorTest, ASecondPassStartsAnew) {
   EXPECT_EQ(run.directory.Files().size(), 3U);
 }
 
-class RecordingListener : public ProgressListener {
- public:
-  void ReportProgress(ProgressReport& report) override {
-    indexes.push_back(report.DiscreteMeasure("IndexVar"));
-    elapsed.push_back(report.ScaleMeasure("elapsedTime"));
-    if (throwAt != 0 && indexes.size() == throwAt) {
-      throw std::runtime_error("the host failed");
-    }
-  }
-
-  std::vector<int> indexes;
-  std::vector<double> elapsed;
-  std::size_t throwAt = 0;
-};
-
 TEST_F(DataPreparatorTest, WithAnIntervalOf3EveryThirdCaseIsReported) {
   RecordingListener listener;
   TableRun run(list_, Rows(10, {0, 0, 1}), nullptr, &listener, 3);
@@ -443,20 +429,9 @@ TEST_F(DataPreparatorTest, TheLastFlushIsNotLookedAt) {
 
 TEST_F(DataPreparatorTest, WhenAHostObjectThrowsTheFilesAreGone) {
   enum class Thrower { HasNext, Next, Listener, Query };
-  class ThrowingQuery : public MCQueryCancel {
-   public:
-    bool IsCancelled() override {
-      if (++asked_ == 15001) {
-        throw std::runtime_error("the host failed");
-      }
-      return false;
-    }
-
-   private:
-    int asked_ = 0;
-  };
   for (const auto thrower : {Thrower::HasNext, Thrower::Next, Thrower::Listener, Thrower::Query}) {
-    ThrowingQuery query;
+    CountingQuery query;
+    query.ThrowAt(15001);
     RecordingListener listener;
     TableRun run(list_, Rows(20000, {0, 0, 1}), thrower == Thrower::Query ? &query : nullptr,
                  &listener, 1000);

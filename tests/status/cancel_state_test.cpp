@@ -2,18 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/host_objects.h"
+
 namespace {
 
-class CountingQuery : public MCQueryCancel {
- public:
-  explicit CountingQuery(int falseAnswers) : falseAnswers_(falseAnswers) {}
-  bool IsCancelled() override { return ++asked_ > falseAnswers_; }
-  int Asked() const { return asked_; }
-
- private:
-  int falseAnswers_;
-  int asked_ = 0;
-};
+using mcbinning_tests::CountingQuery;
 
 TEST(CancelStateTest, NullQueryNeverCancels) {
   MCBinning::CancelState state(nullptr);
@@ -22,27 +15,27 @@ TEST(CancelStateTest, NullQueryNeverCancels) {
 }
 
 TEST(CancelStateTest, FirstTrueAnswerIsKeptAndTheHostNotAskedAgain) {
-  CountingQuery query(2);
+  CountingQuery query(3);
   MCBinning::CancelState state(&query);
   EXPECT_FALSE(state.IsCancelled());
   EXPECT_FALSE(state.IsCancelled());
   EXPECT_TRUE(state.IsCancelled());
   EXPECT_TRUE(state.IsCancelled());
   EXPECT_TRUE(state.IsCancelled());
-  EXPECT_EQ(query.Asked(), 3);
+  EXPECT_EQ(query.Asked(), 3U);
 }
 
 TEST(CancelStateTest, CancelNeedsNoQuestion) {
-  CountingQuery query(100);
+  CountingQuery query;
   MCBinning::CancelState state(&query);
   state.Cancel();
   EXPECT_TRUE(state.IsCancelled());
-  EXPECT_EQ(query.Asked(), 0);
+  EXPECT_EQ(query.Asked(), 0U);
 }
 
 TEST(CancelStateTest, ReplacingTheQueryKeepsTheAnswer) {
-  CountingQuery yes(0);
-  CountingQuery no(100);
+  CountingQuery yes(1);
+  CountingQuery no;
   MCBinning::CancelState state(&no);
   EXPECT_FALSE(state.IsCancelled());
   state.SetQuery(&yes);
