@@ -51,12 +51,12 @@ std::string targetText(const Model& model) {
   const char* separator = " ";
   for (std::size_t c = 0; c < target.categories.size(); ++c) {
     text +=
-        fmt::format("{}{} {} ({})", separator, onOneLine(target.categories[c]),
+        fmt::format("{}{} ({}, {})", separator, onOneLine(target.categories[c]),
                     weightText(target.classWeights[c]), shareText(target.classWeights[c], total));
     separator = ", ";
   }
   if (target.missingWeight != 0.0) {
-    text += fmt::format(", missing {} ({})", weightText(target.missingWeight),
+    text += fmt::format(", missing ({}, {})", weightText(target.missingWeight),
                         shareText(target.missingWeight, total));
   }
   return text + "\n";
@@ -147,10 +147,9 @@ std::string overviewText(const Model& model) {
          rankingTable(model).Text(2);
 }
 
-std::string attributeSummary(const AttributeModel& attribute) {
-  std::string text =
-      fmt::format("{}: {}, {}", onOneLine(attribute.name), plural(attribute.bins.size(), "bin"),
-                  plural(attribute.distinctValues, "distinct value"));
+std::string binningSummary(const AttributeModel& attribute) {
+  std::string text = fmt::format("{}, {}", plural(attribute.bins.size(), "bin"),
+                                 plural(attribute.distinctValues, "distinct value"));
   if (attribute.entropyBefore && attribute.entropyAfter) {
     text += fmt::format(", entropy {} before, {} after, gain {}",
                         fixedNumber(*attribute.entropyBefore, kEntropyDigits),
@@ -158,6 +157,10 @@ std::string attributeSummary(const AttributeModel& attribute) {
                         fixedNumber(attribute.InformationGain(), kEntropyDigits));
   }
   return text;
+}
+
+std::string attributeSummary(const AttributeModel& attribute) {
+  return onOneLine(attribute.name) + ": " + binningSummary(attribute);
 }
 
 std::string attributeText(const Model& model, const AttributeModel& attribute) {

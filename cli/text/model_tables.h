@@ -18,7 +18,10 @@ TextTable binTable(const Model& model, const AttributeModel& attribute);
 /// What was fitted, as lines: data, cases, weight, target.
 std::string summaryText(const Model& model);
 
-/// One attribute in a line: bins, distinct values, entropies.
+/// How an attribute was cut: bins, distinct values, entropies.
+std::string binningSummary(const AttributeModel& attribute);
+
+/// The same behind the name of the attribute.
 std::string attributeSummary(const AttributeModel& attribute);
 
 /// What was fitted, and the attributes ranked by information gain.

@@ -51,7 +51,7 @@ class Tables(ProgramTest):
         self.assertEqual(
             self.succeed("export", "model.json", "--to", "markdown").stdout,
             "Supervised binning of d.csv: 20 cases, 20 used\n"
-            "Target t: x< 10 (50.0%), y 10 (50.0%)\n"
+            "Target t: x< (10, 50.0%), y (10, 50.0%)\n"
             "\n## Attributes by information gain\n\n"
             "| # | attribute | bins | distinct | min | max | entropy before | after | gain | remark |\n"
             "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: | ---: | --- |\n"
