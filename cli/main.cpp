@@ -74,5 +74,6 @@ int main(int argc, char** argv) {
   mcbin::addApplyCommand(program);
   mcbin::addShowCommand(program);
   mcbin::addExportCommand(program);
+  mcbin::addReportCommand(program);
   return parseAndRun(program, argc, argv);
 }

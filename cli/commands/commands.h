@@ -14,6 +14,7 @@ void addFitCommand(CLI::App& program);
 void addApplyCommand(CLI::App& program);
 void addShowCommand(CLI::App& program);
 void addExportCommand(CLI::App& program);
+void addReportCommand(CLI::App& program);
 
 /// The examples that end the help of a command, as shown and as tested.
 inline constexpr const char* kExamplesHeading = "Examples:\n";

@@ -23,6 +23,10 @@ class TextTable {
   /// The same as a Markdown table.
   std::string Markdown() const;
 
+  /// The header, then the rows.
+  const std::vector<std::vector<std::string>>& Rows() const { return rows_; }
+  Align AlignOf(std::size_t column) const { return aligns_.at(column); }
+
  private:
   std::vector<std::vector<std::string>> rows_;
   std::vector<Align> aligns_;
