@@ -28,16 +28,19 @@ class BoundaryPass {
         cutPoints_(cutPoints),
         binWeights_(binWeights) {}
 
-  double Target(double percentage) const {
+  // The weight at which the bin of that number, from 0, ends.
+  double TargetOf(int bin, int numberOfBins) const {
+    const double percentage = std::min(100.0, (bin + 1) * (100.0 / numberOfBins));
     return std::fabs(percentage - 100.0) <= kPercentageTolerance
                ? totalWeight_
                : percentage / 100.0 * totalWeight_;
   }
 
+  bool HasReached(double target) const { return cumulative_ >= target; }
+
   // The rows read so far already reach the target and end at the last cut point.
   bool RepeatsLastCutPoint(double target) const {
-    return cumulative_ >= target && !cutPoints_.empty() &&
-           ValueBefore(position_) == cutPoints_.back();
+    return HasReached(target) && !cutPoints_.empty() && ValueBefore(position_) == cutPoints_.back();
   }
 
   // Reads on to the target and returns the boundary there; appends the weight of the bin that ends.
@@ -132,11 +135,25 @@ bool canBeCut(const SortedRows& table, int numberOfBins, double totalWeight) {
   return numberOfBins >= 1 && table.Size() != 0 && totalWeight > 0.0;
 }
 
+// The first step from `step` on whose target lies beyond the rows read so far.
+int firstStepBeyond(const BoundaryPass& pass, int step, int numberOfBins) {
+  int end = numberOfBins;
+  while (step < end) {
+    const int middle = step + (end - step) / 2;
+    if (pass.HasReached(pass.TargetOf(middle, numberOfBins))) {
+      step = middle + 1;
+    } else {
+      end = middle;
+    }
+  }
+  return step;
+}
+
 void findBoundaries(int numberOfBins, BoundaryPass pass, std::vector<double>& cutPoints) {
-  const double step = 100.0 / numberOfBins;
-  for (int i = 0; i < numberOfBins; ++i) {
-    const double target = pass.Target(std::min(100.0, (i + 1) * step));
+  for (int i = 0; i < numberOfBins;) {
+    const double target = pass.TargetOf(i, numberOfBins);
     if (pass.RepeatsLastCutPoint(target)) {
+      i = firstStepBeyond(pass, i + 1, numberOfBins);  // those before it repeat it too
       continue;
     }
     const double boundary = pass.FindBoundary(target);
@@ -144,6 +161,7 @@ void findBoundaries(int numberOfBins, BoundaryPass pass, std::vector<double>& cu
     if (!isLast && (cutPoints.empty() || boundary != cutPoints.back())) {
       cutPoints.push_back(boundary);
     }
+    ++i;
   }
 }
 

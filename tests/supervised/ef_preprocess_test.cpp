@@ -212,6 +212,13 @@ TEST(EFPreProcessTest, InfiniteTotalEnds) {
   EXPECT_TRUE(cutTriples(rows, 3, true).done);
 }
 
+TEST(EFPreProcessTest, FarMoreBinsThanValuesCostNoTimeOfTheirOwn) {
+  constexpr int kMost = std::numeric_limits<int>::max();
+  expectCuts(cutPairs(rowsOf({1, 2, 3}), kMost, true), {1, 2}, {1, 1, 1});
+  expectCuts(cutPairs(rowsOf({1, 2, 3}), kMost, false), {2, 3}, {1, 1, 1});
+  expectCuts(cutTriples(rowsOf({1, 2, 3}), kMost, true), {1, 2, 3}, {});
+}
+
 TEST(EFPreProcessTest, OneObjectServesManyTables) {
   BINEFPreProcess preProcess(2, true);
   const SortedRows first(rowsOf({1, 2, 3, 4}));
