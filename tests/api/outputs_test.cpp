@@ -385,6 +385,8 @@ TEST(OutputsTest, SlotOrder) {
   using mcbinning_tests::VirtualSlot;
   EXPECT_EQ(VirtualSlot(&BINOutput::Display), 1U);
   EXPECT_EQ(VirtualSlot(&EFBINOutput::Display), 1U);
+  EXPECT_EQ(VirtualSlot(&BINAttributeTargetResults::Display), mcbinning_tests::kBeforeSlot0);
+  EXPECT_EQ(VirtualSlot(&BINAttributeResults::Display), mcbinning_tests::kBeforeSlot0);
   static_assert(std::has_virtual_destructor_v<BINOutput>);
   static_assert(std::has_virtual_destructor_v<EFBINOutput>);
   using mcbinning_tests::kBeforeSlot0;
