@@ -62,15 +62,15 @@ class MCBINNING_API BINVarList {
 
   /// Declares one value of a variable user-missing: a string for a variable of
   /// StringCategoricalLevel, a number for one of any other level. False for a bad index, the wrong
-  /// kind of value, or a variable that already holds a definition of the other data type. True, and
-  /// nothing changed, when the variable refuses the kind of definition (a numeric one for a
-  /// categorical variable with a string encoder).
+  /// kind of value, or a variable that already holds a definition of the other data type or of a
+  /// class of the host's own. True, and nothing changed, when the variable refuses the kind of
+  /// definition (a numeric one for a categorical variable with a string encoder).
   bool AddDiscreteUserMissing(int index, const std::string& value, const std::string& label);
   bool AddDiscreteUserMissing(int index, double value, const std::string& label);
 
   /// Declares the closed interval [low, high] user-missing; a refusal by the variable is answered
   /// as above. False for a bad index, a variable of StringCategoricalLevel, one that already has an
-  /// interval (it stays) or one that holds a string definition.
+  /// interval (it stays) or one that holds a string definition or one of a class of the host's own.
   bool SetMissingInterval(int index, double low, double high);
 
   /// The index of the first variable of that name, -1 when there is none.

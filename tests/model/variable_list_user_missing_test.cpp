@@ -13,6 +13,7 @@ namespace {
 
 using mcbinning_tests::CountingStringUserMissing;
 using mcbinning_tests::DisplayOf;
+using mcbinning_tests::ForeignUserMissing;
 using mcbinning_tests::UserMissingCount;
 
 constexpr auto kAttribute = IBINVariable::AttributeRole;
@@ -68,6 +69,15 @@ TEST(VariableListUserMissingTest, ADefinitionOfTheOtherTypeIsNotTouched) {
   EXPECT_FALSE(list.SetMissingInterval(0, 1.0, 2.0));
   EXPECT_EQ(list.GetVarAt(0)->GetUserMissingInfo()->GetNDiscreteValues(), 0);
   EXPECT_EQ(count.destroyed, 0);
+}
+
+TEST(VariableListUserMissingTest, AHostsOwnDefinitionIsNotTouched) {
+  BINVarList list = MakeList();
+  auto* foreign = new ForeignUserMissing(IBINUserMissing::NumericData);
+  ASSERT_TRUE(list.GetVarAt(0)->SetUserMissingInfo(foreign));
+  EXPECT_FALSE(list.AddDiscreteUserMissing(0, 9.0, "nine"));
+  EXPECT_FALSE(list.SetMissingInterval(0, 1.0, 2.0));
+  EXPECT_EQ(list.GetVarAt(0)->GetUserMissingInfo(), foreign);
 }
 
 TEST(VariableListUserMissingTest, ASecondMissingIntervalIsRefused) {
