@@ -7,7 +7,7 @@
 
 namespace MCBinning {
 
-#define MCBINNING_COUNT_ACCESSOR(name) +1
+#define MCBINNING_COUNT_ACCESSOR(name) +1  // NOLINT(bugprone-macro-parentheses): a sum is built
 inline constexpr int kNCommonBlocks = 0 VORLWCOM_COMMON_BLOCK_ACCESSORS(MCBINNING_COUNT_ACCESSOR);
 #undef MCBINNING_COUNT_ACCESSOR
 
