@@ -8,8 +8,8 @@ class App;
 
 namespace mcbin {
 
-/// Each adds its command; when the command line names it, it runs at the end of parsing. It throws the
-/// errors of errors.h.
+/// Each adds its command; when the command line names it, it runs at the end of parsing. It throws
+/// the errors of errors.h.
 void addFitCommand(CLI::App& program);
 void addApplyCommand(CLI::App& program);
 void addShowCommand(CLI::App& program);

@@ -27,8 +27,7 @@ Outcome search(const CandidateTable& table) {
 
 Outcome searchRows(const std::vector<SortedRows::Row>& rows, std::size_t nCategories,
                    bool rightBorderClosed = true) {
-  return search(
-      CandidateTable::FromRows(SortedRows(rows), nCategories, rightBorderClosed));
+  return search(CandidateTable::FromRows(SortedRows(rows), nCategories, rightBorderClosed));
 }
 
 Outcome searchPreBins(const std::vector<double>& boundaries, const std::vector<double>& counts,

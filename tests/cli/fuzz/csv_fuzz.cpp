@@ -1,7 +1,7 @@
 // Reads any bytes as separated text, twice: nothing but a DataError may come of it, both passes
 // must agree, and every row must have as many cells as there are columns.
-#include "errors.h"
-#include "input/csv_reader.h"
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <cstdlib>
@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include <sys/mman.h>
-#include <unistd.h>
+#include "errors.h"
+#include "input/csv_reader.h"
 
 namespace {
 

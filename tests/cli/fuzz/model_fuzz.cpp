@@ -1,11 +1,11 @@
 // Reads any bytes as a model: nothing but a DataError may come of it, and what is a model is
 // written and read again to the same bytes.
-#include "errors.h"
-#include "model/model_json.h"
-
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+
+#include "errors.h"
+#include "model/model_json.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(bytes), size);
