@@ -1,0 +1,59 @@
+#include "data/value_counts.h"
+
+#include <gtest/gtest.h>
+#include <mccomvor/missing_value.h>
+
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace {
+
+using MCBinning::CaseColumns;
+using MCBinning::KeyOf;
+using MCBinning::PackedRow;
+using MCBinning::RowCounts;
+using MCBinning::ValueCounts;
+
+TEST(ValueCountsTest, CountsTheWeightOfEachCategoryPerValue) {
+  const std::vector<double> values{3, -1, 3, MCMV::gMissingValue, 3, -0.0};
+  const std::vector<std::uint16_t> codes{1, 0, 0, 0, 1, 1};
+  const std::vector<double> weights{2, 1, 5, 9, 3, 4};
+  ValueCounts counts(2);
+  ASSERT_TRUE(counts.Count({values, codes.data(), weights.data()}));
+  std::vector<PackedRow> rows(6);
+  const RowCounts written = counts.WriteRows(rows.data());
+  EXPECT_EQ(written.distinctValues, 3U);
+  ASSERT_EQ(written.rows, 4U);
+  const PackedRow expected[] = {
+      {KeyOf(-1), 1, 0}, {KeyOf(0), 4, 1}, {KeyOf(3), 5, 0}, {KeyOf(3), 5, 1}};
+  for (std::size_t row = 0; row < 4; ++row) {
+    EXPECT_EQ(rows[row].key, expected[row].key) << row;
+    EXPECT_EQ(rows[row].weight, expected[row].weight) << row;
+    EXPECT_EQ(rows[row].code, expected[row].code) << row;
+  }
+}
+
+TEST(ValueCountsTest, GivesUpWhenValuesAreMany) {
+  std::vector<double> values;
+  for (int i = 0; i < 5000; ++i) {
+    values.push_back(i);
+  }
+  EXPECT_FALSE(ValueCounts(1).Count({values}));
+  values.resize(4096);
+  EXPECT_TRUE(ValueCounts(1).Count({values}));
+  EXPECT_FALSE(ValueCounts(256).Count({values}));  // the counts of all categories must fit as well
+}
+
+TEST(ValueCountsTest, GivesUpAtNaN) {
+  const std::vector<double> values{1, std::numeric_limits<double>::quiet_NaN()};
+  EXPECT_FALSE(ValueCounts(1).Count({values}));
+}
+
+TEST(ValueCountsTest, NoCasesMakeNoRows) {
+  ValueCounts counts(2);
+  EXPECT_TRUE(counts.Count({}));
+  EXPECT_EQ(counts.WriteRows(nullptr).rows, 0U);
+}
+
+}  // namespace
