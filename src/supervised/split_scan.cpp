@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kRounding = 0x1p-53;  // of one operation, relative
-constexpr std::size_t kFewCandidates = 16;
+constexpr std::size_t kFewCandidates = 8;
 
 /// x log2 x, which is 0 at 0.
 double xLogX(double x) { return x > 0.0 ? x * std::log2(x) : 0.0; }
@@ -75,7 +75,7 @@ void SplitScan::Search(const Border& begin, const Border& end, std::size_t depth
     }
   }
   FillTerms(middle);
-  if (IsExamined(middle.at - 1)) {
+  if (IsExamined(middle.at - 1) && !(LeastEntropy(middle, middle) > best_.entropy)) {
     Evaluate(middle.at - 1, middle.counts);
   }
   const double leastLeft = LeastEntropy(begin, middle);
@@ -122,17 +122,21 @@ double SplitScan::LeastEntropy(const Border& begin, const Border& end) const {
   const double middleLeft = (from.left[0] + to.left[0]) / 2.0 / weight_;
   const double middleRight = (from.right[0] + to.right[0]) / 2.0 / weight_;
   const double slope = std::log2(middleLeft) - std::log2(middleRight);
+  const double slopeOfCount = slope / weight_;
   double least = xLogX(middleLeft) + xLogX(middleRight) - slope * middleLeft;
   bool isBounded = true;
   for (std::size_t category = 1; category < from.left.size(); ++category) {
-    if (from.right[category] / from.right[0] < 0.0 && to.right[0] > 0.0) {
+    if (from.right[category] < 0.0 && from.right[category] / from.right[0] < 0.0 &&
+        to.right[0] > 0.0) {
       return kInfinity;  // counts only fall, so the logarithm of this share stays NaN
     }
     isBounded = isBounded && !(to.right[category] < 0.0);
-    least += std::min(slope * (from.left[category] / weight_) - begin.terms[category - 1],
-                      slope * (to.left[category] / weight_) - end.terms[category - 1]);
+    least += std::min(slopeOfCount * from.left[category] - begin.terms[category - 1],
+                      slopeOfCount * to.left[category] - end.terms[category - 1]);
   }
-  return isBounded ? least - Slack(begin, end, slope) : std::numeric_limits<double>::quiet_NaN();
+  // A bound without limit comes of a quotient that overflowed.
+  return isBounded && std::isfinite(least) ? least - Slack(begin, end, slope)
+                                           : std::numeric_limits<double>::quiet_NaN();
 }
 
 /// Most by which rounding can lift the computed bound above a computed entropy.
