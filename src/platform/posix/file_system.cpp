@@ -34,13 +34,26 @@ std::string directoryHolding(const std::string& name) {
   return separator == std::string::npos ? "." : name.substr(0, separator + 1);
 }
 
-/// `writable` is the state of a name in a directory that lets this process create files.
-NameState stateInDirectory(const std::string& directory, NameState writable) {
+bool exists(const std::string& name) {
+  struct stat state {};
+  return ::lstat(name.c_str(), &state) == 0;
+}
+
+/// The state of a name that nothing has.
+NameState stateInDirectory(const std::string& directory) {
   // The effective user counts, since that is who creates the files.
   if (::faccessat(AT_FDCWD, directory.c_str(), W_OK | X_OK, AT_EACCESS) == 0) {
-    return writable;
+    return NameState::Free;
   }
-  return errno == ENOENT || errno == ENOTDIR ? NameState::NoDirectory : NameState::DirectoryRefused;
+  switch (errno) {
+    case ENOENT:
+    case ENOTDIR:
+    case ELOOP:         // links that lead nowhere but to each other
+    case ENAMETOOLONG:  // no directory can have such a name
+      return NameState::NoDirectory;
+    default:
+      return NameState::DirectoryRefused;
+  }
 }
 
 class PosixFileSystem final : public FileSystem {
@@ -52,21 +65,11 @@ class PosixFileSystem final : public FileSystem {
       ::close(descriptor);
       return NameState::Taken;
     }
-    switch (errno) {
-      case ENOTDIR:
-        return NameState::NoDirectory;
-      case EMFILE:
-      case ENFILE:
-        return NameState::TooManyOpenFiles;
-      case EACCES:
-      case EPERM:
-        return stateInDirectory(directoryHolding(name), NameState::Taken);
-      case ELOOP:
-      case ENXIO:
-        return NameState::Taken;
-      default:
-        return stateInDirectory(directoryHolding(name), NameState::Free);
+    if (errno == EMFILE || errno == ENFILE) {
+      return NameState::TooManyOpenFiles;
     }
+    // What cannot be opened may be there all the same: a link, a socket, a file that is shut.
+    return exists(name) ? NameState::Taken : stateInDirectory(directoryHolding(name));
   }
 
   CreateResult Create(const std::string& name, FileHandle& file) override {

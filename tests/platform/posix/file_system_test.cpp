@@ -81,6 +81,13 @@ TEST_F(PosixFileSystemTest, AFileThatMayNotBeReadIsATakenName) {
 TEST_F(PosixFileSystemTest, ADirectoryThatIsNotThereOrIsNoneIsReported) {
   EXPECT_EQ(files().Probe(Name("missing/a")), NameState::NoDirectory);
   EXPECT_EQ(files().Probe(MakeFile("file") + "/a"), NameState::NoDirectory);
+  EXPECT_EQ(files().Probe(Name(std::string(5000, 'x') + "/a")), NameState::NoDirectory);
+}
+
+TEST_F(PosixFileSystemTest, ALinkThatLeadsToItselfIsNoDirectoryAndNoNameInItTaken) {
+  std::filesystem::create_symlink(Name("circle"), Name("circle"));
+  EXPECT_EQ(files().Probe(Name("circle/a")), NameState::NoDirectory);
+  EXPECT_EQ(files().Probe(Name("circle")), NameState::Taken);
 }
 
 TEST_F(PosixFileSystemTest, ADirectoryThatMayNotBeWrittenIsRefused) {
