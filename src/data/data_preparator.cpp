@@ -69,8 +69,13 @@ BINDataPreparator::BINDataPreparator(const std::string& tempDirName, ProgressLis
       varList_(varList),
       files_(files),
       columnFiles_(tempDirName, cancelState, files),
-      variableIndex_(static_cast<std::size_t>(varList.Size()), -1) {
+      variableIndex_(static_cast<std::size_t>(varList.Size()), -1),
+      nAttributes_(varList.GetNumAttributeVars()) {
   const int size = static_cast<int>(variableIndex_.size());
+  for (int variable = 0; variable < size; ++variable) {
+    levels_.push_back(varList.GetVarAt(variable)->GetMeasureLevel());
+    roles_.push_back(varList.GetVariableRole(variable));
+  }
   const int target = varList.GetTargetIndex();
   hasTarget_ = target >= 0 && target < size;
   if (hasTarget_) {
@@ -85,10 +90,9 @@ BINDataPreparator::BINDataPreparator(const std::string& tempDirName, ProgressLis
   }
   firstInput_ = columns_.size();
   for (int variable = 0; variable < size; ++variable) {
-    if (GetColumnOf(variable) < 0 &&
-        varList.GetVariableRole(variable) == IBINVariable::AttributeRole) {
-      const auto level = varList.GetVarAt(variable)->GetMeasureLevel();
-      AddColumn(variable, level != IBINVariable::ContinuousLevel);
+    const auto index = static_cast<std::size_t>(variable);
+    if (variableIndex_[index] < 0 && roles_[index] == IBINVariable::AttributeRole) {
+      AddColumn(variable, levels_[index] != IBINVariable::ContinuousLevel);
     }
   }
   for (std::size_t column = firstInput_; column < columns_.size(); ++column) {
@@ -308,7 +312,7 @@ void BINDataPreparator::Display(std::ostream& os) const {
   os << "\tPossible inputs used? ";
   os << "\tOriginal record size = " << columns_.size() << std::endl;
   os << "\tProcessed record size = " << columns_.size() << std::endl;
-  os << "\tInput-only record size = " << varList_.GetNumAttributeVars() << std::endl;
+  os << "\tInput-only record size = " << nAttributes_ << std::endl;
   os << "\tFrequency weight original and new indices: " << weightIndex_ << "   "
      << (weightEncoder_ != nullptr ? 1 : 0) << std::endl;
   os << "\tVariable index: ";
@@ -319,14 +323,13 @@ void BINDataPreparator::Display(std::ostream& os) const {
   for (std::size_t column = firstInput_; column < columns_.size(); ++column) {
     os << columns_[column].variable << ' ';
   }
-  const int size = static_cast<int>(variableIndex_.size());
   os << std::endl << "\tVariable measurement levels: ";
-  for (int variable = 0; variable < size; ++variable) {
-    os << static_cast<int>(varList_.GetVarAt(variable)->GetMeasureLevel()) << ' ';
+  for (const auto level : levels_) {
+    os << static_cast<int>(level) << ' ';
   }
   os << std::endl << "\tVariable roles: ";
-  for (int variable = 0; variable < size; ++variable) {
-    os << static_cast<int>(varList_.GetVariableRole(variable)) << ' ';
+  for (const auto role : roles_) {
+    os << static_cast<int>(role) << ' ';
   }
   os << std::endl << std::endl;
   if (status_.IsOK()) {

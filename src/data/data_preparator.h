@@ -63,7 +63,8 @@ class BINDataPreparator {
 
   MCBinning::FileSystem& GetFileSystem() const { return files_; }
 
-  /// One file name per column; empty before a pass and after one that failed.
+  /// One file name per column, itself empty for a column whose file could not be made by the last
+  /// flush; no names before a pass and after one that failed.
   const std::vector<std::string>& GetFileNames() const { return columnFiles_.Names(); }
 
   int GetNumberOfColumns() const { return static_cast<int>(columns_.size()); }
@@ -94,6 +95,7 @@ class BINDataPreparator {
 
   std::uint32_t GetNumberOfCasesUsed() const { return casesUsed_; }
 
+  /// Writes the layout, as it was at construction, and the list, as it is now.
   void Display(std::ostream& os) const;
 
  private:
@@ -134,6 +136,9 @@ class BINDataPreparator {
   MCBinning::FileSystem& files_;
   MCBinning::ColumnFiles columnFiles_;
   std::vector<int> variableIndex_;
+  std::vector<IBINVariable::MeasureLevel> levels_;
+  std::vector<IBINVariable::VariableRole> roles_;
+  int nAttributes_;
   std::vector<Column> columns_;
   bool hasTarget_ = false;
   int weightIndex_ = -1;

@@ -497,6 +497,17 @@ TEST(DataPreparatorDisplayTest, ShowsTheLayoutAndTheStatus) {
   EXPECT_EQ(display(run.preparator), head + "\tStatus has error code 120012\n" + display(list));
 }
 
+TEST(DataPreparatorDisplayTest, TheLayoutStaysWhenTheListChanges) {
+  BINVarList list;
+  addScale(list, "a");
+  addCategorical(list, "c", IBINVariable::AttributeRole);
+  const TableRun run(list, {});
+  const std::string before = display(run.preparator);
+  const std::string head = before.substr(0, before.size() - display(list).size());
+  ASSERT_TRUE(list.RemoveVar(0));
+  EXPECT_EQ(display(run.preparator), head + display(list));
+}
+
 TEST(DataPreparatorDisplayTest, WithoutAWeightTheIndexIsMinusOneAndTheFlag0) {
   BINVarList list;
   addScale(list, "a");
