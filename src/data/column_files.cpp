@@ -34,6 +34,11 @@ MCStatus ColumnFiles::SetUp(std::size_t columns) {
   names_.assign(columns, std::string());
   created_.assign(columns, false);
   tick_ = static_cast<unsigned long>(ReadClock());
+  if (prefix_.find('\0') != std::string::npos) {
+    // The system would stop reading there, find the directory that stands before it under every
+    // name, and the search would never end.
+    return MCStatus(120001, false);
+  }
   MCStatus status;
   for (std::size_t column = 0; column < columns && status.IsOK(); ++column) {
     status = ChooseName(names_[column]);
@@ -71,7 +76,19 @@ MCStatus ColumnFiles::Flush(ColumnBuffer& buffer) {
     status = Append(column, buffer.Values(column), buffer.Count(column));
   }
   buffer.Reset();
+  if (!status.IsOK()) {
+    ForgetUnusedNames();
+  }
   return status;
+}
+
+/// Somebody else may have a file under a name that was chosen and not used.
+void ColumnFiles::ForgetUnusedNames() {
+  for (std::size_t column = 0; column < names_.size(); ++column) {
+    if (!created_[column]) {
+      names_[column].clear();
+    }
+  }
 }
 
 MCStatus ColumnFiles::OpenToAppend(std::size_t column, FileHandle& file) {

@@ -25,26 +25,30 @@ class ColumnFiles {
   ~ColumnFiles();
 
   /// Removes the earlier files and chooses a free name for each of `columns` columns; creates
-  /// nothing. Errors: 120001 the directory does not exist, 120021 it may not be used or too many
-  /// files are open, 1 the run was cancelled when a name turned out to be taken.
+  /// nothing. Errors: 120001 the directory does not exist (none has a name with a zero byte in it),
+  /// 120021 it may not be used or too many files are open, 1 the run was cancelled when a name
+  /// turned out to be taken.
   MCStatus SetUp(std::size_t columns);
 
   /// Appends what the buffer holds to the files, a column without values included, and resets the
-  /// buffer. Error 120021 when a file cannot be opened or does not take every byte; the files are
-  /// then of no use.
+  /// buffer. Error 120021 when a file cannot be opened or does not take every byte, or an error of
+  /// SetUp() when a name turned out to be taken and another had to be found. A file that was not
+  /// reached ends early; a column that has no file then has an empty name.
   MCStatus Flush(ColumnBuffer& buffer);
 
   /// Removes the files and, once all are gone, forgets the names. A file that cannot be removed is
   /// tried again by the next Remove(), SetUp() or the destructor.
   void Remove() noexcept;
 
-  /// One name per column, in column order; a column's file exists after the first flush.
+  /// One name per column, in column order; after the first flush every name that is not empty is
+  /// that of a file of this object.
   const std::vector<std::string>& Names() const { return names_; }
 
  private:
   MCStatus ChooseName(std::string& name);
   MCStatus OpenToAppend(std::size_t column, FileHandle& file);
   MCStatus Append(std::size_t column, const double* values, std::size_t count);
+  void ForgetUnusedNames();
 
   std::string prefix_;
   CancelState& cancelState_;

@@ -5,8 +5,10 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <limits>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "support/table_run.h"
@@ -492,6 +494,34 @@ TEST(AttributeTableTest, WhatTheLastFlushLostGives3ForThePairsThatNeedIt) {
   EXPECT_TRUE(run.table.BuildSupervisedTable(0, 2, &rows).IsOK());
   EXPECT_EQ(run.table.BuildSupervisedTable(1, 2, &rows), error(3));
   EXPECT_TRUE(run.table.BuildUnsupervisedTable(0, &rows).IsOK());
+}
+
+TEST(AttributeTableTest, AFileThatSomebodyElseMadeUnderAnUnusedNameIsNotRead) {
+  BINVarList list;
+  addScale(list, "a");
+  addScale(list, "b");
+  addTarget(list);
+  TableRun run(list, Rows(2, {1, 2, 1}));
+  run.files.FailAt(FileOperation::Create, 2);
+  std::vector<std::string> names;
+  run.files.SetHook([&](FileOperation operation, const std::string& name) {
+    if (operation == FileOperation::Probe) {
+      names.push_back(name);
+    }
+  });
+  ASSERT_TRUE(run.table.Prepare().IsOK());
+  ASSERT_EQ(names.size(), 3U);
+  for (const std::size_t column : {1U, 2U}) {
+    std::ofstream(names[column]) << std::string(2 * sizeof(double), 'x');
+  }
+  testing::internal::CaptureStdout();
+  const SortedRows* rows = nullptr;
+  EXPECT_EQ(run.table.BuildSupervisedTable(0, 2, &rows), error(3));
+  EXPECT_EQ(run.table.BuildSupervisedTable(1, 2, &rows), error(3));
+  testing::internal::GetCapturedStdout();
+  for (const std::size_t column : {1U, 2U}) {
+    EXPECT_TRUE(std::filesystem::remove(names[column]));
+  }
 }
 
 /// Rows (value, code) with the weights 1, 2, 4, ...

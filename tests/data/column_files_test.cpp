@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -218,6 +219,17 @@ TEST_F(ColumnFilesTest, ADirectoryThatIsNotThereGives120001) {
   directory_.Clear();
 }
 
+TEST_F(ColumnFilesTest, ADirectoryNameWithAZeroByteGives120001AndIsNotSearched) {
+  files_.SetHook([this](FileOperation, const std::string&) {
+    if (files_.Calls(FileOperation::Probe) > 10) {
+      throw std::runtime_error("the search does not end");
+    }
+  });
+  ColumnFiles columns(directory_.Path() + std::string(1, '\0'), cancel_, files_);
+  EXPECT_EQ(columns.SetUp(1), error(120001));
+  EXPECT_EQ(files_.Calls(FileOperation::Probe), 0U);
+}
+
 TEST_F(ColumnFilesTest, TooManyOpenFilesGive120021) {
   files_.FailProbeWith(NameState::TooManyOpenFiles);
   files_.FailAt(FileOperation::Probe, 2);
@@ -284,6 +296,17 @@ TEST_F(ColumnFilesTest, ANameTakenAtTheFlushCanEndInTheErrorsOfTheSearch) {
   ASSERT_TRUE(buffer.Allocate(1, 10));
   EXPECT_EQ(columns.Flush(buffer), error(120021));
   RemoveTheirs();
+}
+
+TEST_F(ColumnFilesTest, AFlushThatFailsForgetsTheNamesThatItDidNotUse) {
+  files_.FailAt(FileOperation::Create, 2);
+  ColumnFiles columns(directory_.Path(), cancel_, files_);
+  ASSERT_TRUE(columns.SetUp(3).IsOK());
+  const std::string first = columns.Names()[0];
+  ColumnBuffer buffer;
+  ASSERT_TRUE(buffer.Allocate(3, 10));
+  EXPECT_EQ(columns.Flush(buffer), error(120021));
+  EXPECT_EQ(columns.Names(), (std::vector<std::string>{first, "", ""}));
 }
 
 TEST_F(ColumnFilesTest, AFullDiskGives120021) {
