@@ -16,9 +16,6 @@ void addShowCommand(CLI::App& program);
 void addExportCommand(CLI::App& program);
 void addReportCommand(CLI::App& program);
 
-/// The examples that end the help of a command, as shown and as tested.
-inline constexpr const char* kExamplesHeading = "Examples:\n";
-
 }  // namespace mcbin
 
 #endif

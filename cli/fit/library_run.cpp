@@ -142,8 +142,6 @@ void takeRecord(const BINAttributeResults& record, AttributeModel& attribute) {
   }
 }
 
-void checkFactory(const MCBinning::MCStatus& status) { throwIfRunFailed(status); }
-
 void checkRun(const CaseFeed& feed, const MCBinning::MCStatus& status) {
   feed.RethrowFailure();
   throwIfInterrupted();
@@ -165,7 +163,7 @@ void runSupervised(CaseFeed& feed, MCQueryCancel& query, ProgressListener* liste
           "the threshold of small bins");
   BINFactory factory;
   const std::unique_ptr<IBINAlgorithm> algorithm(factory.CreateBINAlgorithm(settings, variables));
-  checkFactory(factory.GetStatus());
+  throwIfRunFailed(factory.GetStatus());
   model.library = algorithm->GetVersion();
   checkRun(feed, algorithm->Run(feed, nullptr, nullptr));
   std::vector<BINAttributeTargetResults> records;
@@ -183,7 +181,7 @@ void runEqualFrequency(CaseFeed& feed, MCQueryCancel& query, ProgressListener* l
   EFBINFactory factory;
   const std::unique_ptr<IEFBINAlgorithm> algorithm(
       factory.CreateEFBINAlgorithm(settings, variables));
-  checkFactory(factory.GetStatus());
+  throwIfRunFailed(factory.GetStatus());
   model.library = algorithm->GetVersion();
   checkRun(feed, algorithm->Run(feed, nullptr));
   std::vector<BINAttributeResults> records;
