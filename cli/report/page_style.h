@@ -55,6 +55,10 @@ tbody th{font-weight:600}
  body{max-width:none;padding:0;font-size:10pt}
  a{color:inherit;text-decoration:none}
  .wide{overflow:visible}
+ table{font-size:7.5pt}
+ th,td{padding:.1rem .25rem}
+ td.left{min-width:0}
+ th span{max-width:11rem}
  .up{display:none}
  h2,.note{break-after:avoid}
  figure,tr{break-inside:avoid}
