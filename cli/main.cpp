@@ -26,8 +26,9 @@ void printError(const std::string& message) {
 
 int usageError(const CLI::App& program, const std::string& message) {
   std::string command = "mcbin";
-  for (const CLI::App* subcommand : program.get_subcommands())
+  for (const CLI::App* subcommand : program.get_subcommands()) {
     command += " " + subcommand->get_name();
+  }
   printError(message + "\nSee " + command + " --help.");
   return ExitCode::kUsageError;
 }
@@ -43,24 +44,10 @@ int parseAndRun(CLI::App& program, int argc, char** argv) {
     return usageError(program, mcbin::parseErrorText(program, error));
   } catch (const mcbin::UsageError& error) {
     return usageError(program, error.what());
-  } catch (const mcbin::Interrupted& interrupted) {
-    printError("interrupted");
-    return kSignalExitBase + interrupted.signal;
-  } catch (const mcbin::DataError& error) {
-    printError(error.what());
-    return ExitCode::kDataError;
-  } catch (const std::bad_alloc&) {
-    printError("out of memory");
-    return ExitCode::kInternalError;
-  } catch (const std::exception& error) {
-    printError(std::string("internal error: ") + error.what());
-    return ExitCode::kInternalError;
   }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   mcbin::catchInterrupts();
   CLI::App program(
       "Cuts scale columns of a table into bins that separate the categories of a "
@@ -76,4 +63,24 @@ int main(int argc, char** argv) {
   mcbin::addExportCommand(program);
   mcbin::addReportCommand(program);
   return parseAndRun(program, argc, argv);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const mcbin::Interrupted& interrupted) {
+    printError("interrupted");
+    return kSignalExitBase + interrupted.signal;
+  } catch (const mcbin::DataError& error) {
+    printError(error.what());
+    return ExitCode::kDataError;
+  } catch (const std::bad_alloc&) {
+    printError("out of memory");
+    return ExitCode::kInternalError;
+  } catch (const std::exception& error) {
+    printError(std::string("internal error: ") + error.what());
+    return ExitCode::kInternalError;
+  }
 }

@@ -10,6 +10,7 @@ namespace mcbin {
 void keepAttributes(Model& model, const std::vector<std::string>& patterns) {
   if (patterns.empty()) return;
   std::vector<std::string> names;
+  names.reserve(model.attributes.size());
   for (const AttributeModel& attribute : model.attributes) names.push_back(attribute.name);
   std::set<std::size_t> chosen;
   for (const std::string& pattern : patterns) {
@@ -18,6 +19,7 @@ void keepAttributes(Model& model, const std::vector<std::string>& patterns) {
     }
   }
   std::vector<AttributeModel> kept;
+  kept.reserve(chosen.size());
   for (const std::size_t index : chosen) kept.push_back(std::move(model.attributes[index]));
   model.attributes = std::move(kept);
 }

@@ -55,6 +55,7 @@ std::string TextTable::Text(std::size_t indent) const {
   };
   addLine(rows_.front());
   std::vector<std::string> rule;
+  rule.reserve(widths.size());
   for (std::size_t width : widths) rule.emplace_back(width, '-');
   addLine(rule);
   for (std::size_t r = 1; r < rows_.size(); ++r) addLine(rows_[r]);
