@@ -10,7 +10,7 @@ import unittest
 
 from program import LOANS, MCBIN, ROOT, ProgramTest
 
-COMMANDS = ["fit", "apply", "show", "export"]
+COMMANDS = ["fit", "apply", "show", "export", "report"]
 FIT = ["fit", str(LOANS), "--target", "default", "--missing", "income=-1"]
 
 
