@@ -239,7 +239,7 @@ TEST_F(ColumnFilesTest, TooManyOpenFilesGive120021) {
 }
 
 TEST_F(ColumnFilesTest, ADirectoryThatMayNotBeUsedGives120021AtOnce) {
-  for (const mode_t mode : {0555, 0666, 0}) {
+  for (const mode_t mode : {0555U, 0666U, 0U}) {
     ASSERT_EQ(chmod(directory_.Path().c_str(), mode), 0);
     const mcbinning_tests::WithoutPrivileges limited;
     const std::size_t before = files_.Calls(FileOperation::Probe);

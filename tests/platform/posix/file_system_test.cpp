@@ -100,7 +100,7 @@ TEST_F(PosixFileSystemTest, ADirectoryThatMayNotBeWrittenIsRefused) {
 }
 
 TEST_F(PosixFileSystemTest, ADirectoryThatMayNotBeEnteredIsRefused) {
-  for (const mode_t mode : {0666, 0}) {
+  for (const mode_t mode : {0666U, 0U}) {
     ASSERT_EQ(chmod(directory_.Path().c_str(), mode), 0);
     {
       const WithoutPrivileges limited;
