@@ -139,6 +139,9 @@ TEST(EFBINAlgorithmTest, RefusedAttributesOfASelectionKeepTheirRecords) {
     EXPECT_EQ(records[i].GetMinimum(), 0.0);
     EXPECT_EQ(records[i].GetMaximum(), 0.0);
   }
+  BINAttributeResults record;
+  expectStatus(run->GetOutput()->GetAttributeCutPoints(-1, record), MCStatus(120013, false));
+  EXPECT_TRUE(record.GetStatus().IsOK());
 }
 
 TEST(EFBINAlgorithmTest, SelectionWithoutUsableAttributeIsRefusedAtOnce) {

@@ -111,6 +111,24 @@ TEST(BINAlgorithmTest, OneGoodPairRunsAndTheRefusedOnesAreFiledWithTheirCodes) {
   EXPECT_EQ(run.Algorithm().GetStatus(), MCStatus(120013, false));
 }
 
+TEST(BINAlgorithmTest, RefusedPairsWithImpossibleIndexesAreFoundAmongAllRecordsOnly) {
+  PairRun run(kSeparatedRows);
+  const std::vector<int> attributes = {0, -1, 1, 0};
+  const std::vector<int> targets = {1, 1, 1, -5};
+  EXPECT_EQ(run.Run(&attributes, &targets), kSomePairNotOK);
+  EXPECT_EQ(run.Results().size(), 4U);
+  const BINOutput& output = *run.Algorithm().GetOutput();
+  BINAttributeTargetResults record;
+  for (std::size_t i = 1; i < attributes.size(); ++i) {
+    EXPECT_EQ(output.GetAttributeTargetCutPoints(attributes[i], targets[i], record),
+              MCStatus(120013, false));
+  }
+  EXPECT_TRUE(record.GetStatus().IsOK());
+  std::vector<BINAttributeTargetResults> records;
+  EXPECT_EQ(output.GetAttributeCutPoints(-1, records), MCStatus(120013, false));
+  EXPECT_THAT(records, IsEmpty());
+}
+
 TEST(BINAlgorithmTest, AttributesAloneThatAreAllOutOfRangeStillRun) {
   PairRun run(kSeparatedRows);
   const std::vector<int> attributes = {-1, 2};
