@@ -130,7 +130,10 @@ TEST_F(PassCostTest, TheClockIsReadForReportsOnly) {
   GeneratedCases heard(40001);
   EXPECT_TRUE(Prepare(heard, &listener).IsOK());
   EXPECT_EQ(heard.clockReadingsLate - heard.clockReadingsEarly, 10U);
-  EXPECT_EQ(listener.indexes.size(), 40U);
+  ASSERT_EQ(listener.elapsed.size(), 40U);
+  for (std::size_t report = 0; report < listener.elapsed.size(); ++report) {
+    EXPECT_EQ(listener.elapsed[report], static_cast<double>(report + 1) / 1000.0);
+  }
 }
 
 TEST_F(PassCostTest, AColumnThatWasGivenUpIsNotAskedForAnyMore) {
