@@ -2,6 +2,7 @@
 #include <mccomvor/missing_value.h>
 
 #include <climits>
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -38,6 +39,12 @@ TEST(RoundEncoderTest, RoundsToTheClosest) {
   EXPECT_EQ(encoder.Encode(0.5), 1.0);
   EXPECT_EQ(encoder.Encode(0.4), MCMV::gMissingValue);
   EXPECT_EQ(encoder.Encode(-3.0), MCMV::gMissingValue);
+}
+
+TEST(RoundEncoderTest, TheClosestIsTheFloorOfTheSumWithOneHalf) {
+  const BINRoundEncoder encoder(IBINVariable::RoundToClosestInt);
+  EXPECT_EQ(encoder.Encode(std::nextafter(0.5, 0.0)), 1.0);  // the sum rounds up to 1
+  EXPECT_EQ(encoder.Encode(4503599627370497.0), 4503599627370498.0);
 }
 
 TEST(RoundEncoderTest, AnOptionOutsideTheEnumerationRoundsNothing) {
