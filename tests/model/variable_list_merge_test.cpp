@@ -126,6 +126,14 @@ TEST(VariableListMergeTest, ADuplicateValueKeepsEvenACopyFromMerging) {
   EXPECT_EQ(FirstDifference(asTarget, BINVarList(asTarget)), 0);
 }
 
+TEST(VariableListMergeTest, ACategoricalVariableOfContinuousLevelNeedsNoCodes) {
+  for (const auto level : {IBINVariable::ContinuousLevel, IBINVariable::UnknownLevel}) {
+    BINVarList list;
+    list.AddCatVar("a", "", 5, level, kAttribute);
+    EXPECT_EQ(FirstDifference(list, list), level == IBINVariable::ContinuousLevel ? kUntouched : 0);
+  }
+}
+
 TEST(VariableListMergeTest, CategoriesAreComparedWithTheOwnEncoderOnly) {
   BINVarList two;
   two.AddCatVar("a", "", kTwo, kAttribute);
