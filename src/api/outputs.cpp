@@ -130,7 +130,12 @@ BINOutput::BINOutput() = default;
 
 BINOutput::BINOutput(const BINOutput& other) = default;
 
-BINOutput& BINOutput::operator=(const BINOutput& other) = default;
+BINOutput& BINOutput::operator=(const BINOutput& other) {
+  BINOutput copy(other);
+  results_.swap(copy.results_);
+  pairIndex_.swap(copy.pairIndex_);
+  return *this;
+}
 
 BINOutput::~BINOutput() = default;
 
@@ -240,7 +245,11 @@ EFBINOutput::EFBINOutput() = default;
 
 EFBINOutput::EFBINOutput(const EFBINOutput& other) = default;
 
-EFBINOutput& EFBINOutput::operator=(const EFBINOutput& other) = default;
+EFBINOutput& EFBINOutput::operator=(const EFBINOutput& other) {
+  EFBINOutput copy(other);
+  results_.swap(copy.results_);
+  return *this;
+}
 
 EFBINOutput::~EFBINOutput() = default;
 

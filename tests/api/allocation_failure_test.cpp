@@ -4,6 +4,7 @@
 #include <memory>
 #include <new>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -103,6 +104,62 @@ TEST(OutputAllocationFailureTest, RecordIsFoundBothWaysOrNotAtAll) {
     ++failures;
   }
   EXPECT_GT(failures, 3);
+}
+
+std::string textOf(const BINOutput& output) {
+  std::ostringstream os;
+  output.Display(os);
+  BINAttributeTargetResults record;
+  for (int attribute = 0; attribute < 4; ++attribute) {
+    os << output.GetAttributeTargetCutPoints(attribute, 9, record).GetErrorCode();
+    record.Display(os);
+  }
+  return os.str();
+}
+
+std::string textOf(const EFBINOutput& output) {
+  std::ostringstream os;
+  output.Display(os);
+  return os.str();
+}
+
+template <typename Output>
+void expectStrongAssignment(const Output& before, const Output& source) {
+  int failures = 0;
+  for (long count = 1;; ++count) {
+    Output target(before);
+    bool hasFailed = false;
+    {
+      const FailOnce fault(count);
+      try {
+        target = source;
+      } catch (const std::bad_alloc&) {
+        hasFailed = true;
+      }
+    }
+    EXPECT_EQ(textOf(target), textOf(hasFailed ? before : source));
+    if (!hasFailed) {
+      break;
+    }
+    ++failures;
+  }
+  EXPECT_GT(failures, 3);
+}
+
+TEST(OutputAllocationFailureTest, AssignmentThatThrowsChangesNothing) {
+  BINOutput pairs;
+  BINOutput otherPairs;
+  EFBINOutput attributes;
+  EFBINOutput otherAttributes;
+  for (int i = 0; i < 2; ++i) {
+    const double first = i;
+    pairs.SetAttributeTargetResults({}, {first}, {1, 2}, i, 9, 2, 3, 3, 0, 2, 0);
+    otherPairs.SetAttributeTargetResults({}, {5.0, 6.0}, {1, 2, 3}, 3 - i, 9, 2, 3, 3, 0, 2, 0);
+    attributes.SetAttributeResults({}, {first}, {1, 2}, i, 2, 3, 3, 0, 2);
+    otherAttributes.SetAttributeResults({}, {5.0, 6.0}, {1, 2, 3}, 3 - i, 2, 3, 3, 0, 2);
+  }
+  expectStrongAssignment(pairs, otherPairs);
+  expectStrongAssignment(attributes, otherAttributes);
 }
 
 }  // namespace
