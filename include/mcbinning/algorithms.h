@@ -44,9 +44,11 @@ class MCBINNING_API IBINAlgorithm {
   /// against it. The return value is OK, warning 120018 when a requested pair ended with a warning
   /// or an error (its record says which), or an error that ended the run: 1 cancelled, 3 a failed
   /// allocation or an exception of a host object, 120004 no cases, 120008 unusable selection,
-  /// 120009 number of bins not set, 120010 unusable target, or an error of the temporary files.
-  /// Never throws. After code 1 or 3, or when reading the cases ended in an error, no prepared data
-  /// and no file are left; unless cancelled, the next run reads the cases it is given.
+  /// 120009 number of bins not set, 120010 unusable target, 120012 a target cell that holds no
+  /// category code in a list of fewer than two categorical variables, or an error of the temporary
+  /// files. Never throws. After code 1 or 3, or when reading the cases ended in an error, no
+  /// prepared data and no file are left; unless cancelled, the next run reads the cases it is
+  /// given.
   virtual MCBinning::MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes,
                                   const std::vector<int>* targets) = 0;
 
@@ -93,9 +95,11 @@ class MCBINNING_API IEFBINAlgorithm {
   /// value is OK, warning 120018 when a requested attribute ended with a warning or an error (its
   /// record says which), or an error that ended the run: 1 cancelled, 3 a failed allocation or an
   /// exception of a host object, 120004 no cases, 120009 number of bins not set, 120011 no usable
-  /// attribute in the list, or an error of the temporary files. Never throws. After code 1 or 3,
-  /// or when reading the cases ended in an error, no prepared data and no file are left; unless
-  /// cancelled, the next run reads the cases it is given.
+  /// attribute in the list, 120012 a target cell that holds no category code in a list of fewer
+  /// than two categorical variables, or an error of the temporary files. A run that reads cases
+  /// answers warning 120012 instead of OK when it gave up a column over such a cell. Never throws.
+  /// After code 1 or 3, or when reading the cases ended in an error, no prepared data and no file
+  /// are left; unless cancelled, the next run reads the cases it is given.
   virtual MCBinning::MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes) = 0;
 
   /// Replaces the host's cancel query; null for none. A wish to stop that was already seen stays.

@@ -24,10 +24,11 @@ class MCBINNING_API BINFactory {
   ~BINFactory();
 
   /// A new algorithm, which the caller owns and deletes. It holds copies of `settings` and
-  /// `varList`. Null when GetStatus() is an error: 120003 when the list is not valid (discrete
-  /// datum 1 is the index of the first variable without categories, else of the first with a
-  /// single one, else -1), 1 when the settings' cancel query already wants to stop, 3 when an
-  /// allocation failed or a host object threw.
+  /// `varList`, whose stored numbers of categories are raised as by IsValidList. Null when
+  /// GetStatus() is an error: 120003 when the list is not valid (discrete datum 1 is the index of
+  /// the first variable without categories, else of the first with a single one, else -1), 1 when
+  /// the settings' cancel query already wants to stop, 3 when an allocation failed or a host object
+  /// threw.
   IBINAlgorithm* CreateBINAlgorithm(BINSettings& settings, BINVarList& varList);
 
   /// The status that the last creation left.
@@ -50,8 +51,9 @@ class MCBINNING_API EFBINFactory {
   ~EFBINFactory();
 
   /// A new algorithm, which the caller owns and deletes. It holds copies of `settings` and
-  /// `varList`. Null when GetStatus() is an error: 120003 when the list is not valid (discrete
-  /// datum 1 as in BINFactory), 3 when an allocation failed or a host object threw.
+  /// `varList`, whose stored numbers of categories are raised as by IsValidList. Null when
+  /// GetStatus() is an error: 120003 when the list is not valid (discrete datum 1 as in
+  /// BINFactory), 3 when an allocation failed or a host object threw.
   IEFBINAlgorithm* CreateEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList);
 
   /// The status that the last creation left.

@@ -14,7 +14,8 @@
 
 /// What became of one attribute/target pair. A default-constructed record has an OK status, both
 /// indexes -1, no cut points and counts, and every number 0. Every number is 0, too, in the record
-/// of a pair whose indexes the run refused.
+/// of a pair whose indexes the run refused; when it was a column that could not be used, minimum,
+/// maximum and model entropy are the system-missing value.
 class MCBINNING_API BINAttributeTargetResults final {
  public:
   /// OK, the warning that explains why nothing was cut, or the error the pair was refused with.
@@ -122,7 +123,8 @@ class MCBINNING_API BINOutput {
 
 /// What became of one attribute in the equal-frequency algorithm. A default-constructed record has
 /// an OK status, attribute index -1, no cut points and counts, and every number 0. Every number is
-/// 0, too, in the record of an attribute whose index the run refused.
+/// 0, too, in the record of an attribute whose index the run refused; when it was a column that
+/// could not be used, minimum and maximum are the system-missing value.
 class MCBINNING_API BINAttributeResults final {
  public:
   /// OK, the warning that explains why nothing was cut, or the error the attribute was refused

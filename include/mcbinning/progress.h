@@ -62,8 +62,9 @@ class MCBINNING_API ProgressListener {
 };
 
 /// Implemented by the host. The query is borrowed: it must outlive the runs it is set for. It is
-/// asked before every case and around each attribute; after its first true answer it is not asked
-/// again and the run ends with status 1. An exception that it throws ends the run with status 3.
+/// asked before every case and around each attribute, by a supervised algorithm also when it is
+/// made or asked for its status; after its first true answer it is not asked again and the run ends
+/// with status 1. An exception that it throws ends the run with status 3.
 class MCBINNING_API MCQueryCancel {
  public:
   MCQueryCancel() = default;
