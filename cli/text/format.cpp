@@ -19,7 +19,9 @@ std::string fixedNumber(double value, int digits) { return fmt::format("{:.{}f}"
 
 std::string shareText(double part, double total) {
   if (!(total > 0.0)) return "-";
-  return fmt::format("{:.1f}%", 100.0 * part / total);
+  // A hundred times a weight near the largest double would be infinite.
+  const double percent = part < 1e300 ? 100.0 * part / total : part / total * 100.0;
+  return fmt::format("{:.1f}%", percent);
 }
 
 std::string intervalText(const std::vector<double>& cutPoints, ClosedSide side, std::size_t bin) {

@@ -21,6 +21,7 @@ TEST(Format, SharesHaveOneDigit) {
   EXPECT_EQ(shareText(1.0, 8.0), "12.5%");
   EXPECT_EQ(shareText(0.0, 8.0), "0.0%");
   EXPECT_EQ(shareText(0.0, 0.0), "-");
+  EXPECT_EQ(shareText(3e307, 1.2e308), "25.0%");
 }
 
 TEST(Format, IntervalsAreOpenAtInfinity) {
