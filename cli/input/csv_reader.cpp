@@ -26,15 +26,14 @@ void CsvReader::FreeParser::operator()(csv_parser* parser) const {
 
 CsvReader::CsvReader(std::unique_ptr<ByteSource> source, char delimiter, bool hasHeader)
     : source_(std::move(source)),
-      delimiter_(static_cast<unsigned char>(delimiter)),
+      delimiter_(delimiter),
       hasHeader_(hasHeader),
       buffer_(kBufferSize) {
   Start();
-  if (!ReadCells()) {
+  TableRow first;
+  if (!ReadRow(first)) {
     throw DataError(source_->Name() + ": the file is empty: it has no header and no case");
   }
-  TableRow first;
-  HandOut(first);
   columnNames_ =
       hasHeader ? namesFromHeader(first.cells, source_->Name()) : numberedNames(first.cells.size());
   if (!hasHeader) StartAgain();
@@ -43,7 +42,7 @@ CsvReader::CsvReader(std::unique_ptr<ByteSource> source, char delimiter, bool ha
 void CsvReader::Start() {
   parser_.reset(new csv_parser());
   if (csv_init(parser_.get(), CSV_STRICT | CSV_STRICT_FINI) != 0) throw std::bad_alloc();
-  csv_set_delim(parser_.get(), delimiter_);
+  csv_set_delim(parser_.get(), static_cast<unsigned char>(delimiter_));
   csv_set_space_func(parser_.get(), noBlanks);
   bufferSize_ = bufferPosition_ = 0;
   atEnd_ = rowOpen_ = afterCr_ = false;
@@ -62,7 +61,8 @@ void CsvReader::Rewind() { StartAgain(); }
 void CsvReader::StartAgain() {
   source_->Rewind();
   Start();
-  if (hasHeader_) ReadCells();
+  TableRow header;
+  if (hasHeader_) ReadRow(header);
 }
 
 bool CsvReader::FillBuffer() {
@@ -109,16 +109,49 @@ void CsvReader::OnCell(void* text, std::size_t size, void* reader) {
 
 void CsvReader::OnRowEnd(int, void* reader) { static_cast<CsvReader*>(reader)->rowDone_ = true; }
 
-void CsvReader::ParsePiece(std::string_view piece) {
+void CsvReader::TakePiece(std::string_view piece, TableRow& row) {
   if (afterCr_ && piece.front() != '\n') ++line_;
   afterCr_ = piece.back() == '\r';
   if (!rowOpen_) rowLine_ = line_;
   const bool isBlank = piece == "\n" || piece == "\r\n" || piece == "\r";
+  rowDone_ = !rowOpen_ && !isBlank && SplitLine(piece, row.cells);
+  if (!rowDone_) {
+    row.cells.clear();
+    ParsePiece(piece);
+  }
+  rowOpen_ = !rowDone_ && (rowOpen_ || !isBlank);
+  if (piece.back() == '\n') ++line_;
+}
+
+/// The short way for a row on one line that has quotes around whole cells only: its cells stay
+/// where they are. False when the parser has to look.
+bool CsvReader::SplitLine(std::string_view line, std::vector<std::string_view>& cells) const {
+  if (line.back() != '\n') return false;
+  line.remove_suffix(line.size() > 1 && line[line.size() - 2] == '\r' ? 2 : 1);
+  std::size_t nextQuote = line.find('"');
+  std::size_t start = 0;
+  while (true) {
+    std::size_t end = 0;
+    if (start == nextQuote) {
+      end = line.find('"', ++start);
+      if (end == std::string_view::npos) return false;
+      cells.push_back(line.substr(start, end - start));
+      nextQuote = line.find('"', ++end);
+      if (end < line.size() && line[end] != delimiter_) return false;
+    } else {
+      end = std::min(line.find(delimiter_, start), line.size());
+      if (nextQuote < end) return false;
+      cells.push_back(line.substr(start, end - start));
+    }
+    if (end == line.size()) return true;
+    start = end + 1;
+  }
+}
+
+void CsvReader::ParsePiece(std::string_view piece) {
   const std::size_t parsed =
       csv_parse(parser_.get(), piece.data(), piece.size(), OnCell, OnRowEnd, this);
   if (parsed != piece.size()) FailParsing();
-  rowOpen_ = !rowDone_ && (rowOpen_ || !isBlank);
-  if (piece.back() == '\n') ++line_;
 }
 
 void CsvReader::FinishLastRow() {
@@ -129,22 +162,23 @@ void CsvReader::FinishLastRow() {
   }
 }
 
-bool CsvReader::ReadCells() {
+bool CsvReader::ReadRow(TableRow& row) {
+  row.cells.clear();
   cellEnds_.clear();
   rowDone_ = false;
   while (!rowDone_ && !atEnd_) {
     if (bufferPosition_ == bufferSize_ && !FillBuffer()) {
       FinishLastRow();
     } else {
-      ParsePiece(NextPiece());
+      TakePiece(NextPiece(), row);
     }
   }
+  row.line = rowLine_;
+  TakeParsedCells(row);
   return rowDone_;
 }
 
-void CsvReader::HandOut(TableRow& row) const {
-  row.line = rowLine_;
-  row.cells.clear();
+void CsvReader::TakeParsedCells(TableRow& row) const {
   std::size_t start = 0;
   for (std::size_t end : cellEnds_) {
     row.cells.emplace_back(cellBytes_.data() + start, end - start);
@@ -152,9 +186,9 @@ void CsvReader::HandOut(TableRow& row) const {
   }
 }
 
-void CsvReader::CheckCellCount() const {
+void CsvReader::CheckCellCount(const TableRow& row) const {
   const std::size_t expected = columnNames_.size();
-  const std::size_t count = cellEnds_.size();
+  const std::size_t count = row.cells.size();
   if (count < expected) {
     FailAt(rowLine_, fmt::format("the row has {} of {} cells: there is none for column {} ({})",
                                  count, expected, count + 1, columnNames_[count]));
@@ -167,9 +201,8 @@ void CsvReader::CheckCellCount() const {
 }
 
 bool CsvReader::NextRow(TableRow& row) {
-  if (!ReadCells()) return false;
-  CheckCellCount();
-  HandOut(row);
+  if (!ReadRow(row)) return false;
+  CheckCellCount(row);
   return true;
 }
 

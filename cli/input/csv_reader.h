@@ -42,16 +42,18 @@ class CsvReader : public TableReader {
   void SkipByteOrderMark();
   bool FillBuffer();
   std::string_view NextPiece();
-  bool ReadCells();
+  bool ReadRow(TableRow& row);
+  void TakePiece(std::string_view piece, TableRow& row);
+  bool SplitLine(std::string_view line, std::vector<std::string_view>& cells) const;
   void ParsePiece(std::string_view piece);
   void FinishLastRow();
-  void HandOut(TableRow& row) const;
-  void CheckCellCount() const;
+  void TakeParsedCells(TableRow& row) const;
+  void CheckCellCount(const TableRow& row) const;
   [[noreturn]] void FailAt(std::uint64_t line, const std::string& what) const;
   [[noreturn]] void FailParsing();
 
   std::unique_ptr<ByteSource> source_;
-  unsigned char delimiter_;
+  char delimiter_;
   bool hasHeader_;
   std::vector<std::string> columnNames_;
   std::unique_ptr<csv_parser, FreeParser> parser_;
@@ -62,7 +64,7 @@ class CsvReader : public TableReader {
   bool bufferHasCr_ = false;
   bool atEnd_ = false;
 
-  std::vector<char> cellBytes_;        ///< The cells of the current row, one after the other.
+  std::vector<char> cellBytes_;        ///< Cells of the current row that went through the parser.
   std::vector<std::size_t> cellEnds_;  ///< Where each cell ends in cellBytes_.
   bool rowDone_ = false;
   bool rowOpen_ = false;       ///< A row has begun and not ended.

@@ -1,8 +1,11 @@
 #include "input/csv_reader.h"
 
+#include <csv.h>
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include <algorithm>
+#include <iterator>
 #include <random>
 
 #include "cli/support/temporary_file.h"
@@ -183,6 +186,73 @@ TEST_F(CsvReaderTest, RowsAcrossTheBufferEndComeWhole) {
     reader->Rewind();
     EXPECT_EQ(Lines(*reader), lines);
   }
+}
+
+/// What the parser makes of the whole text at once: the rows up to the first error or the first
+/// row that is not as long as those before.
+struct Parsed {
+  Rows rows = {{}};  ///< The last one is the row that has begun.
+  bool failed = false;
+};
+
+Parsed parse(std::string_view text) {
+  const auto onCell = [](void* cell, std::size_t size, void* parsed) {
+    static_cast<Parsed*>(parsed)->rows.back().emplace_back(static_cast<char*>(cell), size);
+  };
+  const auto onRow = [](int, void* parsed) { static_cast<Parsed*>(parsed)->rows.emplace_back(); };
+  Parsed parsed;
+  csv_parser parser;
+  csv_init(&parser, CSV_STRICT | CSV_STRICT_FINI);
+  csv_set_space_func(&parser, [](unsigned char) { return 0; });
+  parsed.failed =
+      csv_parse(&parser, text.data(), text.size(), onCell, onRow, &parsed) != text.size() ||
+      csv_fini(&parser, onCell, onRow, &parsed) != 0;
+  csv_free(&parser);
+  parsed.rows.pop_back();
+  const auto ragged = std::find_if(parsed.rows.begin(), parsed.rows.end(), [&](const auto& row) {
+    return row.size() != parsed.rows.front().size();
+  });
+  parsed.failed = parsed.failed || ragged != parsed.rows.end();
+  parsed.rows.erase(ragged, parsed.rows.end());
+  return parsed;
+}
+
+TEST_F(CsvReaderTest, RandomTextsComeAsTheParserReadsThem) {
+  const unsigned seed = 20240229;
+  SCOPED_TRACE(seed);
+  std::mt19937 engine(seed);
+  const std::string_view tokens[] = {"a",       "",           "b c",      "\"a\"",      "\"\"",
+                                     "\"a,b\"", "\"a\"\"b\"", "\"a\nb\"", "\"a\r\nb\"", " ",
+                                     "\"a\" ",  "a\"",        "\""};
+  const std::string_view ends[] = {"\n", "\r\n", "\r", "\n\n", ""};
+  int failures = 0;
+  for (int i = 0; i < 5000; ++i) {
+    // Most texts are well formed; the last tokens and ends are not, or seldom.
+    const std::size_t tokenCount = engine() % 4 == 0 ? std::size(tokens) : 10;
+    std::string text;
+    for (int row = 0; row < 4; ++row) {
+      text += tokens[engine() % tokenCount];
+      text += ',';
+      text += tokens[engine() % tokenCount];
+      if (engine() % 32 == 0) text += ",x";
+      text += ends[engine() % (row == 3 ? 5 : 4)];
+    }
+    const Parsed expected = parse(text);
+    if (expected.rows.empty()) continue;
+    failures += expected.failed ? 1 : 0;
+    const auto reader = Open(text, ',', false);
+    Rows rows;
+    TableRow row;
+    bool failed = false;
+    try {
+      while (reader->NextRow(row)) rows.emplace_back(row.cells.begin(), row.cells.end());
+    } catch (const DataError&) {
+      failed = true;
+    }
+    ASSERT_EQ(rows, expected.rows) << text;
+    ASSERT_EQ(failed, expected.failed) << text;
+  }
+  EXPECT_GT(failures, 500);
 }
 
 }  // namespace
