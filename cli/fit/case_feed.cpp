@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <mccomvor/missing_value.h>
 
+#include <cmath>
+
 #include "errors.h"
 #include "input/cells.h"
 
@@ -91,6 +93,8 @@ void CaseFeed::FillRecord() {
   const bool isUsed = weight != MCMV::gMissingValue;
   ++(isUsed ? cases_.used : cases_.droppedForWeight);
   if (!isUsed) weight = 0.0;
+  totalWeight_ += weight;
+  if (std::isinf(totalWeight_)) FailWeightOverflow();
   if (code >= 0) classWeights_[static_cast<std::size_t>(code)] += weight;
   if (layout_.targetColumn && code < 0) targetMissingWeight_ += weight;
   for (std::size_t a = 0; a < layout_.attributeColumns.size(); ++a) {
@@ -152,6 +156,13 @@ std::optional<double> CaseFeed::ReadValue(std::size_t column) const {
 void CaseFeed::FailChanged(std::size_t column) const {
   throw DataError(fmt::format("{}: column {} changed while the data were read: run it again",
                               reader_.Where(row_), columns_[column].name));
+}
+
+void CaseFeed::FailWeightOverflow() const {
+  throw DataError(
+      fmt::format("{}: the weights in column {} add up to more than a number can hold: "
+                  "divide them all by the same large number",
+                  reader_.Where(row_), columns_[*layout_.weightColumn].name));
 }
 
 const WeightedCounts& CaseFeed::MissingCases(std::size_t attribute) const {

@@ -64,6 +64,7 @@ class CaseFeed : public BINCaseIterator {
   void FillAttribute(std::size_t attribute, int code, double weight);
   std::optional<double> ReadValue(std::size_t column) const;
   [[noreturn]] void FailChanged(std::size_t column) const;
+  [[noreturn]] void FailWeightOverflow() const;
 
   TableReader& reader_;
   const std::vector<ColumnPlan>& columns_;
@@ -82,6 +83,7 @@ class CaseFeed : public BINCaseIterator {
   Clock::duration timeSpent_{};
 
   CaseCounts cases_;
+  double totalWeight_ = 0.0;
   std::vector<double> classWeights_;
   double targetMissingWeight_ = 0.0;
   std::vector<WeightedCounts> missing_;

@@ -72,6 +72,9 @@ BROKEN_FILES = [
      "'much'"),
     ("no weight is positive", b"a,w,t\n1,0,x\n2,-1,y\n3,,y\n", ["-t", "t", "-w", "w"],
      "no case can be used: there is none, or every weight is missing, zero or negative"),
+    ("sum of weights beyond double", b"a,w,t\n1,1e308,x\n2,1,y\n3,1e308,y\n", ["-t", "t", "-w", "w"],
+     "FILE, line 4: the weights in column w add up to more than a number can hold: divide them all "
+     "by the same large number"),
     ("single category", b"a,t\n1,x\n2,x\n", ["-t", "t"],
      "the target t has the single category 'x': there is nothing to tell apart"),
     ("target all missing", b"a,t\n1,NA\n2,\n", ["-t", "t"],
