@@ -320,6 +320,15 @@ TEST(StringEncoderTest, UserMissingIsNoCategory) {
   EXPECT_EQ(encoder.Encode("y"), 0.0);
 }
 
+TEST(StringEncoderTest, AValueDeclaredMissingLaterIsMissingFromThenOn) {
+  BINStringEncoder encoder(std::vector<std::string>{"a", "x"});
+  ASSERT_TRUE(encoder.SetUserMissingInfo(NewStringDefinition("x")));
+  EXPECT_EQ(encoder.Encode("x"), -1.0);
+  EXPECT_EQ(encoder.EncodeConst("x"), -1.0);
+  EXPECT_EQ(encoder.Decode(1), "x");
+  EXPECT_EQ(encoder.GetNumberOfCategories(), 2);
+}
+
 TEST(StringEncoderTest, RefusesANumericDefinitionAndAcceptsAStringOne) {
   UserMissingCount count;
   CountingNumericUserMissing refused(count);
@@ -364,12 +373,14 @@ TEST(StringEncoderTest, CloneLinksIntoItsOwnMap) {
   std::unique_ptr<IBINEncoder> clone;
   {
     BINStringEncoder encoder(std::vector<std::string>{"zulu", "alpha"});
+    encoder.SetValueLabels({"last", "first"});
     encoder.SetUserMissingInfo(new CountingStringUserMissing(count));
     clone.reset(encoder.Clone());
     EXPECT_EQ(DisplayOf(*clone), DisplayOf(encoder));
   }
   EXPECT_EQ(count.alive, 1);
   auto& copy = static_cast<BINStringEncoder&>(*clone);
+  EXPECT_EQ(*copy.GetValueLabels(), (std::vector<std::string>{"last", "first"}));
   EXPECT_EQ(copy.Decode(0), "zulu");
   EXPECT_EQ(copy.Decode(1), "alpha");
   EXPECT_EQ(copy.Encode("mike"), 2.0);

@@ -223,6 +223,7 @@ TEST(StringUserMissingTest, CopiesAreIndependent) {
   definition.AddValue("b", "2");
   EXPECT_TRUE(assigned.IsEqualTo(clone.get()));
   EXPECT_EQ(clone->GetNDiscreteValues(), 1);
+  EXPECT_EQ(assigned.GetValueLabels(), std::vector<std::string>{"1"});
 }
 
 TEST(StringUserMissingTest, DisplayIsFramed) {

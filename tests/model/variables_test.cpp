@@ -368,6 +368,23 @@ TEST(WeightVarTest, OwnsTheDefinitionAndLendsItToTheEncoder) {
   EXPECT_EQ(count.alive, 0);
 }
 
+/// A host's own definition that claims to be numeric at the first question only.
+class FickleUserMissing : public mcbinning_tests::ForeignUserMissing {
+ public:
+  FickleUserMissing() : ForeignUserMissing(StringData) {}
+  DataType GetDataType() override { return asked_++ == 0 ? NumericData : StringData; }
+
+ private:
+  int asked_ = 0;
+};
+
+TEST(WeightVarTest, TheEncoderForgetsADefinitionThatIsGoneEvenWhenItRefusesTheNext) {
+  BINWeightVar variable("w", "", IBINVariable::TruncateToSmallerInt);
+  EXPECT_TRUE(variable.SetUserMissingInfo(MakeNine().release()));
+  EXPECT_TRUE(variable.SetUserMissingInfo(new FickleUserMissing()));
+  EXPECT_EQ(variable.GetEncoder()->GetUserMissingInfo(), nullptr);
+}
+
 TEST(WeightVarTest, CloneCopiesOptionAndDefinition) {
   UserMissingCount count;
   std::unique_ptr<IBINVariable> clone;
