@@ -36,8 +36,8 @@ class MCBINNING_API BINProgressReporter : public ProgressReport {
   /// The index for "IndexVar" (case matters), -1 for any other name.
   int DiscreteMeasure(const std::string& name) override;
 
-  /// Seconds of processor time since the phase began for "elapsedTime" (case matters), the
-  /// system-missing value for any other name.
+  /// Seconds of processor time since the phase began, to the millisecond, for "elapsedTime" (case
+  /// matters), the system-missing value for any other name.
   double ScaleMeasure(const std::string& name) override;
 
   void SetValues(unsigned int index, double elapsedTime);

@@ -116,7 +116,7 @@ class MCBINNING_API BINVarList {
   std::uint64_t Size() const;
 
   /// Raises the stored number of categories of every variable to the number of codes that its
-  /// encoder holds. The sum of the numbers, cut to the range of int.
+  /// encoder holds. The sum of the numbers, at most the largest int.
   int UpdateNumbersOfCategories();
 
   /// False for a bad index. With TargetRole the variable becomes the target only when there is

@@ -288,8 +288,7 @@ int BINVarList::UpdateNumbersOfCategories() {
   for (const auto& variable : variables_) {
     sum += variable->UpdateNumberOfCategories();
   }
-  return static_cast<int>(std::clamp<std::int64_t>(sum, std::numeric_limits<int>::min(),
-                                                   std::numeric_limits<int>::max()));
+  return static_cast<int>(std::min<std::int64_t>(sum, std::numeric_limits<int>::max()));
 }
 
 bool BINVarList::SetVariableRole(int index, VariableRole role) {
