@@ -226,33 +226,34 @@ TEST_F(CsvReaderTest, RandomTextsComeAsTheParserReadsThem) {
                                      "\"a\" ",  "a\"",        "\""};
   const std::string_view ends[] = {"\n", "\r\n", "\r", "\n\n", ""};
   int failures = 0;
-  for (int i = 0; i < 5000; ++i) {
+  for (int i = 0; i < 600; ++i) {
     // Most texts are well formed; the last tokens and ends are not, or seldom.
     const std::size_t tokenCount = engine() % 4 == 0 ? std::size(tokens) : 10;
     std::string text;
-    for (int row = 0; row < 4; ++row) {
+    for (int row = 0; row < 20; ++row) {
       text += tokens[engine() % tokenCount];
       text += ',';
       text += tokens[engine() % tokenCount];
-      if (engine() % 32 == 0) text += ",x";
-      text += ends[engine() % (row == 3 ? 5 : 4)];
+      if (engine() % 128 == 0) text += ",x";
+      text += ends[engine() % (row == 19 ? 5 : 4)];
     }
     const Parsed expected = parse(text);
     if (expected.rows.empty()) continue;
     failures += expected.failed ? 1 : 0;
-    const auto reader = Open(text, ',', false);
+    CsvReader reader(std::make_unique<ByteSource>(files_.Write(std::to_string(i), text)), ',',
+                     false);
     Rows rows;
     TableRow row;
     bool failed = false;
     try {
-      while (reader->NextRow(row)) rows.emplace_back(row.cells.begin(), row.cells.end());
+      while (reader.NextRow(row)) rows.emplace_back(row.cells.begin(), row.cells.end());
     } catch (const DataError&) {
       failed = true;
     }
     ASSERT_EQ(rows, expected.rows) << text;
     ASSERT_EQ(failed, expected.failed) << text;
   }
-  EXPECT_GT(failures, 500);
+  EXPECT_GT(failures, 100);
 }
 
 }  // namespace
