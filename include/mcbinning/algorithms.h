@@ -68,7 +68,10 @@ class MCBINNING_API IBINAlgorithm {
   /// query; error 3, not kept, when that throws); runs do not reset it.
   virtual MCBinning::MCStatus GetStatus() = 0;
 
-  /// The algorithm's own settings, which later runs use as they then stand; never null.
+  /// The algorithm's own settings; never null. Every run uses the number of bins, the small-bin
+  /// threshold, the listener and the skipped attribute reports as they then stand, the run that
+  /// reads the cases the others. Only the cancel query is no longer taken from here:
+  /// SetCancelPointer() replaces it.
   virtual BINSettings* GetSettings() = 0;
 
   /// Writes the state as text.
@@ -118,7 +121,9 @@ class MCBINNING_API IEFBINAlgorithm {
   /// outside the reading of the cases. Does not ask the host's cancel query; runs do not reset it.
   virtual MCBinning::MCStatus GetStatus() = 0;
 
-  /// The algorithm's own settings, which later runs use as they then stand; never null.
+  /// The algorithm's own settings; never null. Every run uses the number of bins, the listener and
+  /// the skipped attribute reports as they then stand, the run that reads the cases the others.
+  /// Only the cancel query is no longer taken from here: SetCancelPointer() replaces it.
   virtual EFBINSettings* GetSettings() = 0;
 
   /// Writes the state as text.

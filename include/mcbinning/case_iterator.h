@@ -20,7 +20,8 @@ class MCBINNING_API BINCaseIterator {
   BINCaseIterator& operator=(const BINCaseIterator&) = default;
   virtual ~BINCaseIterator();
 
-  /// Whether another case can be asked for.
+  /// Whether another case can be asked for. It may be asked again before the next case is taken,
+  /// as at the start of a run: the answer moves nothing on.
   virtual bool HasNext() = 0;
 
   /// The next case, or null for a case to be passed over. The record stays the host's and need

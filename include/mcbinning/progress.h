@@ -21,8 +21,8 @@ class MCBINNING_API ProgressReport {
 };
 
 /// The report of a run: which item was just finished and how long the phase has taken so far.
-/// During the pass over the cases the item is the number of cases read, during the binning it is
-/// the index of the attribute in the variable list.
+/// During the pass over the cases the item is the number of cases read (null ones are not counted),
+/// during the binning it is the index of the attribute in the variable list.
 class MCBINNING_API BINProgressReporter : public ProgressReport {
  public:
   /// Index 0, elapsed time system-missing.
