@@ -77,6 +77,15 @@ TEST(SmallBinsTest, NeighboursMarkedTowardsEachOtherFoldThreeBinsIntoOne) {
   EXPECT_THAT(bins.counts, ElementsAre(20, 20, 0, 17, 0, 17, 20, 20, 0));
 }
 
+TEST(SmallBinsTest, BothMarksOfTwoNeighboursThatJoinEachOtherAreApplied) {
+  // Bins 2 and 3 both ask for their union; the second mark then joins it to bin 1. Only a threshold
+  // above 1 finds two neighbours small.
+  Bins bins = binsOf({1, 2, 3, 4}, {9, 9, 0, 20, 20, 0, 3, 0, 3, 4, 0, 4, 30, 30, 0});
+  MergeSmallBins(2.0, bins);
+  EXPECT_THAT(bins.cutPoints, ElementsAre(1, 4));
+  EXPECT_THAT(bins.counts, ElementsAre(9, 9, 0, 27, 20, 7, 30, 30, 0));
+}
+
 TEST(SmallBinsTest, MarksAreAppliedInAscendingOrder) {
   // Bins 1 and 3 go left, the bins after them stay.
   Bins bins = binsOf({1, 2, 3, 4, 5}, {10, 10, 0, 1, 1, 0, 10, 0, 10,  //
