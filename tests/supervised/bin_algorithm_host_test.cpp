@@ -103,6 +103,16 @@ TEST(BINAlgorithmHostTest, ReportsEveryAttributeAfterTheSkippedOnes) {
   EXPECT_THAT(run.listener.indexes, ElementsAre(2, 5));
 }
 
+TEST(BINAlgorithmHostTest, ListenerOfTheAlgorithmHearsOfCasesReadAndOfAttributes) {
+  PairRun run(kSeparatedRows);
+  run.settings.SetNSkippedCasesReports(4);
+  RecordingListener listener;
+  run.Algorithm().SetProgressListener(&listener);
+  EXPECT_EQ(run.Algorithm().GetSettings()->GetProgressListener(), &listener);
+  EXPECT_TRUE(run.Run().IsOK());
+  EXPECT_THAT(listener.indexes, ElementsAre(4, 0));
+}
+
 TEST(BINAlgorithmHostTest, AttributeThatEndsInErrorIsNotReported) {
   WideRun run(3);
   run.list.SetVariableRole(1, IBINVariable::UndefinedRole);  // no column, hence an error
