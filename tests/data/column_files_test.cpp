@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -92,6 +93,16 @@ TEST_F(ColumnFilesTest, NamesAreTheDirectoryASlashAndConsecutiveHexadecimalTicks
     EXPECT_EQ(columns.Names()[column], directory_.Path() + expected);
   }
   EXPECT_TRUE(directory_.IsEmpty());
+}
+
+TEST_F(ColumnFilesTest, TheFirstTickIsTheProcessorTimeAtEverySetUp) {
+  ColumnFiles columns(directory_.Path(), cancel_, files_);
+  for (int round = 0; round < 2; ++round) {
+    const std::clock_t before = std::clock();
+    ASSERT_TRUE(columns.SetUp(1).IsOK());
+    EXPECT_GE(tickOf(columns.Names()[0]), static_cast<unsigned long>(before));
+    EXPECT_LE(tickOf(columns.Names()[0]), static_cast<unsigned long>(std::clock()));
+  }
 }
 
 TEST_F(ColumnFilesTest, ASeparatorIsAddedOnlyWhereOneIsMissing) {
