@@ -6,12 +6,12 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "data/binary_record_iterator.h"
+#include "support/display.h"
 #include "support/host_objects.h"
 #include "support/table_run.h"
 
@@ -19,7 +19,9 @@ namespace {
 
 using MCBinning::MCStatus;
 using mcbinning_tests::CountingQuery;
+using mcbinning_tests::DisplayOf;
 using mcbinning_tests::FileOperation;
+using mcbinning_tests::Flushing;
 using mcbinning_tests::RecordingListener;
 using mcbinning_tests::TableRun;
 
@@ -461,18 +463,6 @@ TEST_F(DataPreparatorTest, DestructionRemovesTheFiles) {
   EXPECT_TRUE(directory.IsEmpty());
 }
 
-std::string display(const BINDataPreparator& preparator) {
-  std::ostringstream out;
-  preparator.Display(out);
-  return out.str();
-}
-
-std::string display(const BINVarList& list) {
-  std::ostringstream out;
-  list.Display(out);
-  return out.str();
-}
-
 TEST(DataPreparatorDisplayTest, ShowsTheLayoutAndTheStatus) {
   BINVarList list;
   addScale(list, "a");
@@ -492,9 +482,11 @@ TEST(DataPreparatorDisplayTest, ShowsTheLayoutAndTheStatus) {
       "\tVariable measurement levels: 1 4 1 2 2 \n"
       "\tVariable roles: 1 3 0 2 1 \n"
       "\n";
-  EXPECT_EQ(display(run.preparator), head + "\tStatus is OK.\n" + display(list));
+  // The line of an OK status ends without a flush.
+  EXPECT_EQ(DisplayOf(run.preparator), Flushing(head) + "\tStatus is OK.\n" + DisplayOf(list));
   run.preparator.PrepareData(run.cases);
-  EXPECT_EQ(display(run.preparator), head + "\tStatus has error code 120012\n" + display(list));
+  EXPECT_EQ(DisplayOf(run.preparator),
+            Flushing(head + "\tStatus has error code 120012\n") + DisplayOf(list));
 }
 
 TEST(DataPreparatorDisplayTest, TheLayoutStaysWhenTheListChanges) {
@@ -502,29 +494,28 @@ TEST(DataPreparatorDisplayTest, TheLayoutStaysWhenTheListChanges) {
   addScale(list, "a");
   addCategorical(list, "c", IBINVariable::AttributeRole);
   const TableRun run(list, {});
-  const std::string before = display(run.preparator);
-  const std::string head = before.substr(0, before.size() - display(list).size());
+  const std::string before = DisplayOf(run.preparator);
+  const std::string head = before.substr(0, before.size() - DisplayOf(list).size());
   ASSERT_TRUE(list.RemoveVar(0));
-  EXPECT_EQ(display(run.preparator), head + display(list));
+  EXPECT_EQ(DisplayOf(run.preparator), head + DisplayOf(list));
 }
 
 TEST(DataPreparatorDisplayTest, WithoutAWeightTheIndexIsMinusOneAndTheFlag0) {
   BINVarList list;
   addScale(list, "a");
   TableRun run(list, {});
-  EXPECT_EQ(display(run.preparator),
-            "BINDataPreparator object: \n"
-            "\tPossible inputs used? \tOriginal record size = 1\n"
-            "\tProcessed record size = 1\n"
-            "\tInput-only record size = 1\n"
-            "\tFrequency weight original and new indices: -1   0\n"
-            "\tVariable index: 0 \n"
-            "\tIndices of input variables in the variable list: 0 \n"
-            "\tVariable measurement levels: 1 \n"
-            "\tVariable roles: 1 \n"
-            "\n"
-            "\tStatus is OK.\n" +
-                display(list));
+  EXPECT_EQ(DisplayOf(run.preparator),
+            Flushing("BINDataPreparator object: \n"
+                     "\tPossible inputs used? \tOriginal record size = 1\n"
+                     "\tProcessed record size = 1\n"
+                     "\tInput-only record size = 1\n"
+                     "\tFrequency weight original and new indices: -1   0\n"
+                     "\tVariable index: 0 \n"
+                     "\tIndices of input variables in the variable list: 0 \n"
+                     "\tVariable measurement levels: 1 \n"
+                     "\tVariable roles: 1 \n"
+                     "\n") +
+                "\tStatus is OK.\n" + DisplayOf(list));
 }
 
 }  // namespace
