@@ -79,6 +79,25 @@ TEST(EFPreProcessTest, TargetMetExactlyCutsHalfWay) {
   expectCuts(cutTriples(rowsOf({1, 2, 3, 4}), 2, true), {2.5}, {});
 }
 
+TEST(EFPreProcessTest, TargetIsMetOnlyCloserThanOneEpsilon) {
+  constexpr double kEpsilon = std::numeric_limits<double>::epsilon();
+  struct Meeting {
+    std::vector<double> weights;  // half their sum is the target
+    double cutPoint;
+  };
+  const std::vector<Meeting> meetings = {{{2.0, 2.0 - 2 * kEpsilon}, 1.5},  // half an epsilon above
+                                         {{2.0 - kEpsilon, 2.0}, 1.5},      // and below
+                                         {{2.0, 2.0 - 4 * kEpsilon}, 1.0}};  // passed by one
+  for (const Meeting& meeting : meetings) {
+    for (const bool closed : {true, false}) {
+      const auto rows = rowsOf({1, 2}, meeting.weights);
+      EXPECT_EQ(cutTriples(rows, 2, closed).cutPoints, std::vector<double>{meeting.cutPoint});
+    }
+    expectCuts(cutPairs(rowsOf({1, 2}, meeting.weights), 2, true), {meeting.cutPoint},
+               meeting.weights);
+  }
+}
+
 TEST(EFPreProcessTest, RunThatCrossesTheTargetIsTheBorder) {
   const auto rows = rowsOf({1, 2, 3}, {1, 5, 1});
   expectCuts(cutPairs(rows, 2, true), {2}, {6, 1});
