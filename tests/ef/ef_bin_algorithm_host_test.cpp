@@ -58,6 +58,15 @@ TEST(EFBINAlgorithmHostTest, QueryIsAskedAtFixedPoints) {
   EXPECT_EQ(query.Asked(), 13U);
 }
 
+TEST(EFBINAlgorithmHostTest, QueryOfTheSettingsIsTakenWhenTheAlgorithmIsMade) {
+  CountingQuery query(1);
+  EFRun run(scaleVariables(1));
+  run->GetSettings()->SetCancelPointer(&query);
+  VectorCases cases(fourRows(1));
+  expectStatus(run->Run(cases, nullptr), MCStatus());
+  EXPECT_EQ(query.Asked(), 0U);
+}
+
 TEST(EFBINAlgorithmHostTest, CancelAtEveryQuestion) {
   for (std::size_t question = 1; question <= 13; ++question) {
     SCOPED_TRACE(question);

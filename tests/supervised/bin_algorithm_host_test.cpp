@@ -96,6 +96,14 @@ TEST(BINAlgorithmHostTest, GetStatusAsksTheHost) {
   EXPECT_EQ(run.Run(), kCancelled);
 }
 
+TEST(BINAlgorithmHostTest, QueryOfTheSettingsIsTakenWhenTheAlgorithmIsMade) {
+  PairRun run(kSeparatedRows);
+  CountingQuery query(1);
+  run.Algorithm().GetSettings()->SetCancelPointer(&query);
+  EXPECT_TRUE(run.Run().IsOK());
+  EXPECT_EQ(query.Asked(), 0U);
+}
+
 TEST(BINAlgorithmHostTest, ReportsEveryAttributeAfterTheSkippedOnes) {
   WideRun run(7);
   run.settings.SetNSkippedAttReports(2);
