@@ -21,6 +21,9 @@
 /// runs out of memory, leaves the list as it was. Everything else that needs memory (constructors,
 /// copies, queries that compare or return names or fill vectors) throws std::bad_alloc when there
 /// is none; an assignment that throws changes nothing.
+///
+/// Once UpdateNumbersOfCategories was called, threads may make algorithms from one list at the same
+/// time, as long as nobody changes it.
 class MCBINNING_API BINVarList {
  public:
   using MeasureLevel = IBINVariable::MeasureLevel;

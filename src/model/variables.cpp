@@ -1,6 +1,5 @@
 #include "mcbinning/variables.h"
 
-#include <algorithm>
 #include <ostream>
 #include <utility>
 
@@ -136,7 +135,10 @@ IBINVariable::VariableRole BINCatVar::GetVariableRole() const { return role_; }
 void BINCatVar::SetVariableRole(VariableRole role) { role_ = role; }
 
 int BINCatVar::UpdateNumberOfCategories() {
-  numberOfCategories_ = std::max(numberOfCategories_, encoder_->GetNumberOfCategories());
+  // Nothing is written when nothing rises: threads may make algorithms from one list.
+  if (const int codes = encoder_->GetNumberOfCategories(); codes > numberOfCategories_) {
+    numberOfCategories_ = codes;
+  }
   return numberOfCategories_;
 }
 

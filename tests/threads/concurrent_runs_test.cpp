@@ -162,4 +162,23 @@ TEST(ConcurrentRuns, GiveTheResultsOfRunsOneAfterAnother) {
   }
 }
 
+// To the sanitizer every operation on a file orders the threads, so this one stays without a run.
+TEST(ConcurrentRuns, CanBeMadeFromOneListWhoseNumbersOfCategoriesAreUpToDate) {
+  Source source("");
+  source.list.UpdateNumbersOfCategories();
+  std::array<int, kThreads> made{};
+  inThreads([&](std::size_t thread) {
+    for (int i = 0; i < 20; ++i) {
+      BINFactory factory;
+      EFBINFactory equalFrequencyFactory;
+      const std::unique_ptr<IBINAlgorithm> algorithm(
+          factory.CreateBINAlgorithm(source.supervised, source.list));
+      const std::unique_ptr<IEFBINAlgorithm> other(
+          equalFrequencyFactory.CreateEFBINAlgorithm(source.equalFrequency, source.list));
+      made[thread] += algorithm != nullptr && other != nullptr ? 1 : 0;
+    }
+  });
+  EXPECT_EQ(made, (std::array<int, kThreads>{20, 20, 20, 20}));
+}
+
 }  // namespace
