@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Everything that must hold before a change lands: sets the machine up, builds, runs every test,
-# checks format, layers and clang-tidy, and runs tests again under the sanitizers.
+# checks format, layers and clang-tidy, and runs tests again under valgrind and the sanitizers.
 # With --quick it stops after the tests of the release build. Safe to repeat.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -27,6 +27,9 @@ build_and_test release
 if [ "${1:-}" != --quick ]; then
   step "checking with clang-tidy"
   scripts/check_tidy.sh
+
+  step "checking memory with valgrind"
+  scripts/check_memory.sh
 
   step "building and testing: thread sanitizer"
   build_and_test tsan
