@@ -50,16 +50,11 @@ ScaleCells::ScaleCells(const std::vector<std::string>& naTexts)
       })) {}
 
 CellKind ScaleCells::ReadAnyCell(std::string_view cell, double& value) const {
+  if (numbersMayBeMissing_ && isMissingCell(cell, naTexts_)) return CellKind::Missing;
+  const NumberReading reading = readNumber(cell, value);
+  if (reading == NumberReading::Number) return CellKind::Number;
   if (isMissingCell(cell, naTexts_)) return CellKind::Missing;
-  switch (readNumber(cell, value)) {
-    case NumberReading::Number:
-      return CellKind::Number;
-    case NumberReading::OutOfRange:
-      return CellKind::OutOfRange;
-    case NumberReading::NotANumber:
-      break;
-  }
-  return CellKind::Text;
+  return reading == NumberReading::OutOfRange ? CellKind::OutOfRange : CellKind::Text;
 }
 
 }  // namespace mcbin

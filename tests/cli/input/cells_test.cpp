@@ -70,6 +70,7 @@ TEST(Cells, MissingTextsComeBeforeNumbers) {
   EXPECT_EQ(cells.Read("", value), CellKind::Missing);
   EXPECT_EQ(cells.Read("x", value), CellKind::Text);
   EXPECT_EQ(cells.Read("1e999", value), CellKind::OutOfRange);
+  EXPECT_EQ(ScaleCells({"1e999"}).Read("1e999", value), CellKind::Missing);
 }
 
 TEST(Cells, PlainDecimalsReadAsTheGeneralReaderReadsThem) {
