@@ -143,7 +143,7 @@ Json parseJson(const std::string& text, const std::string& name) {
   } catch (const Json::exception& error) {
     const std::string what = error.what();
     const std::size_t start = what.find("] ");
-    throw DataError(fmt::format("{}: not JSON: {}", name,
+    throw DataError(fmt::format("{}: not JSON: {}: name a model that mcbin fit -o wrote", name,
                                 start == std::string::npos ? what : what.substr(start + 2)));
   }
 }
