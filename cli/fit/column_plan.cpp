@@ -245,6 +245,9 @@ void applyScan(const TableScan& scan, std::vector<ColumnPlan>& columns) {
         reasons += fmt::format("\n  {}: {}", column.name, column.reason);
       }
     }
+    if (columns.size() == 1) {
+      reasons += "\n  it is the only column: is the separator right? see --delimiter";
+    }
     throw DataError("there is no scale column to cut" +
                     (reasons.empty() ? reasons : ":" + reasons));
   }

@@ -15,6 +15,9 @@ BROKEN_FILES = [
      "FILE: the file is empty: it has no header and no case"),
     ("header only, no target", b"a,b\n", ["-e"],
      "there is no scale column to cut:\n  a: no case has a value\n  b: no case has a value"),
+    ("another separator", b"a;t\n1;x\n2;y\n", ["-e"],
+     "there is no scale column to cut:\n  a;t: categorical: it holds texts such as '1;x'\n  it is "
+     "the only column: is the separator right? see --delimiter"),
     ("header only, target", b"a,t\n", ["-t", "t"], "no case has a category in the target t"),
     ("row too short", b"a,b,c\n1,2,3\n4,5\n", ["-e"],
      "FILE, line 3: the row has 2 of 3 cells: there is none for column 3 (c)"),
