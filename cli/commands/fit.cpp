@@ -161,6 +161,8 @@ void completeRequest(FitCommand& fit) {
 void runFit(FitCommand& fit) {
   completeRequest(fit);
   const std::unique_ptr<TableReader> reader = openTable(fit.request.input);
+  std::optional<OutputFile> file;  // opened at once: a wrong path shows before the work
+  if (fit.output) file.emplace(*fit.output);
   ProgressBar progress;
   FitWatcher watcher;
   watcher.progress = &progress;
@@ -171,7 +173,10 @@ void runFit(FitCommand& fit) {
   FitTimings timings;
   const Model model = fitModel(fit.request, *reader, watcher, timings);
   const auto start = std::chrono::steady_clock::now();
-  if (fit.output) saveModel(model, *fit.output);
+  if (file) {
+    file->Write(modelToJson(model));
+    file->Commit();
+  }
   writeStandardOutput(fit.json ? modelToJson(model) : modelText(model));
   if (model.cases.droppedForWeight > 0) {
     fmt::print(stderr,

@@ -9,7 +9,6 @@
 
 #include "errors.h"
 #include "model/json_text.h"
-#include "system/output_file.h"
 
 namespace mcbin {
 namespace {
@@ -146,12 +145,6 @@ Model loadModel(const std::string& path) {
   const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   if (file.bad()) throw DataError(fmt::format("cannot read {}: {}", path, std::strerror(errno)));
   return modelFromJson(text, path);
-}
-
-void saveModel(const Model& model, const std::string& path) {
-  OutputFile file(path);
-  file.Write(modelToJson(model));
-  file.Commit();
 }
 
 }  // namespace mcbin

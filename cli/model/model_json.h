@@ -19,9 +19,6 @@ Model modelFromJson(const std::string& text, const std::string& name);
 /// Reads the model file at `path`; DataError when it cannot be read.
 Model loadModel(const std::string& path);
 
-/// Writes the model file, replacing an older one only when the new one is complete.
-void saveModel(const Model& model, const std::string& path);
-
 }  // namespace mcbin
 
 #endif
