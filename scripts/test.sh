@@ -12,6 +12,7 @@ build_and_test() {
   cmake --preset "$1"
   cmake --build --preset "$1" -j "$(nproc)"
   ctest --preset "$1" -j "$(nproc)" --no-tests=error --progress
+  grep '^faults: ' "build/$1/Testing/Temporary/LastTest.log"
 }
 
 step "installing what is missing"

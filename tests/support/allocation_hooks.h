@@ -9,6 +9,9 @@ namespace mcbinning_tests {
 /// Allocations made by operator new so far, failed ones included.
 std::size_t Allocations();
 
+/// Those that succeeded and were not given back yet.
+std::size_t LiveAllocations();
+
 /// While one of these lives, every allocation of more than `bytes` bytes fails. One at a time.
 class LargeAllocationsFail {
  public:
@@ -18,16 +21,29 @@ class LargeAllocationsFail {
   ~LargeAllocationsFail();
 };
 
-/// While one of these lives, the allocation of number `call` (from 1) fails. One at a time.
-class OneAllocationFails {
+/// While one of these lives, the allocations of number `first` to `last` (from 1) fail. One at a
+/// time.
+class AllocationsFail {
  public:
-  explicit OneAllocationFails(std::size_t call);
-  OneAllocationFails(const OneAllocationFails&) = delete;
-  OneAllocationFails& operator=(const OneAllocationFails&) = delete;
-  ~OneAllocationFails();
+  AllocationsFail(std::size_t first, std::size_t last);
+  AllocationsFail(const AllocationsFail&) = delete;
+  AllocationsFail& operator=(const AllocationsFail&) = delete;
+  ~AllocationsFail();
 
-  /// Whether that many allocations were made.
-  bool Happened() const;
+  /// Allocations made since.
+  std::size_t Made() const;
+
+  /// Whether the first of them was made.
+  bool Happened() const { return Made() >= first_; }
+
+ private:
+  std::size_t first_;
+};
+
+/// While one of these lives, the allocation of number `call` fails.
+class OneAllocationFails : public AllocationsFail {
+ public:
+  explicit OneAllocationFails(std::size_t call) : AllocationsFail(call, call) {}
 };
 
 }  // namespace mcbinning_tests
