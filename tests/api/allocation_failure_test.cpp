@@ -1,91 +1,30 @@
-// Every allocation inside a factory or an output is made to fail in turn.
+// Every allocation inside an output is made to fail in turn.
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <cstddef>
 #include <new>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "mcbinning/factories.h"
 #include "mcbinning/outputs.h"
-#include "mcbinning/settings.h"
-#include "mcbinning/variable_list.h"
-#include "support/failing_allocation.h"
+#include "support/allocation_hooks.h"
 
 namespace {
 
-using mcbinning_tests::FailAfter;
-using mcbinning_tests::FailOnce;
-
-BINVarList attributeAndTarget() {
-  BINVarList list;
-  list.AddContVar("x", std::string(100, 'x'), IBINVariable::AttributeRole);
-  list.AddCatVar("t", "", std::vector<double>{1.0, 2.0}, IBINVariable::TargetRole);
-  return list;
-}
-
-template <typename Fault, typename Create>
-void expectCleanRefusals(Create create) {
-  int failures = 0;
-  for (long count = 1;; ++count) {
-    MCBinning::MCStatus status;
-    bool hasAlgorithm = false;
-    bool hasFailed = false;
-    {
-      Fault fault(count);
-      hasAlgorithm = create(status);
-      hasFailed = fault.HasFailed();
-    }
-    EXPECT_EQ(hasAlgorithm, !hasFailed);
-    EXPECT_TRUE(status == (hasFailed ? MCBinning::MCStatus(3, false) : MCBinning::MCStatus()));
-    if (!hasFailed) {
-      break;
-    }
-    ++failures;
-  }
-  EXPECT_GT(failures, 2);
-}
-
-TEST(FactoryAllocationFailureTest, SupervisedFactoryEndsWithStatusThree) {
-  BINSettings settings;
-  settings.SetTempDirName(std::string(100, 'd'));
-  BINVarList list = attributeAndTarget();
-  const auto create = [&](MCBinning::MCStatus& status) {
-    BINFactory factory;
-    const std::unique_ptr<IBINAlgorithm> algorithm(factory.CreateBINAlgorithm(settings, list));
-    status = factory.GetStatus();
-    return algorithm != nullptr;
-  };
-  expectCleanRefusals<FailOnce>(create);
-  expectCleanRefusals<FailAfter>(create);
-}
-
-TEST(FactoryAllocationFailureTest, EqualFrequencyFactoryEndsWithStatusThree) {
-  EFBINSettings settings;
-  settings.SetTempDirName(std::string(100, 'd'));
-  BINVarList list = attributeAndTarget();
-  const auto create = [&](MCBinning::MCStatus& status) {
-    EFBINFactory factory;
-    const std::unique_ptr<IEFBINAlgorithm> algorithm(factory.CreateEFBINAlgorithm(settings, list));
-    status = factory.GetStatus();
-    return algorithm != nullptr;
-  };
-  expectCleanRefusals<FailOnce>(create);
-  expectCleanRefusals<FailAfter>(create);
-}
+using mcbinning_tests::OneAllocationFails;
 
 TEST(OutputAllocationFailureTest, RecordIsFoundBothWaysOrNotAtAll) {
   const std::set<double> cutPoints = {1.0};
   const std::vector<double> counts = {1.0, 2.0};
   int failures = 0;
-  for (long count = 1;; ++count) {
+  for (std::size_t call = 1;; ++call) {
     BINOutput output;
     output.SetAttributeTargetResults({}, cutPoints, counts, 0, 1, 2, 3, 3, 0, 2, 0);
     bool hasFailed = false;
     {
-      const FailOnce fault(count);
+      const OneAllocationFails fault(call);
       try {
         output.SetAttributeTargetResults({}, cutPoints, counts, 5, 1, 2, 3, 3, 0, 2, 0);
       } catch (const std::bad_alloc&) {
@@ -126,11 +65,11 @@ std::string textOf(const EFBINOutput& output) {
 template <typename Output>
 void expectStrongAssignment(const Output& before, const Output& source) {
   int failures = 0;
-  for (long count = 1;; ++count) {
+  for (std::size_t call = 1;; ++call) {
     Output target(before);
     bool hasFailed = false;
     {
-      const FailOnce fault(count);
+      const OneAllocationFails fault(call);
       try {
         target = source;
       } catch (const std::bad_alloc&) {

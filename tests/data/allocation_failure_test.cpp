@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <new>
 #include <string>
 #include <vector>
 
@@ -16,7 +15,6 @@ using MCBinning::MCStatus;
 using MCBinning::SortedRows;
 using mcbinning_tests::FileOperation;
 using mcbinning_tests::LargeAllocationsFail;
-using mcbinning_tests::OneAllocationFails;
 using mcbinning_tests::TableRun;
 
 using Rows = std::vector<std::vector<double>>;
@@ -77,49 +75,6 @@ TEST_F(AllocationFailureTest, ABufferWithoutMemoryHasNoColumns) {
   EXPECT_FALSE(buffer.Allocate(2, 100));
   EXPECT_EQ(buffer.Columns(), 0U);
   EXPECT_FALSE(buffer.Append(0, 1.0));
-}
-
-TEST_F(AllocationFailureTest, EveryAllocationOfARunCanFail) {
-  std::size_t failures = 0;
-  for (std::size_t call = 1;; ++call) {
-    TableRun run(list_, {{3, 1}, {1, 2}, {2, 0}});
-    const SortedRows* rows = nullptr;
-    MCStatus status;
-    bool threw = false;
-    bool happened = false;
-    {
-      const OneAllocationFails failure(call);
-      try {
-        status = run.table.Prepare();
-        if (!status.IsError()) {
-          status = run.table.BuildSupervisedTable(0, 1, &rows);
-        }
-      } catch (const std::bad_alloc&) {
-        threw = true;
-      }
-      happened = failure.Happened();
-    }
-    if (!happened) {
-      ASSERT_TRUE(status.IsOK());
-      ASSERT_NE(rows, nullptr);
-      break;
-    }
-    ++failures;
-    if (status.IsOK() && !threw) {
-      ASSERT_EQ(rows->Size(), 3U);  // done without, or with half the buffer
-      EXPECT_EQ(rows->Value(0), 1.0);
-      EXPECT_EQ(rows->Code(2), 1);
-    } else {
-      EXPECT_EQ(rows, nullptr);
-      EXPECT_TRUE(threw || status == MCStatus(3, false));
-    }
-    EXPECT_EQ(run.preparator.GetFileNames().empty(), run.directory.IsEmpty());
-    run.cases.Restart();
-    ASSERT_TRUE(run.table.Prepare().IsOK());
-    ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
-    EXPECT_EQ(rows->Size(), 3U);
-  }
-  EXPECT_GT(failures, 10U);
 }
 
 }  // namespace

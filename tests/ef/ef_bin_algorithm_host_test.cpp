@@ -1,4 +1,4 @@
-// The equal-frequency algorithm and the host's objects: reports, cancellation, exceptions.
+// The equal-frequency algorithm and the host's objects: reports, cancellation.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -112,62 +112,6 @@ TEST(EFBINAlgorithmHostTest, QueryCanBeReplaced) {
   EXPECT_EQ(never.Asked(), 0U);
   run->SetCancelPointer(nullptr);
   expectStatus(run->Run(cases, nullptr), MCStatus(1, false));
-}
-
-// A run that a host object ended leaves no file, and the next one is right.
-void expectExceptionAndRecovery(const EFRun& run, VectorCases& cases) {
-  expectStatus(run->Run(cases, nullptr), MCStatus(3, false));
-  EXPECT_TRUE(run.Directory().IsEmpty());
-  expectStatus(run->GetStatus(), MCStatus());
-  VectorCases fresh(fourRows(2));
-  const auto filed = run.Records().size();
-  expectStatus(run->Run(fresh, nullptr), MCStatus());
-  EXPECT_EQ(run.Records().size(), filed + 2);
-  for (const auto& record : run.Records()) {
-    expectHalves(record);
-  }
-}
-
-TEST(EFBINAlgorithmHostTest, ThrowingIterator) {
-  for (std::size_t call = 1; call <= 6; ++call) {
-    SCOPED_TRACE(call);
-    EFRun run(scaleVariables(2));
-    VectorCases cases(fourRows(2));
-    cases.ThrowAtHasNext(call);
-    expectExceptionAndRecovery(run, cases);
-  }
-  for (std::size_t call = 1; call <= 4; ++call) {
-    SCOPED_TRACE(call);
-    EFRun run(scaleVariables(2));
-    VectorCases cases(fourRows(2));
-    cases.ThrowAtNext(call);
-    expectExceptionAndRecovery(run, cases);
-  }
-}
-
-TEST(EFBINAlgorithmHostTest, ThrowingListener) {
-  // Two reports of the pass, then one for each attribute.
-  for (std::size_t report = 1; report <= 4; ++report) {
-    SCOPED_TRACE(report);
-    EFRun run(scaleVariables(2));
-    RecordingListener listener;
-    listener.throwAt = report;
-    run->SetProgressListener(&listener);
-    run->GetSettings()->SetNSkippedCasesReports(2);
-    VectorCases cases(fourRows(2));
-    expectExceptionAndRecovery(run, cases);
-  }
-}
-
-TEST(EFBINAlgorithmHostTest, ThrowingQuery) {
-  for (std::size_t question = 1; question <= 11; ++question) {
-    SCOPED_TRACE(question);
-    CountingQuery query;
-    query.ThrowAt(question);
-    EFRun run(scaleVariables(2), 2, &query);
-    VectorCases cases(fourRows(2));
-    expectExceptionAndRecovery(run, cases);
-  }
 }
 
 }  // namespace

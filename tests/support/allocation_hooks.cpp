@@ -60,7 +60,7 @@ LargeAllocationsFail::LargeAllocationsFail(std::size_t bytes) { largest = bytes;
 
 LargeAllocationsFail::~LargeAllocationsFail() { largest = std::numeric_limits<std::size_t>::max(); }
 
-AllocationsFail::AllocationsFail(std::size_t first, std::size_t last) : first_(first) {
+AllocationsFail::AllocationsFail(std::size_t first, std::size_t last) {
   countedFrom = allocations.load();
   firstFailing = first;
   lastFailing = last;

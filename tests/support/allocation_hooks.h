@@ -32,12 +32,6 @@ class AllocationsFail {
 
   /// Allocations made since.
   std::size_t Made() const;
-
-  /// Whether the first of them was made.
-  bool Happened() const { return Made() >= first_; }
-
- private:
-  std::size_t first_;
 };
 
 /// While one of these lives, the allocation of number `call` fails.
