@@ -209,6 +209,10 @@ class Files(ProgramTest):
         self.fail_with(DATA, "cannot open nope.csv: No such file or directory", "fit", "nope.csv",
                        "-e")
         self.fail_with(DATA, "cannot open tmp: it is a directory", "fit", "tmp", "-e")
+        self.file("d.csv", "a\n1\n2\n")
+        self.fail_with(USAGE, "--output ./d.csv is the file of the data: name another for the model",
+                       "fit", "d.csv", "-e", "-o", "./d.csv")
+        self.assertEqual((self.directory / "d.csv").read_text(), "a\n1\n2\n")
         result = self.run_program("fit", LOANS, "-e", "-o", "no/m.json")
         self.assertEqual(result.returncode, DATA)
         # Not even the plan of the columns: the path is tried before the data are read.
