@@ -17,6 +17,17 @@ PlacedRow placed(const SortedRows::Row& row) {
           static_cast<std::uint32_t>(row.code)};
 }
 
+template <typename PlacedRow>
+void addWeights(std::span<const PlacedRow> rows, double sign, std::span<double> counts) {
+  double total = counts[0];
+  for (const PlacedRow& row : rows) {
+    const double weight = sign * static_cast<double>(row.weight);
+    counts[row.code + 1] += weight;
+    total += weight;
+  }
+  counts[0] = total;
+}
+
 }  // namespace
 
 bool ArePackable(std::span<const double> weights) {
@@ -85,6 +96,15 @@ void SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, bool wh
   isMerged_ = isPacked_;
   const auto zero = std::find(cases.values.begin(), cases.values.end(), 0.0);
   zero_ = zero == cases.values.end() ? 0.0 : *zero;
+}
+
+void SortedRows::AddWeights(std::size_t first, std::size_t end, double sign,
+                            std::span<double> counts) const {
+  if (isPacked_) {
+    addWeights(std::span<const PackedRow>(packed_.get() + first, end - first), sign, counts);
+  } else {
+    addWeights(std::span<const WideRow>(wide_.get() + first, end - first), sign, counts);
+  }
 }
 
 void SortedRows::Merge() {

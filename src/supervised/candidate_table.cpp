@@ -71,9 +71,7 @@ double CandidateTable::CutPointAfter(std::size_t candidate) const {
 
 void CandidateTable::Sum(std::size_t first, std::size_t last, ClassCounts& counts) const {
   counts.assign(nCategories_ + 1, 0.0);
-  for (std::size_t candidate = first; candidate <= last; ++candidate) {
-    AddTo(counts, candidate);
-  }
+  AddTo(counts, first, last + 1);
 }
 
 }  // namespace MCBinning

@@ -54,21 +54,14 @@ class CandidateTable {
   }
   double Weight(std::size_t entry) const { return entries_->Weight(entry); }
 
-  /// Adds a candidate to class counts, or takes it away: category by category in code order, each
-  /// weight first at its category's element, then at the total.
-  void AddTo(ClassCounts& counts, std::size_t candidate) const {
-    const std::size_t end = FirstEntry(candidate + 1);
-    for (std::size_t entry = FirstEntry(candidate); entry < end; ++entry) {
-      counts[Code(entry) + 1] += Weight(entry);
-      counts[0] += Weight(entry);
-    }
+  /// Adds the candidates from `first` to before `end` to class counts, or takes them away:
+  /// candidate by candidate and category by category in code order, each weight at its category's
+  /// element and at the total.
+  void AddTo(ClassCounts& counts, std::size_t first, std::size_t end) const {
+    entries_->AddWeights(FirstEntry(first), FirstEntry(end), 1.0, counts);
   }
-  void SubtractFrom(ClassCounts& counts, std::size_t candidate) const {
-    const std::size_t end = FirstEntry(candidate + 1);
-    for (std::size_t entry = FirstEntry(candidate); entry < end; ++entry) {
-      counts[Code(entry) + 1] -= Weight(entry);
-      counts[0] -= Weight(entry);
-    }
+  void SubtractFrom(ClassCounts& counts, std::size_t first, std::size_t end) const {
+    entries_->AddWeights(FirstEntry(first), FirstEntry(end), -1.0, counts);
   }
 
   /// Class counts of the candidates `first` to `last`, both included, added in ascending order.

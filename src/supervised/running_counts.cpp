@@ -25,11 +25,9 @@ RunningCounts::RunningCounts(const CandidateTable& table)
 
 void RunningCounts::CountTable() {
   ClassCounts counts(table_.GetNCategories() + 1, 0.0);
-  for (std::size_t candidate = 0; candidate < table_.Size(); ++candidate) {
-    if (KeptBorder(candidate) == candidate) {
-      Keep(keptLeft_, candidate, counts);
-    }
-    table_.AddTo(counts, candidate);
+  for (std::size_t border = 0; border < table_.Size(); border += kBlock) {
+    Keep(keptLeft_, border, counts);
+    table_.AddTo(counts, border, std::min(border + kBlock, table_.Size()));
   }
 }
 
@@ -57,19 +55,19 @@ void RunningCounts::Start(std::size_t first, std::size_t last) {
 
 void RunningCounts::CountInterval() {
   total_.assign(table_.GetNCategories() + 1, 0.0);
-  for (std::size_t candidate = first_; candidate <= last_; ++candidate) {
-    if (KeptBorder(candidate) == candidate) {
-      Keep(keptLeft_, candidate, total_);
+  const auto countBlocks = [this](auto count, std::vector<double>& kept, ClassCounts& counts) {
+    for (std::size_t border = first_; border <= last_;) {
+      if (KeptBorder(border) == border) {
+        Keep(kept, border, counts);
+      }
+      const std::size_t next = std::min(KeptBorder(border) + kBlock, last_ + 1);
+      (table_.*count)(counts, border, next);
+      border = next;
     }
-    table_.AddTo(total_, candidate);
-  }
+  };
+  countBlocks(&CandidateTable::AddTo, keptLeft_, total_);
   ClassCounts right = total_;
-  for (std::size_t candidate = first_; candidate <= last_; ++candidate) {
-    if (KeptBorder(candidate) == candidate) {
-      Keep(keptRight_, candidate, right);
-    }
-    table_.SubtractFrom(right, candidate);
-  }
+  countBlocks(&CandidateTable::SubtractFrom, keptRight_, right);
 }
 
 void RunningCounts::At(std::size_t border, SplitCounts& counts) const {
@@ -92,9 +90,7 @@ void RunningCounts::At(std::size_t border, SplitCounts& counts) const {
     copyKept(keptLeft_, counts.left);
     copyKept(keptRight_, counts.right);
   }
-  for (; candidate < border; ++candidate) {
-    Pass(candidate, counts);
-  }
+  Move(candidate, border, counts);
 }
 
 void RunningCounts::Keep(std::vector<double>& kept, std::size_t border,
@@ -104,12 +100,10 @@ void RunningCounts::Keep(std::vector<double>& kept, std::size_t border,
 
 void RunningCounts::CountBefore(std::size_t border, ClassCounts& counts) const {
   const std::size_t width = table_.GetNCategories() + 1;
-  std::size_t candidate = KeptBorder(std::min(border, table_.Size() - 1));
+  const std::size_t candidate = KeptBorder(std::min(border, table_.Size() - 1));
   const double* const kept = keptLeft_.data() + candidate / kBlock * width;
   counts.assign(kept, kept + width);
-  for (; candidate < border; ++candidate) {
-    table_.AddTo(counts, candidate);
-  }
+  table_.AddTo(counts, candidate, border);
 }
 
 }  // namespace MCBinning

@@ -42,10 +42,10 @@ class RunningCounts {
   /// The counts at a border from `first` to `last` + 1 of the interval.
   void At(std::size_t border, SplitCounts& counts) const;
 
-  /// Moves counts on, from the border before `candidate` to the one after it.
-  void Pass(std::size_t candidate, SplitCounts& counts) const {
-    table_.AddTo(counts.left, candidate);
-    table_.SubtractFrom(counts.right, candidate);
+  /// Moves counts on from one border to a later one.
+  void Move(std::size_t border, std::size_t later, SplitCounts& counts) const {
+    table_.AddTo(counts.left, border, later);
+    table_.SubtractFrom(counts.right, border, later);
   }
 
   /// The greatest border not beyond `border` at which counts are kept.

@@ -70,9 +70,7 @@ void SplitScan::Search(const Border& begin, const Border& end, std::size_t depth
     counts_.At(kept, middle.counts);
   } else {
     middle.counts = begin.counts;
-    for (std::size_t candidate = begin.at; candidate < middle.at; ++candidate) {
-      counts_.Pass(candidate, middle.counts);
-    }
+    counts_.Move(begin.at, middle.at, middle.counts);
   }
   FillTerms(middle);
   if (IsExamined(middle.at - 1) && !(LeastEntropy(middle, middle) > best_.entropy)) {
@@ -99,7 +97,7 @@ void SplitScan::Search(const Border& begin, const Border& end, std::size_t depth
 void SplitScan::ScanAll(const Border& begin, std::size_t end) {
   running_ = begin.counts;
   for (std::size_t position = begin.at; position < end; ++position) {
-    counts_.Pass(position, running_);
+    counts_.Move(position, position + 1, running_);
     if (IsExamined(position)) {
       Evaluate(position, running_);
     }

@@ -40,6 +40,22 @@ TEST(SortedRowsTest, RowsGivenInOrderAreKeptAsTheyAre) {
   EXPECT_EQ(SortedRows().Size(), 0U);
 }
 
+TEST(SortedRowsTest, WeightsAreAddedRowByRow) {
+  for (const double unit : {1.0, 0.1}) {
+    const SortedRows rows({{1, 0, 7 * unit}, {2, 1, 2 * unit}, {3, 1, 3 * unit}, {4, 0, 9 * unit}});
+    std::vector<double> counts = {unit, 0.0, unit};
+    rows.AddWeights(1, 4, 1.0, counts);
+    EXPECT_EQ(counts, (std::vector<double>{unit + 2 * unit + 3 * unit + 9 * unit, 9 * unit,
+                                           unit + 2 * unit + 3 * unit}));
+    rows.AddWeights(0, 2, -1.0, counts);
+    EXPECT_EQ(counts,
+              (std::vector<double>{unit + 2 * unit + 3 * unit + 9 * unit - 7 * unit - 2 * unit,
+                                   9 * unit - 7 * unit, unit + 2 * unit + 3 * unit - 2 * unit}));
+    rows.AddWeights(3, 3, 1.0, counts);
+    EXPECT_EQ(counts[1], 9 * unit - 7 * unit);
+  }
+}
+
 TEST(SortedRowsTest, NaNComesAfterAllNumbersAndInfinitiesAreNumbers) {
   const double infinity = std::numeric_limits<double>::infinity();
   const double nan = std::numeric_limits<double>::quiet_NaN();

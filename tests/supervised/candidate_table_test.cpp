@@ -110,7 +110,7 @@ TEST(CandidateTableTest, AddsAndSubtractsCategoryByCategory) {
   ClassCounts counts;
   table.Sum(0, 1, counts);
   EXPECT_THAT(counts, ElementsAre(0.1 + 0.2 + 0.3, 0.1 + 0.2, 0.3));
-  table.SubtractFrom(counts, 1);
+  table.SubtractFrom(counts, 1, 2);
   EXPECT_THAT(counts, ElementsAre(0.1 + 0.2 + 0.3 - 0.2 - 0.3, 0.1 + 0.2 - 0.2, 0.3 - 0.3));
 }
 

@@ -25,8 +25,8 @@ void expectCountsOfAScan(const CandidateTable& table, RunningCounts& counts, std
     if (border == last + 1) {
       break;
     }
-    table.AddTo(left, border);
-    table.SubtractFrom(right, border);
+    table.AddTo(left, border, border + 1);
+    table.SubtractFrom(right, border, border + 1);
   }
 }
 

@@ -22,8 +22,8 @@ inline MCBinning::SplitScan::Split plainBestSplit(const MCBinning::CandidateTabl
   bool carry = false;
   bool pure = false;
   for (std::size_t position = first; position <= last; ++position) {
-    table.AddTo(left, position);
-    table.SubtractFrom(right, position);
+    table.AddTo(left, position, position + 1);
+    table.SubtractFrom(right, position, position + 1);
     bool examined = !pure;  // the last position follows the one before it
     if (position < last) {
       const auto codes = codesOf(table, position);
