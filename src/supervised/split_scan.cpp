@@ -10,14 +10,25 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kRounding = 0x1p-53;  // of one operation, relative
 constexpr std::size_t kFewCandidates = 8;
+constexpr std::size_t kLogTableSize = std::size_t{1} << 14;  // small enough for the cache
+constexpr double kNotYet = -1.0;
 
-/// x log2 x, which is 0 at 0.
-double xLogX(double x) { return x > 0.0 ? x * std::log2(x) : 0.0; }
+bool hasNegativeShare(const ClassCounts& counts) {
+  return std::any_of(counts.begin() + 1, counts.end(),
+                     [&](double count) { return count < 0.0 && count / counts[0] < 0.0; });
+}
+
+/// x log2 x, which is 0 at 0 and NaN below.
+double xLogX(double x) { return x != 0.0 ? x * std::log2(x) : 0.0; }
 
 }  // namespace
 
 SplitScan::SplitScan(const CandidateTable& table, const RunningCounts& counts)
-    : table_(table), counts_(counts) {}
+    : table_(table), counts_(counts) {
+  if (counts_.IsExact()) {
+    logTable_.assign(kLogTableSize, kNotYet);
+  }
+}
 
 /// Whether this candidate and the next one carry one and the same single category.
 bool SplitScan::IsPure(std::size_t candidate) const {
@@ -33,8 +44,13 @@ bool SplitScan::IsExamined(std::size_t position) const {
   return (position < last_ && !IsPure(position)) || (position > first_ && !IsPure(position - 1));
 }
 
-void SplitScan::Evaluate(std::size_t position, const SplitCounts& counts) {
-  const double entropy = WeightedEntropy(counts.left, counts.right);
+/// Looks at the position before a border, unless its bound excludes it.
+void SplitScan::EvaluateBefore(const Border& border) {
+  const std::size_t position = border.at - 1;
+  if (!IsExamined(position) || LeastEntropyBefore(border) > best_.entropy) {
+    return;
+  }
+  const double entropy = WeightedEntropy(border.counts.left, border.counts.right);
   if (entropy < best_.entropy || (entropy == best_.entropy && position < best_.position)) {
     best_ = {position, entropy, true};
   }
@@ -44,6 +60,7 @@ SplitScan::Split SplitScan::FindBest(std::size_t first, std::size_t last) {
   first_ = first;
   last_ = last;
   weight_ = counts_.Total()[0];
+  logOfWeight_ = std::log2(weight_);
   best_ = {0, kInfinity, false};
   Border& begin = borders_[0];
   Border& end = borders_[1];
@@ -73,9 +90,7 @@ void SplitScan::Search(const Border& begin, const Border& end, std::size_t depth
     counts_.Move(begin.at, middle.at, middle.counts);
   }
   FillTerms(middle);
-  if (IsExamined(middle.at - 1) && !(LeastEntropy(middle, middle) > best_.entropy)) {
-    Evaluate(middle.at - 1, middle.counts);
-  }
+  EvaluateBefore(middle);
   const double leastLeft = LeastEntropy(begin, middle);
   const double leastRight = LeastEntropy(middle, end);
   const auto searchLeft = [&] {
@@ -95,21 +110,60 @@ void SplitScan::Search(const Border& begin, const Border& end, std::size_t depth
 }
 
 void SplitScan::ScanAll(const Border& begin, std::size_t end) {
-  running_ = begin.counts;
-  for (std::size_t position = begin.at; position < end; ++position) {
-    counts_.Move(position, position + 1, running_);
-    if (IsExamined(position)) {
-      Evaluate(position, running_);
-    }
+  running_ = begin;
+  while (running_.at < end) {
+    MoveOn(running_);
+    EvaluateBefore(running_);
   }
 }
 
-void SplitScan::FillTerms(Border& border) const {
-  border.terms.resize(table_.GetNCategories());
-  for (std::size_t category = 1; category <= border.terms.size(); ++category) {
-    border.terms[category - 1] = xLogX(border.counts.left[category] / weight_) +
-                                 xLogX(border.counts.right[category] / weight_);
+/// Moves a border on by one candidate.
+void SplitScan::MoveOn(Border& border) {
+  const std::size_t candidate = border.at++;
+  counts_.Move(candidate, border.at, border.counts);
+  for (std::size_t entry = table_.FirstEntry(candidate); entry < table_.FirstEntry(border.at);
+       ++entry) {
+    double& term = border.terms[table_.Code(entry)];
+    border.sumOfTerms -= term;
+    term = Term(border.counts, table_.Code(entry));
+    border.sumOfTerms += term;
   }
+}
+
+void SplitScan::FillTerms(Border& border) {
+  border.terms.resize(table_.GetNCategories());
+  border.sumOfTerms = 0.0;
+  for (std::size_t category = 0; category < border.terms.size(); ++category) {
+    border.terms[category] = Term(border.counts, category);
+    border.sumOfTerms += border.terms[category];
+  }
+}
+
+double SplitScan::Term(const SplitCounts& counts, std::size_t category) {
+  const double left = counts.left[category + 1];
+  const double right = counts.right[category + 1];
+  if (left + right < static_cast<double>(logTable_.size())) {
+    return (TableEntry(left) + TableEntry(right) - (left + right) * logOfWeight_) / weight_;
+  }
+  return xLogX(left / weight_) + xLogX(right / weight_);
+}
+
+double SplitScan::TableEntry(double count) {
+  double& entry = logTable_[static_cast<std::size_t>(count)];
+  if (entry == kNotYet) {
+    entry = xLogX(count);
+  }
+  return entry;
+}
+
+/// Less than what is evaluated at the position before a border, or NaN when nothing is known.
+double SplitScan::LeastEntropyBefore(const Border& border) const {
+  const double left = border.counts.left[0] / weight_;
+  const double right = border.counts.right[0] / weight_;
+  const double logLeft = std::log2(left);
+  const double logRight = std::log2(right);
+  return left * logLeft + right * logRight - border.sumOfTerms -
+         Slack(border, border, logLeft - logRight);
 }
 
 /// Less than what is evaluated at any position from begin to before end can be, or NaN when nothing
@@ -117,24 +171,22 @@ void SplitScan::FillTerms(Border& border) const {
 double SplitScan::LeastEntropy(const Border& begin, const Border& end) const {
   const SplitCounts& from = begin.counts;
   const SplitCounts& to = end.counts;
+  if (std::isnan(begin.sumOfTerms) && to.right[0] > 0.0 && hasNegativeShare(from.right)) {
+    return kInfinity;  // counts only fall, so the logarithm of that share stays NaN
+  }
   const double middleLeft = (from.left[0] + to.left[0]) / 2.0 / weight_;
   const double middleRight = (from.right[0] + to.right[0]) / 2.0 / weight_;
   const double slope = std::log2(middleLeft) - std::log2(middleRight);
   const double slopeOfCount = slope / weight_;
   double least = xLogX(middleLeft) + xLogX(middleRight) - slope * middleLeft;
-  bool isBounded = true;
-  for (std::size_t category = 1; category < from.left.size(); ++category) {
-    if (from.right[category] < 0.0 && from.right[category] / from.right[0] < 0.0 &&
-        to.right[0] > 0.0) {
-      return kInfinity;  // counts only fall, so the logarithm of this share stays NaN
-    }
-    isBounded = isBounded && !(to.right[category] < 0.0);
-    least += std::min(slopeOfCount * from.left[category] - begin.terms[category - 1],
-                      slopeOfCount * to.left[category] - end.terms[category - 1]);
+  for (std::size_t category = 0; category < begin.terms.size(); ++category) {
+    least += std::min(slopeOfCount * from.left[category + 1] - begin.terms[category],
+                      slopeOfCount * to.left[category + 1] - end.terms[category]);
   }
   // A bound without limit comes of a quotient that overflowed.
-  return isBounded && std::isfinite(least) ? least - Slack(begin, end, slope)
-                                           : std::numeric_limits<double>::quiet_NaN();
+  return std::isfinite(least) && !std::isnan(end.sumOfTerms)
+             ? least - Slack(begin, end, slope)
+             : std::numeric_limits<double>::quiet_NaN();
 }
 
 /// Most by which rounding can lift the computed bound above a computed entropy.

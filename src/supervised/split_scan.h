@@ -38,14 +38,19 @@ class SplitScan {
     std::size_t at = 0;
     SplitCounts counts;
     std::vector<double> terms;  // per category: x log2 x + y log2 y of its shares x left, y right
+    double sumOfTerms = 0.0;    // NaN when a count is negative
   };
 
   bool IsPure(std::size_t candidate) const;
   bool IsExamined(std::size_t position) const;
-  void Evaluate(std::size_t position, const SplitCounts& counts);
+  void EvaluateBefore(const Border& border);
   void Search(const Border& begin, const Border& end, std::size_t depth);
   void ScanAll(const Border& begin, std::size_t end);
-  void FillTerms(Border& border) const;
+  void MoveOn(Border& border);
+  void FillTerms(Border& border);
+  double Term(const SplitCounts& counts, std::size_t category);
+  double TableEntry(double count);
+  double LeastEntropyBefore(const Border& border) const;
   double LeastEntropy(const Border& begin, const Border& end) const;
   double Slack(const Border& begin, const Border& end, double slope) const;
 
@@ -56,9 +61,11 @@ class SplitScan {
   std::size_t first_ = 0;
   std::size_t last_ = 0;
   double weight_ = 0.0;  // of the interval
+  double logOfWeight_ = 0.0;
   Split best_;
   std::array<Border, kDeepest> borders_;
-  SplitCounts running_;
+  Border running_;
+  std::vector<double> logTable_;  // n log2 n, once it was needed; empty where sums are rounded
 };
 
 }  // namespace MCBinning

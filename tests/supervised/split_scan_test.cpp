@@ -190,6 +190,7 @@ void expectPlainSplits(std::size_t n, unsigned k, const WeightOf& weight, std::u
 
 double one(Random&) { return 1.0; }
 double whole(Random& random) { return static_cast<double>(1 + random() % 50); }
+double heavy(Random& random) { return static_cast<double>(1 + random() % 100000); }
 double fraction(Random& random) {
   return std::uniform_real_distribution<double>(1e-3, 2.0)(random);
 }
@@ -208,6 +209,7 @@ TEST(SplitScanTest, WholeWeightsGiveTheSplitOfThePlainScan) {
   expectPlainSplits(3000, 10, one, 4);
   expectPlainSplits(2000, 100, whole, 5);
   expectPlainSplits(2000, 256, one, 6);
+  expectPlainSplits(3000, 10, heavy, 7);
 }
 
 TEST(SplitScanTest, FractionalWeightsGiveTheSplitOfThePlainScan) {
