@@ -59,9 +59,9 @@ class BoundaryPass {
     }
     if (binWeights_ != nullptr) {
       if (rightBorderClosed_) {
-        AppendClosedBin(entry, target, isMet);
+        AppendClosedBin(entry, target);
       } else {
-        AppendOpenBin(entry, target, isMet);
+        AppendOpenBin(entry, target);
       }
     }
     return isMet ? (next + ValueBefore(position_)) / 2 : next;
@@ -96,22 +96,20 @@ class BoundaryPass {
   }
 
   // The run that crosses the target belongs to the bin that ends.
-  void AppendClosedBin(const Entry& entry, double target, bool isMet) {
+  void AppendClosedBin(const Entry& entry, double target) {
     if (!(cumulative_ > target) && target != totalWeight_) {
       if (beforeLastRun_ != 0.0) {
         binWeights_->push_back(beforeLastRun_ - entry.cumulative);
       }
-    } else if (!isMet || target == totalWeight_) {
-      binWeights_->push_back(cumulative_ - entry.cumulative);
     } else {
-      binWeights_->push_back(beforeLastRun_ - entry.cumulative);
+      binWeights_->push_back(cumulative_ - entry.cumulative);
     }
   }
 
   // The run that crosses the target belongs to the bin that begins.
-  void AppendOpenBin(const Entry& entry, double target, bool isMet) {
+  void AppendOpenBin(const Entry& entry, double target) {
     if (beforeLastRun_ == 0.0) {
-      binWeights_->push_back(!isMet && entry.position == 0 ? 0.0 : cumulative_);
+      binWeights_->push_back(entry.position == 0 ? 0.0 : cumulative_);
     } else {
       const double end = target == totalWeight_ ? cumulative_ : beforeLastRun_;
       binWeights_->push_back(end - entry.beforeLastRun);
@@ -176,9 +174,7 @@ void removeBorderCutPoint(const SortedRows& table, bool rightBorderClosed,
     }
   } else if (cutPoints.front() == table.Value(0)) {
     cutPoints.erase(cutPoints.begin());
-    if (!binWeights.empty()) {
-      binWeights.erase(binWeights.begin());
-    }
+    binWeights.erase(binWeights.begin());
   }
 }
 

@@ -222,6 +222,21 @@ TEST(EFPreProcessTest, WeightLostToRoundingIsNoBin) {
 TEST(EFPreProcessTest, TotalThatTheRowsNeverReach) {
   expectCuts(cutPairs(rowsOf({1}), 2, true, 10.0), {}, {});
   expectCuts(cutPairs(rowsOf({1, 2}), 2, true, 10.0), {}, {1});
+  expectCuts(cutPairs(rowsOf({1}), 2, false, 10.0), {}, {1});
+}
+
+TEST(EFPreProcessTest, TotalThatTheFirstRowPasses) {
+  expectCuts(cutPairs(rowsOf({1}), 2, false, 0.5), {}, {0.5});
+}
+
+TEST(EFPreProcessTest, TargetWeightThatIsTooSmallForADoubleIsZero) {
+  constexpr double kLeast = std::numeric_limits<double>::denorm_min();
+  expectCuts(cutPairs(rowsOf({1, 2}, {kLeast, kLeast}), 4, true), {1}, {kLeast, kLeast});
+}
+
+TEST(EFPreProcessTest, InfiniteMidpointsAreOneCutPoint) {
+  const auto rows = rowsOf({1e308, 1.5e308, 1.7e308, kInfinity});
+  expectCuts(cutTriples(rows, 4, true), {kInfinity}, {});
 }
 
 TEST(EFPreProcessTest, InfiniteTotalEnds) {
