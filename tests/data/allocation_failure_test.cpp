@@ -57,12 +57,14 @@ TEST_F(AllocationFailureTest, RowsThatFindNoMemoryGive3AndCanBeBuiltLater) {
   TableRun run(list_, Rows(20000, {1, 2}));
   ASSERT_TRUE(run.table.Prepare().IsOK());
   const SortedRows* rows = nullptr;
-  {
-    const LargeAllocationsFail limit(100000);
+  for (const std::size_t bytes :
+       {100000U, 200000U}) {  // the column finds no memory; the rows do not
+    const LargeAllocationsFail limit(bytes);
     EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, &rows), MCStatus(3, false));
     EXPECT_EQ(run.table.BuildUnsupervisedTable(0, &rows), MCStatus(3, false));
     EXPECT_EQ(rows, nullptr);
     EXPECT_EQ(run.table.GetNRows(), 0U);
+    EXPECT_EQ(run.table.GetTotalWeight(), 0.0);
   }
   EXPECT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
   EXPECT_EQ(run.table.GetNRows(), 20000U);

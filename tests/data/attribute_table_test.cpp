@@ -395,6 +395,51 @@ TEST(AttributeTableTest, NothingIsBuiltFromAPassThatFailedOrNeverWas) {
   EXPECT_EQ(rows, nullptr);
 }
 
+TEST(AttributeTableTest, ASecondPreparationHasItsOwnTargetAndWeights) {
+  BINVarList list;
+  addScale(list);
+  addTarget(list, 2);
+  addWeight(list);
+  TableRun run(list, {{1, 0, 2}, {2, 1, 3}});
+  ASSERT_TRUE(run.table.Prepare().IsOK());
+  const SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  EXPECT_EQ(run.table.GetTotalWeight(), 5.0);
+  run.cases = mcbinning_tests::VectorCases({{1, 1, 4}, {2, 0, 8}});
+  ASSERT_TRUE(run.table.Prepare().IsOK());
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  EXPECT_EQ(run.table.GetTotalWeight(), 12.0);
+  EXPECT_EQ(rows->Code(0), 1);
+  EXPECT_EQ(rows->Code(1), 0);
+}
+
+/// Puts another value into the last cell of a column file of `cells` cells.
+void damageLastCell(const std::string& name, std::uintmax_t cells, double value) {
+  std::filesystem::resize_file(name, (cells - 1) * sizeof value);
+  MCBinning::FileHandle file = MCBinning::kNoFile;
+  ASSERT_TRUE(MCBinning::RealFileSystem().OpenForAppend(name, file));
+  EXPECT_TRUE(MCBinning::RealFileSystem().Write(file, &value, sizeof value));
+  EXPECT_TRUE(MCBinning::RealFileSystem().Close(file));
+}
+
+TEST(AttributeTableTest, ATargetThatCouldNotBeReadToItsEndIsNotTakenForTheOneBefore) {
+  BINVarList list;
+  addScale(list);
+  list.AddCatVar("other", "", 2, IBINVariable::NumericCategoricalLevel,
+                 IBINVariable::AttributeRole);
+  addTarget(list, 2);
+  TableRun run(list, {{1, 0, 1}, {2, 1, 0}});
+  ASSERT_TRUE(run.table.Prepare().IsOK());
+  const SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, &rows).IsOK());
+  const auto other = static_cast<std::size_t>(run.preparator.GetColumnOf(1));
+  damageLastCell(run.preparator.GetFileNames()[other], 2, 9.0);
+  EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, &rows), error(3));
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, &rows).IsOK());
+  EXPECT_EQ(rows->Code(0), 1);
+  EXPECT_EQ(rows->Code(1), 0);
+}
+
 /// Three columns (target, weight, attribute) of five cases, spooled but not read yet.
 class DamagedColumnTest : public testing::Test {
  protected:
@@ -451,11 +496,7 @@ TEST_F(DamagedColumnTest, ATargetCellThatThePassNeverWroteGives3) {
   // The highest code is 1.
   for (const double cell : {2.0, 255.0, 256.0, -1.0, 1e300, kNaN, -kInfinity}) {
     Spool();
-    std::filesystem::resize_file(Name(0), 32);
-    MCBinning::FileHandle file = MCBinning::kNoFile;
-    ASSERT_TRUE(MCBinning::RealFileSystem().OpenForAppend(Name(0), file));
-    ASSERT_TRUE(MCBinning::RealFileSystem().Write(file, &cell, sizeof cell));
-    MCBinning::RealFileSystem().Close(file);
+    damageLastCell(Name(0), 5, cell);
     EXPECT_EQ(Build(), error(3)) << cell;
   }
 }

@@ -217,6 +217,16 @@ TEST(DataPreparatorTargetTest, ATargetCodeOf256IsAnErrorWithOneCategoricalVariab
   EXPECT_TRUE(run.directory.IsEmpty());
 }
 
+TEST(DataPreparatorTargetTest, AnErrorOfTheTargetTakesThePlaceOfAnInputsWarning) {
+  BINVarList list;
+  addCategorical(list, "a", IBINVariable::AttributeRole);
+  const int target = addScale(list, "t");
+  list.SetVariableRole(target, IBINVariable::TargetRole);
+  TableRun run(list, {{256, 0}, {0, 256}, {0, 0}});
+  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(false, target));
+  EXPECT_EQ(run.cases.NextCalls(), 2U);
+}
+
 TEST_F(DataPreparatorTest, ACodeOf255IsAccepted) {
   TableRun run(list_, {{255, 255, 1}});
   EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
@@ -340,12 +350,14 @@ TEST_F(DataPreparatorTest, AGivenUpColumnStopsGrowing) {
 }
 
 TEST_F(DataPreparatorTest, ASecondPassStartsAnew) {
-  TableRun run(list_, {{256, 1, 1}});
+  TableRun run(list_, {{256, 7, 1}});
   EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsWarning());
+  EXPECT_EQ(run.preparator.GetHighestCode(1), 7);
   mcbinning_tests::VectorCases cases({{1, 2, 3}, {0, 0, 4}});
   EXPECT_TRUE(run.preparator.PrepareData(cases).IsOK());
   EXPECT_TRUE(isUsed(run, 0));
   EXPECT_EQ(column(run, 0), (std::vector<double>{1, 0}));
+  EXPECT_EQ(run.preparator.GetHighestCode(1), 2);
   EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 2U);
   EXPECT_EQ(run.directory.Files().size(), 3U);
 }

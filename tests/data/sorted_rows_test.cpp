@@ -31,6 +31,18 @@ SortedRows sorted(const std::vector<double>& values) {
   return rows;
 }
 
+TEST(SortedRowsTest, WholeWeightsArePackableWhileTheirSumIsBelow2To32) {
+  const auto arePackable = [](const std::vector<double>& weights) {
+    return MCBinning::ArePackable(weights);
+  };
+  EXPECT_TRUE(arePackable({4294967294.0, 1.0}));
+  EXPECT_FALSE(arePackable({4294967294.0, 1.0, 1.0}));
+  EXPECT_FALSE(arePackable({1.0, 1.5}));
+  EXPECT_FALSE(arePackable({1.0, 0.0}));
+  EXPECT_FALSE(arePackable({1.0, -1.0, 2.0}));
+  EXPECT_TRUE(arePackable({}));
+}
+
 TEST(SortedRowsTest, RowsGivenInOrderAreKeptAsTheyAre) {
   const SortedRows rows({{1.0, 2, 0.5}, {3.0, 0, 4.0}});
   ASSERT_EQ(rows.Size(), 2U);
