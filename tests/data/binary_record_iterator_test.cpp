@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <fstream>
+#include <numeric>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -101,6 +102,26 @@ TEST_F(BinaryRecordIteratorTest, EveryValueComesOnceWhateverTheNumberOfBlocks) {
       EXPECT_EQ(reader.Rewind(), 0);
     }
   }
+}
+
+TEST_F(BinaryRecordIteratorTest, TakesAsManyAsAreAskedForAndGoesOnFromThere) {
+  std::vector<double> values(20001);
+  std::iota(values.begin(), values.end(), 1.0);
+  Write(values);
+  BinaryRecordIterator reader(Name(), files_);
+  std::vector<double> got;
+  for (const std::size_t count : {1U, 2U, 8188U, 1U, 1U, 8192U, 0U, 3U}) {
+    std::vector<double> taken(count);
+    EXPECT_EQ(reader.Take(taken), count);
+    got.insert(got.end(), taken.begin(), taken.end());
+    got.push_back(reader.Next());
+  }
+  std::vector<double> rest(values.size());
+  EXPECT_EQ(reader.Take(rest), values.size() - got.size());
+  got.insert(got.end(), rest.begin(), rest.begin() + (20001 - 16396));
+  EXPECT_TRUE(got == values);
+  EXPECT_EQ(reader.GetStatus(), 1);
+  EXPECT_EQ(reader.Take(rest), 0U);
 }
 
 TEST_F(BinaryRecordIteratorTest, ReadsInBlocks) {

@@ -34,6 +34,12 @@ TEST(UserMissingTest, SlotOrder) {
   EXPECT_EQ(VirtualSlot(&IBINUserMissing::Display), 6U);
 }
 
+TEST(UserMissingTest, AHostsOwnDefinitionIsAssigned) {
+  ForeignUserMissing definition(IBINUserMissing::NumericData);
+  definition = ForeignUserMissing(IBINUserMissing::StringData);
+  EXPECT_EQ(definition.GetDataType(), IBINUserMissing::StringData);
+}
+
 TEST(NumericUserMissingTest, FreshDefinitionIsEmpty) {
   BINNumericUserMissing definition;
   EXPECT_EQ(definition.GetDataType(), IBINUserMissing::NumericData);

@@ -128,6 +128,14 @@ TEST(VariableTest, RoundingOptionTexts) {
   EXPECT_EQ(OptionText(-1), Flushing("\n"));
 }
 
+TEST(VariableTest, AssignmentThroughTheInterfaceCopiesNothing) {
+  BINContVar variable("x", "label", IBINVariable::AttributeRole);
+  IBINVariable& interface = variable;
+  interface = NumericVariable(3);
+  EXPECT_EQ(variable.GetVariableName(), "x");
+  EXPECT_EQ(variable.GetMeasureLevel(), IBINVariable::ContinuousLevel);
+}
+
 TEST(CatVarTest, KeepsWhatItIsGiven) {
   BINCatVar variable("name", "label", -5, IBINVariable::StringCategoricalLevel,
                      IBINVariable::TargetRole);

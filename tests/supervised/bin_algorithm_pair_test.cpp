@@ -4,13 +4,16 @@
 #include <mccomvor/missing_value.h>
 
 #include <cmath>
+#include <fstream>
 #include <limits>
+#include <string>
 
 #include "support/supervised_run.h"
 
 namespace {
 
 using MCBinning::MCStatus;
+using mcbinning_tests::FileOperation;
 using mcbinning_tests::kSeparatedRows;
 using mcbinning_tests::PairRun;
 using mcbinning_tests::SupervisedRun;
@@ -185,6 +188,27 @@ TEST(BINAlgorithmPairTest, PreBinsWithoutABorderMakeOneBin) {
   const auto result = run.OnlyResult();
   EXPECT_EQ(result.GetStatus(), MCStatus(120017, true));
   EXPECT_THAT(result.GetCellCounts(), ElementsAre(ElementsAre(92, 1, 91)));
+}
+
+TEST(BINAlgorithmPairTest, WeightsThatSomebodyMadeZeroInTheirFileMakeNoPreBins) {
+  SupervisedRun run({{1, 0, 2}, {2, 0, 2}, {3, 1, 2}, {4, 1, 2}});
+  run.AddScale("x");
+  run.AddTarget(2);
+  run.list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
+  run.settings.SetNumDistinctValueThreshold(2);
+  bool isFirst = true;  // the weights are read before any other column
+  run.files.SetHook([&](FileOperation operation, const std::string& name) {
+    if (operation == FileOperation::OpenForReading && isFirst) {
+      std::ofstream(name, std::ios::binary) << std::string(4 * sizeof(double), '\0');
+      isFirst = false;
+    }
+  });
+  EXPECT_TRUE(run.Run().IsOK());
+  const auto result = run.OnlyResult();
+  EXPECT_EQ(result.GetTotalWeight(), 0.0);
+  EXPECT_THAT(result.GetCutPoints(), IsEmpty());
+  EXPECT_THAT(result.GetCellCounts(), ElementsAre(IsEmpty()));
+  EXPECT_EQ(result.GetModelEntropy(), MCMV::gMissingValue);
 }
 
 TEST(BINAlgorithmPairTest, RowsBeyondThePreBinsGiveWarning120002AndTheRestIsSearched) {

@@ -96,6 +96,8 @@ TEST(CandidateTableTest, PreBinCountsOfAnotherSizeAreInconsistent) {
   EXPECT_FALSE(CandidateTable::FromPreBins(&boundaries, &counts, 1).IsConsistent());
   const std::vector<double> none;
   EXPECT_FALSE(CandidateTable::FromPreBins(&none, &none, 2).IsConsistent());
+  const std::vector<double> tooMany(2 * 257, 1.0);
+  EXPECT_FALSE(CandidateTable::FromPreBins(&boundaries, &tooMany, 257).IsConsistent());
 }
 
 TEST(CandidateTableTest, MissingVectorIsInconsistent) {

@@ -33,6 +33,12 @@ TEST(PreBinsTest, OuterBoundariesAreTheFiniteEnds) {
   EXPECT_EQ(kHighest, 1.7976931348623157e308);
 }
 
+TEST(PreBinsTest, OneBinHasTheOuterBoundariesAlone) {
+  const std::vector<SortedRows::Row> rows = {{1, 0, 1}, {2, 0, 1}};
+  EXPECT_THAT(boundariesOf(rows, 1, true), ElementsAre(kLowest, kHighest));
+  EXPECT_THAT(boundariesOf(rows, 1, false), ElementsAre(kLowest, kHighest));
+}
+
 TEST(PreBinsTest, ClosedBorderDropsACutPointAtTheMaximum) {
   const std::vector<SortedRows::Row> rows = {{1, 0, 1}, {2, 0, 1}, {3, 0, 9}};
   EXPECT_THAT(boundariesOf(rows, 2, true), ElementsAre(kLowest, kHighest));

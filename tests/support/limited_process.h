@@ -1,9 +1,12 @@
 #ifndef MCBINNING_TESTS_SUPPORT_LIMITED_PROCESS_H
 #define MCBINNING_TESTS_SUPPORT_LIMITED_PROCESS_H
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
+
+#include <string>
 
 namespace mcbinning_tests {
 
@@ -39,6 +42,32 @@ class WithoutFileHandles {
 
  private:
   rlimit before_{};
+};
+
+/// While one of these lives, a directory is the process's root directory, where it may be.
+class RootDirectory {
+ public:
+  explicit RootDirectory(const std::string& directory)
+      : before_(open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+        isSet_(before_ >= 0 && chroot(directory.c_str()) == 0) {}
+  RootDirectory(const RootDirectory&) = delete;
+  RootDirectory& operator=(const RootDirectory&) = delete;
+  ~RootDirectory() {
+    if (isSet_) {
+      const int working = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+      EXPECT_EQ(fchdir(before_), 0);
+      EXPECT_EQ(chroot("."), 0);
+      EXPECT_EQ(fchdir(working), 0);
+      close(working);
+    }
+    close(before_);
+  }
+
+  bool IsSet() const { return isSet_; }
+
+ private:
+  int before_;
+  bool isSet_;
 };
 
 }  // namespace mcbinning_tests

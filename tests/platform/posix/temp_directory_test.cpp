@@ -9,6 +9,9 @@
 #include <optional>
 #include <string>
 
+#include "support/limited_process.h"
+#include "support/scratch_directory.h"
+
 namespace {
 
 using MCBinning::TempDirectory;
@@ -68,6 +71,17 @@ TEST(TempDirectoryTest, ElseItIsTheRuntimesOwn) {
   variable.Set(file);
   EXPECT_EQ(TempDirectory(), P_tmpdir);
   std::filesystem::remove(file);
+}
+
+TEST(TempDirectoryTest, WithoutAnyDirectoryItIsTheWorkingOne) {
+  const TemporaryDirectoryVariable variable;
+  variable.Unset();
+  const mcbinning_tests::ScratchDirectory empty;
+  const mcbinning_tests::RootDirectory root(empty.Path());
+  if (!root.IsSet()) {
+    GTEST_SKIP() << "the root directory is for a privileged user to set";
+  }
+  EXPECT_EQ(TempDirectory(), "./");
 }
 
 }  // namespace
