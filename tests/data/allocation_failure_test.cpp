@@ -57,8 +57,8 @@ TEST_F(AllocationFailureTest, RowsThatFindNoMemoryGive3AndCanBeBuiltLater) {
   TableRun run(list_, Rows(20000, {1, 2}));
   ASSERT_TRUE(run.table.Prepare().IsOK());
   const SortedRows* rows = nullptr;
-  for (const std::size_t bytes :
-       {100000U, 200000U}) {  // the column finds no memory; the rows do not
+  // With the lesser limit a column finds no memory, with the greater one the rows.
+  for (const std::size_t bytes : {100000U, 200000U}) {
     const LargeAllocationsFail limit(bytes);
     EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, &rows), MCStatus(3, false));
     EXPECT_EQ(run.table.BuildUnsupervisedTable(0, &rows), MCStatus(3, false));

@@ -30,11 +30,11 @@ void expectCountsOfAScan(const CandidateTable& table, RunningCounts& counts, std
   }
 }
 
-void expectCountsOfScans(bool fractions) {
+void expectCountsOfScans(std::size_t candidates, bool fractions) {
   constexpr std::uint64_t kSeed = 17;
   std::mt19937_64 random(kSeed);
   std::vector<SortedRows::Row> rows;
-  for (int i = 0; i < 2000; ++i) {
+  for (std::size_t i = 0; i < 2 * candidates; ++i) {
     const double weight = static_cast<double>(random() % 9 + 1);
     rows.push_back({static_cast<double>(i / 2), static_cast<int>(random() % 3),
                     fractions ? weight / 10.0 : weight});
@@ -43,7 +43,14 @@ void expectCountsOfScans(bool fractions) {
   RunningCounts counts(table);
   EXPECT_EQ(counts.IsExact(), !fractions);
   const std::vector<std::pair<std::size_t, std::size_t>> intervals = {
-      {0, 999}, {0, 255}, {256, 511}, {255, 256}, {3, 9}, {100, 700}, {768, 999}, {999, 999}};
+      {0, candidates - 1},
+      {0, 255},
+      {256, 511},
+      {255, 256},
+      {3, 9},
+      {100, 500},
+      {256, candidates - 1},
+      {candidates - 1, candidates - 1}};
   for (const auto& [first, last] : intervals) {
     SCOPED_TRACE(std::to_string(first) + " to " + std::to_string(last));
     expectCountsOfAScan(table, counts, first, last);
@@ -55,9 +62,16 @@ void expectCountsOfScans(bool fractions) {
   }
 }
 
-TEST(RunningCountsTest, WholeWeightsGiveTheCountsOfAScan) { expectCountsOfScans(false); }
+// 768 candidates end where counts are kept.
+TEST(RunningCountsTest, WholeWeightsGiveTheCountsOfAScan) {
+  expectCountsOfScans(1000, false);
+  expectCountsOfScans(768, false);
+}
 
-TEST(RunningCountsTest, FractionalWeightsGiveTheCountsOfAScan) { expectCountsOfScans(true); }
+TEST(RunningCountsTest, FractionalWeightsGiveTheCountsOfAScan) {
+  expectCountsOfScans(1000, true);
+  expectCountsOfScans(768, true);
+}
 
 TEST(RunningCountsTest, EmptyTableHasNothingToCount) {
   const CandidateTable table = CandidateTable::FromRows(SortedRows(), 2, true);
