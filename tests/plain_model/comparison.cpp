@@ -154,16 +154,6 @@ void applyShared(const Settings& settings, HostSettings& host) {
   }
 }
 
-void apply(const Settings& settings, EFBINSettings& host) { applyShared(settings, host); }
-
-void apply(const Settings& settings, BINSettings& host) {
-  applyShared(settings, host);
-  host.SetSmallBinDetectionThreshold(settings.smallBinThreshold);
-  if (settings.distinctValueThreshold != -1) {
-    host.SetNumDistinctValueThreshold(settings.distinctValueThreshold);
-  }
-}
-
 const std::vector<int>* pointerTo(const std::optional<std::vector<int>>& selection) {
   return selection ? &*selection : nullptr;
 }
@@ -187,7 +177,7 @@ Status runModel(EqualFrequencyModel& model, const Request& request) {
 }
 
 template <typename Algorithm, typename Model>
-void compareRequests(Algorithm& algorithm, Model& model, const RandomRun& run,
+void compareRequests(Algorithm& algorithm, Model& model, const RandomRun& run, ComparisonHost& host,
                      Differences& differences) {
   for (std::size_t i = 0; i < run.requests.size(); ++i) {
     const Request& request = run.requests[i];
@@ -206,26 +196,27 @@ void compareRequests(Algorithm& algorithm, Model& model, const RandomRun& run,
     differences.Number("cases read again",
                        wasPrepared && cases.HasNextCalls() + cases.NextCalls() > 0, false);
     compareOutputs(*algorithm.GetOutput(), model.Records(), differences);
+    host.AfterRun(algorithm, request, status);
   }
 }
 
-// `Factory::*create` makes the algorithm; the model is only made for a list that is accepted.
-template <typename Model, typename HostSettings, typename Factory, typename Create>
-std::string compareAlgorithm(RandomRun& run, const std::string& tempDirectory, Create create,
+// The model is only made for a list that is accepted.
+template <typename Model, typename HostSettings, typename Factory>
+std::string compareAlgorithm(RandomRun& run, const std::string& tempDirectory, ComparisonHost& host,
                              Events& events) {
   Differences differences;
   HostSettings settings;
   apply(run.requests.front().settings, settings);
   settings.SetTempDirName(tempDirectory);
   Factory factory;
-  const auto algorithm = create(factory, settings, run.hostList);
+  const auto algorithm = host.Make(factory, settings, run.hostList);
   const Status listStatus = checkList(run.list);
   differences.At("factory");
   differences.Statuses("status", factory.GetStatus(), listStatus);
   differences.Number("algorithm made", algorithm != nullptr, listStatus.IsOK());
   if (listStatus.IsOK() && algorithm != nullptr) {
     Model model(run.list, run.requests.front().settings, events);
-    compareRequests(*algorithm, model, run, differences);
+    compareRequests(*algorithm, model, run, host, differences);
   } else {
     events.Count(Event::kListRefused);
   }
@@ -234,21 +225,43 @@ std::string compareAlgorithm(RandomRun& run, const std::string& tempDirectory, C
 
 }  // namespace
 
-std::string compareWithLibrary(RandomRun& run, const std::string& tempDirectory, Events& events) {
-  if (run.supervised) {
-    return compareAlgorithm<SupervisedModel, BINSettings, BINFactory>(
-        run, tempDirectory,
-        [](BINFactory& factory, BINSettings& settings, BINVarList& list) {
-          return std::unique_ptr<IBINAlgorithm>(factory.CreateBINAlgorithm(settings, list));
-        },
-        events);
+void apply(const Settings& settings, EFBINSettings& host) { applyShared(settings, host); }
+
+void apply(const Settings& settings, BINSettings& host) {
+  applyShared(settings, host);
+  host.SetSmallBinDetectionThreshold(settings.smallBinThreshold);
+  if (settings.distinctValueThreshold != -1) {
+    host.SetNumDistinctValueThreshold(settings.distinctValueThreshold);
   }
-  return compareAlgorithm<EqualFrequencyModel, EFBINSettings, EFBINFactory>(
-      run, tempDirectory,
-      [](EFBINFactory& factory, EFBINSettings& settings, BINVarList& list) {
-        return std::unique_ptr<IEFBINAlgorithm>(factory.CreateEFBINAlgorithm(settings, list));
-      },
-      events);
+}
+
+std::unique_ptr<IBINAlgorithm> ComparisonHost::Make(BINFactory& factory, BINSettings& settings,
+                                                    BINVarList& list) {
+  return std::unique_ptr<IBINAlgorithm>(factory.CreateBINAlgorithm(settings, list));
+}
+
+std::unique_ptr<IEFBINAlgorithm> ComparisonHost::Make(EFBINFactory& factory,
+                                                      EFBINSettings& settings, BINVarList& list) {
+  return std::unique_ptr<IEFBINAlgorithm>(factory.CreateEFBINAlgorithm(settings, list));
+}
+
+void ComparisonHost::AfterRun(IBINAlgorithm& /*algorithm*/, const Request& /*request*/,
+                              const MCBinning::MCStatus& /*status*/) {}
+
+void ComparisonHost::AfterRun(IEFBINAlgorithm& /*algorithm*/, const Request& /*request*/,
+                              const MCBinning::MCStatus& /*status*/) {}
+
+std::string compareWithLibrary(RandomRun& run, const std::string& tempDirectory, Events& events) {
+  ComparisonHost host;
+  return compareWithLibrary(run, tempDirectory, host, events);
+}
+
+std::string compareWithLibrary(RandomRun& run, const std::string& tempDirectory,
+                               ComparisonHost& host, Events& events) {
+  return run.supervised ? compareAlgorithm<SupervisedModel, BINSettings, BINFactory>(
+                              run, tempDirectory, host, events)
+                        : compareAlgorithm<EqualFrequencyModel, EFBINSettings, EFBINFactory>(
+                              run, tempDirectory, host, events);
 }
 
 }  // namespace plain_model
