@@ -46,7 +46,8 @@ void stepsOfLists(Input& input) {
   ListPair left;
   ListPair right;
   while (!input.IsUsedUp()) {
-    ListPair& changed = input.OneIn(6) ? right : left;
+    const bool isRight = input.OneIn(6);
+    ListPair& changed = isRight ? right : left;
     switch (input.Below(12)) {
       case 0:
         copyLists(input, left, right);
@@ -62,7 +63,7 @@ void stepsOfLists(Input& input) {
       case 4:
       case 5:
       case 6:
-        fuzz::stepOfVariable(input, changed);
+        fuzz::stepOfVariable(input, changed, isRight ? left : right);
         break;
       default:
         fuzz::stepOfList(input, changed);

@@ -20,8 +20,9 @@ struct ListPair {
 /// One call that adds, changes or removes a variable through the list, or asks it something.
 void stepOfList(Input& input, ListPair& pair);
 
-/// One call to a variable of the list, its encoder or its definition.
-void stepOfVariable(Input& input, ListPair& pair);
+/// One call to a variable of the list, its encoder or its definition; `other` lends variables to be
+/// assigned from.
+void stepOfVariable(Input& input, ListPair& pair, ListPair& other);
 
 /// Objects of their own: settings, intervals and definitions, changed and copied.
 void stepsOfSettings(Input& input);

@@ -3,6 +3,7 @@
 #include <mcbinning/encoders.h>
 
 #include <algorithm>
+#include <random>
 #include <string>
 #include <utility>
 
@@ -173,11 +174,8 @@ double makeCell(Input& input, CellStyle style) {
   }
 }
 
-std::vector<Case> makeCases(Input& input, const MadeList& list) {
-  const auto most = static_cast<std::size_t>(input.Pick({0, 1, 2, 10, 50, 400, 400, 400}));
-  const bool hasNulls = input.OneIn(6);
-  const int copies = input.Pick({1, 1, 1, 2, 3, 10});
-  std::vector<Case> cases;
+void addCases(Input& input, const MadeList& list, bool hasNulls, std::size_t most,
+              std::vector<Case>& cases) {
   while (cases.size() < most && !input.IsUsedUp()) {
     Case& cells = cases.emplace_back();
     if (hasNulls && input.OneIn(4)) {
@@ -187,9 +185,27 @@ std::vector<Case> makeCases(Input& input, const MadeList& list) {
       cells.push_back(makeCell(input, style));
     }
   }
+}
+
+std::vector<Case> makeCases(Input& input, const MadeList& list) {
+  const auto most = static_cast<std::size_t>(input.Pick({0, 1, 2, 10, 50, 400, 400, 400}));
+  const bool hasNulls = input.OneIn(6);
+  const int copies = input.Pick({1, 1, 1, 2, 3, 10});
+  const int drawn = input.OneIn(12) ? input.Between(1, 255) : 0;
+  std::vector<Case> cases;
+  addCases(input, list, hasNulls, most, cases);
   const std::size_t made = cases.size();
   for (int copy = 1; copy < copies && cases.size() + made <= kMostCases; ++copy) {
     cases.insert(cases.end(), cases.begin(), cases.begin() + static_cast<std::ptrdiff_t>(made));
+  }
+  if (drawn != 0) {
+    // More candidates than the bytes of a short input make: the rest is drawn.
+    std::minstd_rand random(static_cast<unsigned int>(drawn));
+    std::vector<std::uint8_t> bytes(kMostCases * (list.styles.size() + 1));
+    std::generate(bytes.begin(), bytes.end(),
+                  [&random] { return static_cast<std::uint8_t>(random() >> 8U); });
+    Input more(bytes.data(), bytes.size());
+    addCases(more, list, hasNulls, kMostCases, cases);
   }
   return cases;
 }

@@ -188,11 +188,13 @@ void stepOfEncoder(Input& input, IBINVariable& variable, VariableModel& model) {
   }
 }
 
-// Assigns one variable of the list to another of its class, which may be itself.
-void assignVariable(Input& input, ListPair& pair, int to) {
-  const int from = input.Below(pair.model.Size());
+// Assigns a variable of either list to one of its class, which may be itself.
+void assignVariable(Input& input, ListPair& pair, ListPair& other, int to) {
+  ListPair& giving = input.Flag() && other.model.Size() > 0 ? other : pair;
+  const int from = input.Below(giving.model.Size());
+  const bool isSelf = &giving == &pair && from == to;
   VariableModel& target = *pair.model.At(to);
-  const VariableModel source = *pair.model.At(from);
+  const VariableModel source = *giving.model.At(from);
   if (target.kind != source.kind) {
     return;
   }
@@ -200,17 +202,17 @@ void assignVariable(Input& input, ListPair& pair, int to) {
   const bool isLent = target.isLent;
   if (source.IsCategorical()) {
     dynamic_cast<BINCatVar&>(*pair.list.GetVarAt(to)) =
-        dynamic_cast<BINCatVar&>(*pair.list.GetVarAt(from));
+        dynamic_cast<BINCatVar&>(*giving.list.GetVarAt(from));
   } else if (source.kind == VariableModel::Kind::kScale) {
     dynamic_cast<BINContVar&>(*pair.list.GetVarAt(to)) =
-        dynamic_cast<BINContVar&>(*pair.list.GetVarAt(from));
+        dynamic_cast<BINContVar&>(*giving.list.GetVarAt(from));
   } else {
     dynamic_cast<BINWeightVar&>(*pair.list.GetVarAt(to)) =
-        dynamic_cast<BINWeightVar&>(*pair.list.GetVarAt(from));
+        dynamic_cast<BINWeightVar&>(*giving.list.GetVarAt(from));
   }
   target = source;
   target.rounding = rounding;  // the encoder stays
-  target.isLent = to == from ? isLent : target.missing.has_value();
+  target.isLent = isSelf ? isLent : target.missing.has_value();
 }
 
 void cloneVariable(IBINVariable& variable, const VariableModel& model) {
@@ -230,7 +232,7 @@ void askStatus(IBINVariable& variable, VariableModel& model) {
 
 }  // namespace
 
-void stepOfVariable(Input& input, ListPair& pair) {
+void stepOfVariable(Input& input, ListPair& pair, ListPair& other) {
   if (pair.model.Size() == 0) {
     return;
   }
@@ -262,7 +264,7 @@ void stepOfVariable(Input& input, ListPair& pair) {
     case 5:
       return replaceDefinition(input, variable, model);
     case 6:
-      return assignVariable(input, pair, index);
+      return assignVariable(input, pair, other, index);
     case 7:
       return cloneVariable(variable, model);
     default:
