@@ -1,6 +1,6 @@
 // Makes calls of any bytes to variable lists, variables, encoders, user-missing definitions,
-// intervals and settings. After every call everything that can be read must be as the plain model
-// says.
+// intervals, settings and outputs. After every call everything that can be read must be as the
+// plain model says.
 #include <cstddef>
 #include <cstdint>
 
@@ -86,6 +86,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
       break;
     case 2:
       fuzz::stepsOfDefinitions(input);
+      break;
+    case 3:
+      fuzz::stepsOfEncoders(input);
+      break;
+    case 4:
+      fuzz::stepsOfOutputs(input);
       break;
     default:
       stepsOfLists(input);

@@ -24,10 +24,12 @@ void stepOfList(Input& input, ListPair& pair);
 /// assigned from.
 void stepOfVariable(Input& input, ListPair& pair, ListPair& other);
 
-/// Objects of their own: settings, intervals and definitions, changed and copied.
+/// Objects of their own, changed and copied.
 void stepsOfSettings(Input& input);
 void stepsOfIntervals(Input& input);
 void stepsOfDefinitions(Input& input);
+void stepsOfEncoders(Input& input);
+void stepsOfOutputs(Input& input);
 
 }  // namespace fuzz
 

@@ -129,7 +129,8 @@ struct Disturbance {
         throwAtQuestion(When(input, 80)),
         cancelFrom(input.OneIn(3) ? When(input, 80) : 0),
         throwAtReport(When(input, 40)),
-        cancelAtReport(input.OneIn(4)) {}
+        cancelAtReport(input.OneIn(4)),
+        directory(input.Text()) {}
 
   FileOperation operation;
   std::size_t failFrom;
@@ -141,6 +142,7 @@ struct Disturbance {
   std::size_t cancelFrom;
   std::size_t throwAtReport;
   bool cancelAtReport;
+  std::string directory;
 
  private:
   static std::size_t When(Input& input, int most) {
@@ -170,6 +172,7 @@ void runDisturbed(RandomRun& made, const Disturbance& disturbance) {
   settings.SetCancelPointer(&query);
   settings.SetProgressListener(&listener);
   settings.SetNSkippedCasesReports(7);
+  settings.SetTempDirName(disturbance.directory);
   {
     Algorithm algorithm(settings, made.hostList, files);
     if (disturbance.cancelAtReport) {

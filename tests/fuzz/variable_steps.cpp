@@ -272,6 +272,27 @@ void stepOfVariable(Input& input, ListPair& pair, ListPair& other) {
   }
 }
 
+void stepsOfEncoders(Input& input) {
+  const std::vector<double> numbers = input.Several(12, [&] { return input.Number(); });
+  const std::vector<std::string> texts = input.Several(12, [&] { return input.Text(); });
+  BINCatNumEncoder ofNumbers(numbers);
+  BINStringEncoder ofTexts(texts);
+  BINCatNumEncoder oneByOne(input.AnyInt());
+  BINStringEncoder textByText(input.AnyInt());
+  VariableModel model;
+  for (const double value : numbers) {
+    check(isSame(oneByOne.Encode(value), model.Encode(value)), "encode one by one");
+    check(isSame(ofNumbers.EncodeConst(value), model.EncodeConst(value)), "encode at once");
+  }
+  check(displayed(oneByOne) == displayed(ofNumbers), "both have the same numbers");
+  model = VariableModel();
+  for (const std::string& value : texts) {
+    check(isSame(textByText.Encode(value), model.Encode(value)), "encode text by text");
+    check(isSame(ofTexts.EncodeConst(value), model.EncodeConst(value)), "encode texts at once");
+  }
+  check(displayed(textByText) == displayed(ofTexts), "both have the same texts");
+}
+
 void stepsOfDefinitions(Input& input) {
   MadeDefinition first = makeDefinition(input);
   MadeDefinition second = makeDefinition(input);
