@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Everything that must hold before a change lands: sets the machine up, builds, runs every test,
-# checks format, layers and clang-tidy, and runs tests again under valgrind and the sanitizers.
+# checks format, layers and clang-tidy, runs tests again under valgrind and the sanitizers and
+# fuzzes the library for a short while.
 # With --quick it stops after the tests of the release build. Safe to repeat.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -38,6 +39,9 @@ if [ "${1:-}" != --quick ]; then
   # By clang, so that both compilers see every source with warnings as errors.
   step "building and testing: address and undefined behaviour sanitizers"
   build_and_test asan-clang
+
+  step "fuzzing the library for a short while"
+  scripts/fuzz.sh 15 list run ef
 fi
 
 step "all checks passed"
