@@ -47,7 +47,7 @@ for target in "${targets[@]}"; do
   esac
   # The library says on standard output which file it could not open.
   if ! "$program" -max_total_time="$seconds" -max_len=$length -entropic=0 -close_fd_mask=1 \
-    -print_final_stats=1 -artifact_prefix="$work/" "$corpus" >"$work/log" 2>&1; then
+    -rss_limit_mb=4096 -print_final_stats=1 -artifact_prefix="$work/" "$corpus" >"$work/log" 2>&1; then
     cp "$work"/crash-* "$work"/leak-* "$work"/timeout-* "$work"/oom-* build/ 2>/dev/null || true
     tail -n 60 "$work/log" >&2
     echo "fuzz: $target failed; the input is in build/" >&2

@@ -74,7 +74,7 @@ class Input {
       case 0:
         return {};
       case 1:
-        return std::string(static_cast<std::size_t>(Below(4000)), 'v');
+        return std::string(static_cast<std::size_t>(Below(600)), 'v');
       case 2:
         return std::string("v\0w", 3);
       case 3:
