@@ -3,25 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <iostream>
 #include <string>
 
 #include "plain_model/comparison.h"
+#include "support/random_runs.h"
 #include "support/scratch_directory.h"
 
 namespace plain_model {
 namespace {
 
-std::uint64_t fromEnvironment(const char* name, std::uint64_t otherwise) {
-  const char* text = std::getenv(name);
-  return text != nullptr ? std::strtoull(text, nullptr, 10) : otherwise;
-}
-
 TEST(PlainModel, LibraryAgreesBitForBitOnRandomRuns) {
-  const std::uint64_t seed = fromEnvironment("MCB_SEED", 1);
-  const std::uint64_t runs = fromEnvironment("MCB_RUNS", 5000);
-  std::cout << "MCB_SEED=" << seed << " MCB_RUNS=" << runs << std::endl;
+  const auto [seed, runs] = mcbinning_tests::RandomRuns(5000);
   const mcbinning_tests::ScratchDirectory directory;
   Events events;
   int differing = 0;
