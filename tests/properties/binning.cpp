@@ -1,0 +1,137 @@
+#include "properties/binning.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace properties {
+
+namespace {
+
+/// What the host hands over for a case of that weight.
+double rawWeight(double weight, Weights weights) {
+  switch (weights) {
+    case Weights::kTruncated:
+      return weight + 0.75;
+    case Weights::kRounded:
+      return weight + 0.25;
+    default:
+      return weight;
+  }
+}
+
+std::vector<std::vector<double>> recordsOf(const DataSet& data) {
+  std::vector<std::vector<double>> records;
+  for (const Case& one : data.cases) {
+    records.push_back(one.values);
+    records.back().push_back(one.code);
+    records.back().push_back(rawWeight(one.weight, data.weights));
+  }
+  return records;
+}
+
+BINVarList listOf(const DataSet& data) {
+  BINVarList list;
+  for (int i = 0; i < data.attributes; ++i) {
+    list.AddContVar("x" + std::to_string(i), "", IBINVariable::AttributeRole);
+    list.AddDiscreteUserMissing(i, data.missingValue, "");
+    list.SetMissingInterval(i, data.missingLow, data.missingHigh);
+  }
+  list.AddCatVar("target", "", data.categories, IBINVariable::NumericCategoricalLevel,
+                 IBINVariable::TargetRole);
+  if (data.weights == Weights::kTruncated) {
+    list.AddWeightVar("weight", "", IBINVariable::TruncateToSmallerInt);
+  } else if (data.weights == Weights::kRounded) {
+    list.AddWeightVar("weight", "", IBINVariable::RoundToClosestInt);
+  } else if (data.weights != Weights::kNone) {
+    list.AddWeightVar("weight", "", static_cast<IBINVariable::BINWRoundingOption>(2));
+  }
+  return list;
+}
+
+template <typename LibraryRecord>
+Record commonPart(const LibraryRecord& from) {
+  Record record;
+  record.status = from.GetStatus();
+  record.cutPoints = from.GetCutPoints();
+  record.distinctValues = from.GetNDistinctValues();
+  record.totalWeight = from.GetTotalWeight();
+  record.totalWeightWithMissing = from.GetTotalWeightWithMissing();
+  record.minimum = from.GetMinimum();
+  record.maximum = from.GetMaximum();
+  return record;
+}
+
+}  // namespace
+
+void PrintTo(const Record& record, std::ostream* os) {
+  os->precision(17);
+  *os << "status " << record.status.GetErrorCode() << ", " << record.distinctValues
+      << " values from " << record.minimum << " to " << record.maximum << ", weight "
+      << record.totalWeight << " of " << record.totalWeightWithMissing << ", cut points "
+      << testing::PrintToString(record.cutPoints) << ", counts "
+      << testing::PrintToString(record.counts) << ", model entropy " << record.modelEntropy;
+}
+
+Binning::Binning(const DataSet& data, Algorithm algorithm)
+    : cases_(recordsOf(data)), target_(data.attributes) {
+  BINVarList list = listOf(data);
+  if (algorithm == Algorithm::kSupervised) {
+    BINSettings settings;
+    settings.SetTempDirName(directory_.Path());
+    settings.SetNumberOfBins(data.numberOfBins);
+    settings.SetRightBorderClosed(data.rightBorderClosed);
+    settings.SetNumDistinctValueThreshold(data.distinctValueThreshold);
+    settings.SetSmallBinDetectionThreshold(data.smallBinThreshold);
+    supervised_.reset(BINFactory().CreateBINAlgorithm(settings, list));
+  } else {
+    EFBINSettings settings;
+    settings.SetTempDirName(directory_.Path());
+    settings.SetNumberOfBins(data.numberOfBins);
+    settings.SetRightBorderClosed(data.rightBorderClosed);
+    equalFrequency_.reset(EFBINFactory().CreateEFBINAlgorithm(settings, list));
+  }
+}
+
+void Binning::Run(const std::vector<int>* selection) {
+  if (supervised_ != nullptr) {
+    supervised_->Run(cases_, selection, nullptr);
+    return;
+  }
+  std::vector<int> attributes;
+  for (int i = 0; i < target_; ++i) {
+    attributes.push_back(i);  // without the target, which the whole list includes
+  }
+  equalFrequency_->Run(cases_, selection != nullptr ? selection : &attributes);
+}
+
+std::vector<Record> Binning::Records() {
+  std::vector<Record> records;
+  if (supervised_ != nullptr) {
+    std::vector<BINAttributeTargetResults> results;
+    supervised_->GetOutput()->GetAllCutPoints(results);
+    for (const BINAttributeTargetResults& result : results) {
+      records.push_back(commonPart(result));
+      records.back().counts = result.GetCellCounts();
+      records.back().modelEntropy = result.GetModelEntropy();
+    }
+    return records;
+  }
+  std::vector<BINAttributeResults> results;
+  equalFrequency_->GetOutput()->GetAllCutPoints(results);
+  for (const BINAttributeResults& result : results) {
+    records.push_back(commonPart(result));
+    for (const double weight : result.GetCellCounts()) {
+      records.back().counts.push_back({weight});
+    }
+  }
+  return records;
+}
+
+std::vector<Record> bin(const DataSet& data, Algorithm algorithm) {
+  Binning binning(data, algorithm);
+  binning.Run();
+  return binning.Records();
+}
+
+}  // namespace properties
