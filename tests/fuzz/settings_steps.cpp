@@ -2,7 +2,9 @@
 #include <mcbinning/user_missing.h>
 
 #include <cmath>
+#include <limits>
 #include <string>
+#include <utility>
 
 #include "fuzz/check.h"
 #include "fuzz/list_comparison.h"
@@ -154,6 +156,11 @@ void stepsOfNumericInterval(Input& input) {
         "left end is infinite");
   check(interval.IsRightEndInfinite() == (right == std::numeric_limits<double>::max()),
         "right end is infinite");
+  const bool upTo = input.Flag();
+  check(BINNumericInterval(left, upTo).Contains(value) ==
+            (upTo ? value <= left && value >= -std::numeric_limits<double>::max()
+                  : value >= left && value <= std::numeric_limits<double>::max()),
+        "interval to infinity contains");
   const BINNumericInterval copy = interval;
   check((copy == interval) == (left == left && right == right), "a NaN equals nothing");
   check(displayed(copy) == displayed(interval), "copy of an interval");
