@@ -26,7 +26,17 @@ constexpr std::size_t kMostCases = 400;
 constexpr int kMostBins = 200;
 
 /// How the cells of a variable are made of bytes: one each, but for the last styles.
-enum class CellStyle { kSmall, kTenths, kNeighbours, kOften, kCodes, kCounts, kNumbers, kBits };
+enum class CellStyle {
+  kSmall,
+  kTenths,
+  kNeighbours,
+  kOften,
+  kCodes,
+  kOddCodes,
+  kCounts,
+  kNumbers,
+  kBits
+};
 
 struct MadeList {
   BINVarList host;
@@ -95,8 +105,8 @@ class ListMaker {
       }
     }
     made_.plain.AddCategorical(level, std::max(declared, known), role);
-    made_.styles.push_back(
-        input_.Pick({CellStyle::kCodes, CellStyle::kSmall, CellStyle::kNumbers}));
+    made_.styles.push_back(input_.Pick(
+        {CellStyle::kCodes, CellStyle::kSmall, CellStyle::kNumbers, CellStyle::kOddCodes}));
     if (input_.OneIn(8)) {
       DeclareMissing(index);  // cells hold codes already, so it plays no part
     }
@@ -164,6 +174,8 @@ double makeCell(Input& input, CellStyle style) {
       return input.Between(-128, 127);
     case CellStyle::kCodes:
       return input.OneIn(12) ? -1.0 : input.Below(3);
+    case CellStyle::kOddCodes:
+      return input.Pick({0.0, 1.0, 2.0, 1.9, -0.5, -1.0, -1.5, -2.0, 254.0, 255.0, 255.9, 256.0});
     case CellStyle::kCounts:
       return input.Between(0, 9);
     case CellStyle::kNumbers:
