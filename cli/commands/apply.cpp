@@ -60,6 +60,8 @@ void runApply(const ApplyCommand& apply) {
   if (apply.model == "-" && apply.input.data == "-") {
     throw UsageError("the model and the data cannot both come from standard input");
   }
+  requireOtherFile(apply.output, apply.model, "the model");
+  requireOtherFile(apply.output, apply.input.data, "the data");
   Model model = loadModel(apply.model);
   keepAttributes(model, apply.attributePatterns);
   const std::unique_ptr<TableReader> reader = openTable(apply.input);

@@ -44,6 +44,7 @@ void runExport(const ExportCommand& command) {
   if (command.format != "sql" && (command.from || command.style)) {
     throw UsageError("--from and --as are for --to sql");
   }
+  requireOtherFile(command.output, command.model, "the model");
   Model model = loadModel(command.model);
   keepAttributes(model, command.attributePatterns);
   OutputFile output(command.output);

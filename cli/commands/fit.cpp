@@ -4,11 +4,9 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "commands/commands.h"
@@ -160,18 +158,10 @@ void completeRequest(FitCommand& fit) {
   }
 }
 
-void checkOutput(const FitCommand& fit) {
-  std::error_code notThere;
-  if (fit.output && std::filesystem::equivalent(fit.request.input.data, *fit.output, notThere)) {
-    throw UsageError(fmt::format("--output {} is the file of the data: name another for the model",
-                                 *fit.output));
-  }
-}
-
 void runFit(FitCommand& fit) {
   completeRequest(fit);
   const std::unique_ptr<TableReader> reader = openTable(fit.request.input);
-  checkOutput(fit);
+  if (fit.output) requireOtherFile(*fit.output, fit.request.input.data, "the data");
   std::optional<OutputFile> file;  // opened at once: a wrong path shows before the work
   if (fit.output) file.emplace(*fit.output);
   ProgressBar progress;

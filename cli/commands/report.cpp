@@ -27,6 +27,7 @@ constexpr const char* kExamples =
     "Exit status: 0 done, 1 the model cannot be used, 2 wrong usage, 3 internal error.";
 
 void runReport(const ReportCommand& report) {
+  requireOtherFile(report.output, report.model, "the model");
   Model model = loadModel(report.model);
   keepAttributes(model, report.attributePatterns);
   OutputFile file(report.output);

@@ -6,6 +6,8 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "errors.h"
 
@@ -60,6 +62,14 @@ void OutputFile::Commit() {
 void OutputFile::Fail() const {
   const char* const reason = std::strerror(errno);
   throw DataError(fmt::format("cannot write {}: {}", path_, reason));
+}
+
+void requireOtherFile(const std::string& output, const std::string& input, const char* content) {
+  std::error_code notThere;
+  if (std::filesystem::is_regular_file(output, notThere) &&
+      std::filesystem::equivalent(output, input, notThere)) {
+    throw UsageError(fmt::format("--output {} is the file of {}: name another", output, content));
+  }
 }
 
 void writeStandardOutput(std::string_view text) {

@@ -30,6 +30,10 @@ class OutputFile {
   std::FILE* file_;
 };
 
+/// UsageError when `output` is the regular file `input`, which `content` ("the data") names: what a
+/// command reads is never replaced by what it writes.
+void requireOtherFile(const std::string& output, const std::string& input, const char* content);
+
 /// Writes results to standard output; DataError when they cannot be written.
 void writeStandardOutput(std::string_view text);
 

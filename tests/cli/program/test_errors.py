@@ -209,15 +209,25 @@ class Files(ProgramTest):
         self.fail_with(DATA, "cannot open nope.csv: No such file or directory", "fit", "nope.csv",
                        "-e")
         self.fail_with(DATA, "cannot open tmp: it is a directory", "fit", "tmp", "-e")
-        self.file("d.csv", "a\n1\n2\n")
-        self.fail_with(USAGE, "--output ./d.csv is the file of the data: name another for the model",
-                       "fit", "d.csv", "-e", "-o", "./d.csv")
-        self.assertEqual((self.directory / "d.csv").read_text(), "a\n1\n2\n")
         result = self.run_program("fit", LOANS, "-e", "-o", "no/m.json")
         self.assertEqual(result.returncode, DATA)
         # Not even the plan of the columns: the path is tried before the data are read.
         self.assertEqual(result.stderr,
                          "mcbin: cannot write no/m.json: No such file or directory\n")
+
+    def test_what_is_read_is_not_written_over(self):
+        self.file("d.csv", "a\n1\n2\n")
+        self.succeed("fit", "d.csv", "-e", "--bins", "2", "-o", "m.json")
+        for name, content, *arguments in (
+                ("./d.csv", "the data", "fit", "d.csv", "-e"),
+                ("./d.csv", "the data", "apply", "m.json", "d.csv"),
+                ("./m.json", "the model", "apply", "m.json", "d.csv"),
+                ("./m.json", "the model", "export", "m.json", "--to", "sql"),
+                ("./m.json", "the model", "report", "m.json")):
+            before = (self.directory / name).read_text()
+            self.fail_with(USAGE, f"--output {name} is the file of {content}: name another",
+                           *arguments, "-o", name)
+            self.assertEqual((self.directory / name).read_text(), before)
 
 
 class Databases(ProgramTest):
