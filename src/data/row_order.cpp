@@ -16,19 +16,42 @@ constexpr std::size_t kSamplesPerBucket = 16;  // no bucket is likely to be twic
 constexpr std::size_t kMostCells = std::size_t{1} << 15;
 constexpr std::ptrdiff_t kFewRows = 16;
 
-/// Buckets of a block of keys: a binary search one level for the whole block at a time, so that the
-/// searches of many keys overlap. The step is multiplied because compilers turn a choice of it into
-/// a branch, which nobody can predict.
-constexpr std::size_t kBlock = 64;
+constexpr std::size_t kBlock = 64;  // keys whose buckets are searched together
+using Keys = std::array<RowKey, kBlock>;
+using Buckets = std::array<std::size_t, kBlock>;
 
-void searchSplitters(const std::vector<RowKey>& splitters, std::span<const RowKey> keys,
-                     std::array<std::uint32_t, kBlock>& buckets) {
-  buckets.fill(0);
-  for (auto step = static_cast<std::uint32_t>(splitters.size() + 1) / 2; step > 0; step /= 2) {
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      buckets[i] += step * static_cast<std::uint32_t>(keys[i] >= splitters[buckets[i] + step - 1]);
+/// A search of the splitters as a tree: node n has its children at 2 n and 2 n + 1, so that a
+/// step is one comparison and no branch. Four searches at a time overlap.
+void searchSplitters(const std::vector<RowKey>& tree, const Keys& keys, Buckets& buckets) {
+  constexpr std::size_t kTogether = 4;
+  for (std::size_t i = 0; i < kBlock; i += kTogether) {
+    std::size_t a = 1;
+    std::size_t b = 1;
+    std::size_t c = 1;
+    std::size_t d = 1;
+    while (a < tree.size()) {
+      a = 2 * a + static_cast<std::size_t>(keys[i] >= tree[a]);
+      b = 2 * b + static_cast<std::size_t>(keys[i + 1] >= tree[b]);
+      c = 2 * c + static_cast<std::size_t>(keys[i + 2] >= tree[c]);
+      d = 2 * d + static_cast<std::size_t>(keys[i + 3] >= tree[d]);
+    }
+    buckets[i] = a - tree.size();
+    buckets[i + 1] = b - tree.size();
+    buckets[i + 2] = c - tree.size();
+    buckets[i + 3] = d - tree.size();
+  }
+}
+
+/// The ascending splitters as a tree, level by level from element 1 on.
+std::vector<RowKey> treeOf(const std::vector<RowKey>& splitters) {
+  std::vector<RowKey> tree(splitters.size() + 1);
+  for (std::size_t width = 1; width < tree.size(); width *= 2) {
+    const std::size_t stretch = tree.size() / width;
+    for (std::size_t node = 0; node < width; ++node) {
+      tree[width + node] = splitters[node * stretch + stretch / 2 - 1];
     }
   }
+  return tree;
 }
 
 template <typename Row>
@@ -150,7 +173,7 @@ RowCounts RowOrder<Row>::Fill(const CaseColumns& cases, Row* rows) {
 /// Returns the number of buckets, a power of 2.
 template <typename Row>
 std::size_t RowOrder<Row>::FindSplitters(std::span<const double> values) {
-  splitters_.clear();
+  tree_.assign(1, 0);
   const std::size_t buckets =
       std::min(kMostBuckets, std::bit_floor(values.size() / kRowsPerBucket));
   if (buckets < 2) {
@@ -165,14 +188,15 @@ std::size_t RowOrder<Row>::FindSplitters(std::span<const double> values) {
     sample[i] = KeyOf(values[i * stretch + i * 7919 % stretch]);
   }
   std::sort(sample.begin(), sample.end());
-  splitters_.resize(buckets - 1);
-  for (std::size_t i = 0; i < splitters_.size(); ++i) {
-    splitters_[i] = sample[(i + 1) * kSamplesPerBucket];
-    if (i > 0 && splitters_[i] <= splitters_[i - 1]) {
+  std::vector<RowKey> splitters(buckets - 1);
+  for (std::size_t i = 0; i < splitters.size(); ++i) {
+    splitters[i] = sample[(i + 1) * kSamplesPerBucket];
+    if (i > 0 && splitters[i] <= splitters[i - 1]) {
       // Often met: a bucket for this one value.
-      splitters_[i] = std::max(splitters_[i - 1], splitters_[i] + 1);
+      splitters[i] = std::max(splitters[i - 1], splitters[i] + 1);
     }
   }
+  tree_ = treeOf(splitters);
   return buckets;
 }
 
@@ -181,12 +205,12 @@ void RowOrder<Row>::AssignBuckets(std::span<const double> values) {
   const double missing = MCMV::gMissingValue;
   bucketOfCase_ = std::make_unique_for_overwrite<std::uint16_t[]>(values.size());
   bucketEnds_.assign(nBuckets_ + 1, 0);
-  std::array<RowKey, kBlock> keys;
-  std::array<std::uint32_t, kBlock> buckets;
+  Keys keys{};
+  Buckets buckets;
   for (std::size_t first = 0; first < values.size(); first += kBlock) {
     const auto block = values.subspan(first, std::min(kBlock, values.size() - first));
     std::transform(block.begin(), block.end(), keys.begin(), KeyOf);
-    searchSplitters(splitters_, std::span(keys).first(block.size()), buckets);
+    searchSplitters(tree_, keys, buckets);
     for (std::size_t i = 0; i < block.size(); ++i) {
       const std::size_t bucket = block[i] == missing ? nBuckets_ : buckets[i];
       bucketOfCase_[first + i] = static_cast<std::uint16_t>(bucket);

@@ -65,7 +65,7 @@ class RowOrder {
   std::span<const Row> SortBucket(std::span<const Row> bucket);
 
   std::size_t nBuckets_ = 1;
-  std::vector<RowKey> splitters_;                  // ascending; a key equal to one belongs above it
+  std::vector<RowKey> tree_;  // of splitters; a key equal to one belongs above it
   std::unique_ptr<std::uint16_t[]> bucketOfCase_;  // nBuckets_ for a case without a value
   std::vector<std::size_t> bucketEnds_;
   std::vector<Row> sorted_;
