@@ -191,18 +191,25 @@ bool BINAttributeTable::HoldWeights() {
   return true;
 }
 
-/// Adds up the case weights and puts system-missing into the cell of each case that makes no row.
+/// Puts system-missing into the cell of each case that makes no row, counts the others and adds up
+/// the case weights.
 void BINAttributeTable::SelectCases(bool withTarget, std::span<double> cells) {
   const double missing = MCMV::gMissingValue;
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    const double weight = weights_.empty() ? 1.0 : weights_[i];
-    summary_.totalWeightWithMissing += weight;
     if (withTarget && targetCodes_[i] == kMissingTarget) {
       cells[i] = missing;
     }
+    summary_.rows += cells[i] != missing ? 1 : 0;
+  }
+  if (weights_.empty()) {
+    summary_.totalWeight = summary_.rows;
+    summary_.totalWeightWithMissing = static_cast<double>(cells.size());
+    return;
+  }
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    summary_.totalWeightWithMissing += weights_[i];
     if (cells[i] != missing) {
-      summary_.totalWeight += weight;
-      ++summary_.rows;
+      summary_.totalWeight += weights_[i];
     }
   }
 }
