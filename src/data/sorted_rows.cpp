@@ -94,8 +94,23 @@ void SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, bool wh
   distinctValues_ = counts.distinctValues;
   codeLimit_ = nCategories;
   isMerged_ = isPacked_;
-  const auto zero = std::find(cases.values.begin(), cases.values.end(), 0.0);
-  zero_ = zero == cases.values.end() ? 0.0 : *zero;
+  if (HasZero()) {
+    zero_ = *std::find(cases.values.begin(), cases.values.end(), 0.0);
+  }
+}
+
+bool SortedRows::HasZero() const {
+  std::size_t first = 0;
+  std::size_t last = size_;
+  while (first < last) {
+    const std::size_t middle = first + (last - first) / 2;
+    if (Key(middle) < kZeroKey) {
+      first = middle + 1;
+    } else {
+      last = middle;
+    }
+  }
+  return first < size_ && Key(first) == kZeroKey;
 }
 
 void SortedRows::AddWeights(std::size_t first, std::size_t end, double sign,

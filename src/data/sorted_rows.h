@@ -80,6 +80,7 @@ class SortedRows {
 
  private:
   void MakeRoom(std::size_t rows, bool isPacked);
+  bool HasZero() const;
 
   bool isPacked_ = false;
   bool isMerged_ = false;
