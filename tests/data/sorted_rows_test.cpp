@@ -127,6 +127,17 @@ TEST(SortedRowsTest, MergeAddsUpTheWeightsInTheOrderOfTheCases) {
   EXPECT_EQ(rows.Weight(0), 1e16 + 0.5 + 1.5);
 }
 
+TEST(SortedRowsTest, ZeroKeepsItsSignWhenMerged) {
+  const PlainCases cases{{0.0, -0.0, -1}, {0, 0, 0}, {0.1, 0.2, 0.3}};
+  const PlainCases negative{{-0.0, 0.0, -1}, {0, 0, 0}, {0.1, 0.2, 0.3}};
+  SortedRows rows;
+  rows.Fill(cases.Columns(), 1, false);
+  EXPECT_FALSE(std::signbit(SortedRows::Merged(rows).Value(1)));
+  rows.Fill(negative.Columns(), 1, false);
+  EXPECT_TRUE(std::signbit(SortedRows::Merged(rows).Value(1)));
+  EXPECT_EQ(SortedRows::Merged(rows).Size(), 2U);
+}
+
 TEST(SortedRowsTest, NaNIsNeverMerged) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const PlainCases cases{{nan, 1, nan, -nan}, {0, 0, 0, 0}, {}};

@@ -133,6 +133,20 @@ TEST(CutPointSearchTest, WinningPositionWithAnEmptyRightPartIsNotApplied) {
        0.058000000000000003, 0.11600000000000001},
       3);
   EXPECT_EQ(outcome.status, MCStatus(120017, true));
+  // The same in front of another category, where the last position does have a cut point.
+  const Outcome inner = searchPreBins(
+      {-9, 1, 2, 9}, {0.45, 0.09000000000000001, 0, 0.45, 0.09000000000000001, 0, 0, 0, 0.5}, 3);
+  EXPECT_THAT(inner.bins.cutPoints, ElementsAre(2));
+}
+
+TEST(CutPointSearchTest, SideThatEndsNearerIsAddedUp) {
+  // Added up, the left side has a second category, with which the split is rejected; taken from
+  // the whole it would have lost the category to rounding.
+  ASSERT_EQ(1e-20 + 1.0 - 1.0, 0.0);
+  const Outcome outcome = searchRows({{1, 0, 3}, {1, 1, 1e-20}, {2, 1, 1}}, 2);
+  EXPECT_EQ(outcome.status, MCStatus(120017, true));
+  const Outcome accepted = searchRows({{1, 0, 3}, {2, 1, 1}}, 2);
+  EXPECT_THAT(accepted.bins.cutPoints, ElementsAre(1));
 }
 
 TEST(CutPointSearchTest, CutValueThatIsNoNumberIsNotAccepted) {
@@ -177,10 +191,10 @@ TEST(CutPointSearchTest, BinTotalIsTheSumOfItsCategories) {
 }
 
 TEST(CutPointSearchTest, EqualPreBinBoundariesMakeOneCutPoint) {
-  // The total weight of one accepts every split, also those of empty pre-bins.
-  const Outcome outcome = searchPreBins({-9, 1, 1, 9}, {0.25, 0.25, 0, 0, 0.25, 0.25}, 2);
+  // Both splits are made.
+  const Outcome outcome = searchPreBins({-9, 1, 1, 9}, {20, 0, 0, 20, 20, 0}, 2);
   EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(1));
-  EXPECT_THAT(outcome.bins.counts, ElementsAre(0.5, 0.25, 0.25, 0.5, 0.25, 0.25));
+  EXPECT_THAT(outcome.bins.counts, ElementsAre(40, 20, 20, 20, 20, 0));
 }
 
 }  // namespace

@@ -220,6 +220,29 @@ TEST(SplitScanTest, FractionalWeightsGiveTheSplitOfThePlainScan) {
   expectPlainSplits(2000, 256, fraction, 15);
 }
 
+// The two borders of the mixed middle part are equally good, so the rounding of thousands of
+// additions decides between them: what it can amount to belongs into the bound.
+TEST(SplitScanTest, RoundingOfManyFractionalWeightsGivesTheSplitOfThePlainScan) {
+  struct Mirrored {
+    std::size_t n;
+    std::size_t atEachEnd;  // of category 0 alone
+    std::vector<double> weights;
+  };
+  const std::vector<Mirrored> tables = {{30000, 7500, {0.1, 2.2, 0.4, 3.0}},
+                                        {30000, 7500, {0.7, 3.4, 2.0, 1.5}},
+                                        {30000, 5000, {0.2, 1.6, 4.0, 2.0}},
+                                        {100000, 20000, {3.6, 3.8}}};
+  for (const Mirrored& mirrored : tables) {
+    std::vector<SortedRows::Row> rows;
+    for (std::size_t i = 0; i < mirrored.n; ++i) {
+      const std::size_t toEnd = std::min(i, mirrored.n - 1 - i);
+      const std::size_t code = toEnd < mirrored.atEachEnd ? 0 : toEnd % mirrored.weights.size();
+      rows.push_back({static_cast<double>(i), static_cast<int>(code), mirrored.weights[code]});
+    }
+    bestSplitOf(rows, mirrored.weights.size());
+  }
+}
+
 TEST(SplitScanTest, WeightsOfAnySizeGiveTheSplitOfThePlainScan) {
   for (std::uint64_t seed = 20; seed < 40; ++seed) {
     expectPlainSplits(300, 2, wild, seed);

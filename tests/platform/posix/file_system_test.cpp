@@ -56,6 +56,16 @@ TEST_F(PosixFileSystemTest, ProbeTellsFreeFromTakenAndCreatesNothing) {
   EXPECT_EQ(files().Probe(MakeFile("b")), NameState::Taken);
 }
 
+TEST_F(PosixFileSystemTest, ProbeLeavesNothingOpen) {
+  const std::string name = MakeFile("a");
+  const int before = dup(STDIN_FILENO);
+  close(before);
+  EXPECT_EQ(files().Probe(name), NameState::Taken);
+  const int after = dup(STDIN_FILENO);
+  close(after);
+  EXPECT_EQ(after, before);
+}
+
 TEST_F(PosixFileSystemTest, ProbeOfANameWithoutADirectoryLooksIntoTheCurrentOne) {
   EXPECT_EQ(files().Probe("no-such-file-here"), NameState::Free);
 }

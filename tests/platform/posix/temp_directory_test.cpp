@@ -66,11 +66,17 @@ TEST(TempDirectoryTest, ElseItIsTheRuntimesOwn) {
   EXPECT_EQ(TempDirectory(), P_tmpdir);
   variable.Set("/no such directory");
   EXPECT_EQ(TempDirectory(), P_tmpdir);
-  const std::string file = testing::TempDir() + "mcbinning temp directory test file";
+}
+
+TEST(TempDirectoryTest, AFileIsNoDirectory) {
+  const TemporaryDirectoryVariable variable;
+  const mcbinning_tests::ScratchDirectory scratch;
+  const std::string file = scratch.Path() + "/file";
   std::ofstream(file) << "not a directory";
+  ASSERT_TRUE(std::filesystem::is_regular_file(file));
   variable.Set(file);
   EXPECT_EQ(TempDirectory(), P_tmpdir);
-  std::filesystem::remove(file);
+  scratch.Clear();
 }
 
 TEST(TempDirectoryTest, WithoutAnyDirectoryItIsTheWorkingOne) {
