@@ -13,6 +13,10 @@ build_and_test() {
   cmake --preset "$1"
   cmake --build --preset "$1" -j "$(nproc)"
   ctest --preset "$1" -j "$(nproc)" --no-tests=error --progress
+}
+
+# How many calls were made to fail in the tests just run, kind by kind.
+print_fault_points() {
   grep '^faults: ' "build/$1/Testing/Temporary/LastTest.log"
 }
 
@@ -25,6 +29,7 @@ scripts/check_layers.sh
 
 step "building and testing: release"
 build_and_test release
+print_fault_points release
 
 if [ "${1:-}" != --quick ]; then
   step "checking with clang-tidy"
@@ -39,6 +44,7 @@ if [ "${1:-}" != --quick ]; then
   # By clang, so that both compilers see every source with warnings as errors.
   step "building and testing: address and undefined behaviour sanitizers"
   build_and_test asan-clang
+  print_fault_points asan-clang
 
   step "fuzzing the library for a short while"
   scripts/fuzz.sh 15 list run ef
