@@ -142,7 +142,7 @@ void SplitScan::FillTerms(Border& border) {
 double SplitScan::Term(const SplitCounts& counts, std::size_t category) {
   const double left = counts.left[category + 1];
   const double right = counts.right[category + 1];
-  if (left + right < static_cast<double>(logTable_.size())) {
+  if (counts_.IsExact() && left + right < static_cast<double>(logTable_.size())) {
     return (TableEntry(left) + TableEntry(right) - (left + right) * logOfWeight_) / weight_;
   }
   return xLogX(left / weight_) + xLogX(right / weight_);

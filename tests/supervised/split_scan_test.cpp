@@ -77,6 +77,12 @@ TEST(SplitScanTest, PositionWhoseEntropyIsNaNNeverWins) {
   EXPECT_EQ(split.position, 3U);
 }
 
+TEST(SplitScanTest, CategoryOfNegativeWeightIsNoPlaceInATable) {
+  // Only weights that somebody changed in their file are negative; the logarithm of their share
+  // makes every entropy NaN.
+  EXPECT_FALSE(bestSplitOf({{1, 0, 2.5}, {2, 1, -1.0}, {3, 0, 4.0}, {4, 1, -0.5}}, 2).found);
+}
+
 TEST(SplitScanTest, NeighboursWithoutAnyWeightAreMixed) {
   const auto split = bestSplitOfPreBins({0, 0, 0, 0}, 2);
   EXPECT_FALSE(split.found);  // examined, but its entropy 0 / 0 is no number
