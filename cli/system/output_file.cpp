@@ -66,7 +66,7 @@ void OutputFile::Fail() const {
 
 void requireOtherFile(const std::string& output, const std::string& input, const char* content) {
   std::error_code notThere;
-  if (std::filesystem::is_regular_file(output, notThere) &&
+  if (output != "-" && std::filesystem::is_regular_file(output, notThere) &&
       std::filesystem::equivalent(output, input, notThere)) {
     throw UsageError(fmt::format("--output {} is the file of {}: name another", output, content));
   }

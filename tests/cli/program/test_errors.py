@@ -228,6 +228,9 @@ class Files(ProgramTest):
             self.fail_with(USAGE, f"--output {name} is the file of {content}: name another",
                            *arguments, "-o", name)
             self.assertEqual((self.directory / name).read_text(), before)
+        # Standard input and output, whatever files are there.
+        self.file("-", "a\n")
+        self.succeed("apply", "m.json", "-", stdin=b"a\n1\n")
 
 
 class Databases(ProgramTest):
