@@ -12,7 +12,8 @@ class BINSettings;
 class BINVarList;
 class EFBINSettings;
 
-/// Makes supervised algorithms; may be used again and again. Never throws.
+/// Makes supervised algorithms; may be used again and again, also from the cancel query that a
+/// creation asks. Never throws.
 class MCBINNING_API BINFactory {
  public:
   /// The status is OK.

@@ -1,5 +1,6 @@
 #include "mcbinning/factories.h"
 
+#include <utility>
 #include <vector>
 
 #include "api/make_algorithm.h"
@@ -27,10 +28,12 @@ MCStatus checkList(const BINVarList& varList) {
   return status;
 }
 
-// The steps that both factories share. Leaves `pending` null.
+// The steps that both factories share. Leaves `pending` as it was: null, or the algorithm of a
+// creation whose cancel query uses the factory again.
 template <typename Algorithm, typename Settings, typename Make>
 Algorithm* create(Settings& settings, BINVarList& varList, Make make, MCStatus& status,
                   std::unique_ptr<Algorithm>& pending) {
+  std::unique_ptr<Algorithm> outer = std::move(pending);
   try {
     status = checkList(varList);
     if (!status.IsError()) {
@@ -40,10 +43,9 @@ Algorithm* create(Settings& settings, BINVarList& varList, Make make, MCStatus& 
   } catch (...) {
     status = MCStatus(3, false);
   }
-  if (status.IsError()) {
-    pending.reset();
-  }
-  return pending.release();
+  Algorithm* created = status.IsError() ? nullptr : pending.release();
+  pending = std::move(outer);
+  return created;
 }
 
 }  // namespace

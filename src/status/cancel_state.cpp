@@ -4,7 +4,8 @@ namespace MCBinning {
 
 bool CancelState::IsCancelled() {
   if (!cancelled_ && query_ != nullptr) {
-    cancelled_ = query_->IsCancelled();
+    const bool answer = query_->IsCancelled();  // the host may call Cancel() while it is asked
+    cancelled_ = cancelled_ || answer;
   }
   return cancelled_;
 }

@@ -164,6 +164,26 @@ TEST(BINFactoryTest, QueryThatThrowsEndsWithStatusThree) {
   EXPECT_TRUE(factory.GetStatus() == MCStatus(3, false));
 }
 
+TEST(BINFactoryTest, FactoryUsedAgainFromTheCancelQueryMakesTwoAlgorithms) {
+  CountingQuery query;
+  BINSettings settings;
+  settings.SetCancelPointer(&query);
+  BINVarList list = oneAttribute();
+  BINVarList none;
+  BINFactory factory;
+  std::unique_ptr<IBINAlgorithm> inner;
+  query.hook = [&] {
+    BINSettings own;
+    inner.reset(factory.CreateBINAlgorithm(own, list));
+    EXPECT_EQ(factory.CreateBINAlgorithm(own, none), nullptr);
+  };
+  const std::unique_ptr<IBINAlgorithm> outer(factory.CreateBINAlgorithm(settings, list));
+  EXPECT_TRUE(factory.GetStatus() == MCStatus());
+  ASSERT_NE(outer, nullptr);
+  ASSERT_NE(inner, nullptr);
+  EXPECT_NE(outer, inner);
+}
+
 TEST(EFBINFactoryTest, CreationDoesNotAskTheCancelQuery) {
   CountingQuery query(1);
   EFBINSettings settings;

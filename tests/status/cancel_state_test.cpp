@@ -44,4 +44,12 @@ TEST(CancelStateTest, ReplacingTheQueryKeepsTheAnswer) {
   EXPECT_TRUE(state.IsCancelled());
 }
 
+TEST(CancelStateTest, CancelWhileTheHostIsAskedStaysWhateverTheAnswer) {
+  CountingQuery query;
+  MCBinning::CancelState state(&query);
+  query.hook = [&] { state.Cancel(); };
+  EXPECT_TRUE(state.IsCancelled());
+  EXPECT_TRUE(state.WasCancelled());
+}
+
 }  // namespace

@@ -10,7 +10,8 @@
 
 namespace mcbinning_tests {
 
-/// Answers true from its n-th question on (from 1; 0 for never), can throw at one instead.
+/// Answers true from its n-th question on (from 1; 0 for never), calls a hook for each, and can
+/// throw at one instead.
 class CountingQuery : public MCQueryCancel {
  public:
   explicit CountingQuery(std::size_t trueFrom = 0) : trueFrom_(trueFrom) {}
@@ -20,11 +21,16 @@ class CountingQuery : public MCQueryCancel {
     if (asked_ == throwAt_) {
       throw std::runtime_error("the host failed");
     }
+    if (hook) {
+      hook();
+    }
     return trueFrom_ != 0 && asked_ >= trueFrom_;
   }
 
   void ThrowAt(std::size_t question) { throwAt_ = question; }
   std::size_t Asked() const { return asked_; }
+
+  std::function<void()> hook;
 
  private:
   std::size_t trueFrom_;
