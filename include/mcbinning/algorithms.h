@@ -69,9 +69,9 @@ class MCBINNING_API IBINAlgorithm {
   virtual MCBinning::MCStatus GetStatus() = 0;
 
   /// The algorithm's own settings; never null. Every run uses the number of bins, the small-bin
-  /// threshold, the listener and the skipped attribute reports as they then stand, the run that
-  /// reads the cases the others. Only the cancel query is no longer taken from here:
-  /// SetCancelPointer() replaces it.
+  /// threshold, the listener and the skipped attribute reports as they then stand (these again
+  /// after every report), the run that reads the cases the others. Only the cancel query is no
+  /// longer taken from here: SetCancelPointer() replaces it.
   virtual BINSettings* GetSettings() = 0;
 
   /// Writes the state as text.
@@ -122,8 +122,9 @@ class MCBINNING_API IEFBINAlgorithm {
   virtual MCBinning::MCStatus GetStatus() = 0;
 
   /// The algorithm's own settings; never null. Every run uses the number of bins, the listener and
-  /// the skipped attribute reports as they then stand, the run that reads the cases the others.
-  /// Only the cancel query is no longer taken from here: SetCancelPointer() replaces it.
+  /// the skipped attribute reports as they then stand (these again after every report), the run
+  /// that reads the cases the others. Only the cancel query is no longer taken from here:
+  /// SetCancelPointer() replaces it.
   virtual EFBINSettings* GetSettings() = 0;
 
   /// Writes the state as text.

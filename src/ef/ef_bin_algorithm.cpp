@@ -122,7 +122,7 @@ void EFBINAlgorithm::BinWholeList() {
   const int size = static_cast<int>(varList_.Size());
   for (int attribute = 0; attribute < size && !cancelState_.WasCancelled(); ++attribute) {
     if (attribute != weightIndex_) {
-      progress.AttributeDone(attribute, BinAttribute(attribute));
+      progress.AttributeDone(attribute, BinAttribute(attribute), settings_.GetNSkippedAttReports());
     }
   }
 }
@@ -133,7 +133,8 @@ void EFBINAlgorithm::BinSelection(const std::vector<int>& attributes,
                                         settings_.GetNSkippedAttReports());
   for (std::size_t i = 0; i < attributes.size() && !cancelState_.WasCancelled(); ++i) {
     if (attributeStatuses[i].IsOK()) {
-      progress.AttributeDone(attributes[i], BinAttribute(attributes[i]));
+      progress.AttributeDone(attributes[i], BinAttribute(attributes[i]),
+                             settings_.GetNSkippedAttReports());
     } else {
       FileRefused(attributes[i], attributeStatuses[i]);
     }

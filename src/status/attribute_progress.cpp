@@ -3,12 +3,9 @@
 namespace MCBinning {
 
 AttributeProgress::AttributeProgress(ProgressListener* listener, int nSkippedReports)
-    : listener_(listener),
-      nSkippedReports_(nSkippedReports),
-      countdown_(nSkippedReports),
-      start_(ReadClock()) {}
+    : listener_(listener), countdown_(nSkippedReports), start_(ReadClock()) {}
 
-void AttributeProgress::AttributeDone(int attribute, const MCStatus& status) {
+void AttributeProgress::AttributeDone(int attribute, const MCStatus& status, int nSkippedReports) {
   if (listener_ == nullptr) {
     return;
   }
@@ -17,7 +14,7 @@ void AttributeProgress::AttributeDone(int attribute, const MCStatus& status) {
   if (isDue && !status.IsError()) {
     reporter_.SetValues(static_cast<unsigned int>(attribute), ElapsedSeconds(start_));
     listener_->ReportProgress(reporter_);
-    countdown_ = nSkippedReports_;
+    countdown_ = nSkippedReports;
   }
 }
 

@@ -17,12 +17,12 @@ class AttributeProgress {
   /// Starts the phase whose duration is reported. `listener` is borrowed and may be null.
   AttributeProgress(ProgressListener* listener, int nSkippedReports);
 
-  /// To be called after the step of each attribute, with the step's status.
-  void AttributeDone(int attribute, const MCStatus& status);
+  /// To be called after the step of each attribute, with the step's status; a report makes the
+  /// countdown start again at `nSkippedReports`.
+  void AttributeDone(int attribute, const MCStatus& status, int nSkippedReports);
 
  private:
   ProgressListener* listener_;
-  int nSkippedReports_;
   std::int64_t countdown_;  // goes on below 0 while steps fail
   ClockReading start_;
   BINProgressReporter reporter_;

@@ -159,7 +159,7 @@ MCStatus BINAlgorithm::BinSelectedPairs(const PairSelection& selection,
     const int target = selection.targets != nullptr ? (*selection.targets)[i] : targetIndex_;
     if (pairStatuses_[i].IsOK()) {
       status = BinPair(attribute, target);
-      progress.AttributeDone(attribute, status);
+      progress.AttributeDone(attribute, status, settings_.GetNSkippedAttReports());
     } else {
       PairResult refused;
       refused.status = pairStatuses_[i];
@@ -183,7 +183,7 @@ MCStatus BINAlgorithm::BinWholeList(AttributeProgress& progress) {
       break;
     }
     status = BinPair(attribute, targetIndex_);
-    progress.AttributeDone(attribute, status);
+    progress.AttributeDone(attribute, status, settings_.GetNSkippedAttReports());
   }
   return status;
 }

@@ -23,6 +23,17 @@ TEST(EFBINAlgorithmHostTest, ReportsFollowTheSkippedAttributes) {
   EXPECT_EQ(listener.indexes, (std::vector<int>{2, 5}));
 }
 
+TEST(EFBINAlgorithmHostTest, CountdownRestartsFromTheSettingsAsTheyThenStand) {
+  EFRun run(scaleVariables(7));
+  RecordingListener listener;
+  listener.hook = [&] { run->GetSettings()->SetNSkippedAttReports(1); };
+  run->SetProgressListener(&listener);
+  run->GetSettings()->SetNSkippedAttReports(2);
+  VectorCases cases(fourRows(7));
+  run->Run(cases, nullptr);
+  EXPECT_EQ(listener.indexes, (std::vector<int>{2, 4, 6}));
+}
+
 TEST(EFBINAlgorithmHostTest, ReportsOfTheDataPassAndOfEveryAttributeThatDidNotFail) {
   EFRun run(sixVariables());
   RecordingListener listener;

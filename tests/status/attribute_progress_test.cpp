@@ -18,7 +18,7 @@ std::vector<int> reported(int nSkippedReports, const std::vector<MCStatus>& stat
   RecordingListener listener;
   AttributeProgress progress(&listener, nSkippedReports);
   for (std::size_t i = 0; i < statuses.size(); ++i) {
-    progress.AttributeDone(static_cast<int>(i), statuses[i]);
+    progress.AttributeDone(static_cast<int>(i), statuses[i], nSkippedReports);
   }
   return listener.indexes;
 }
@@ -43,7 +43,7 @@ TEST(AttributeProgressTest, NullListenerHearsNothingAndCostsNoClockReading) {
   AttributeProgress progress(nullptr, 0);
   const std::size_t before = mcbinning_tests::ClockReadings();
   for (int attribute = 0; attribute < 3; ++attribute) {
-    progress.AttributeDone(attribute, MCStatus());
+    progress.AttributeDone(attribute, MCStatus(), 0);
   }
   EXPECT_EQ(mcbinning_tests::ClockReadings(), before);
 }
@@ -52,7 +52,7 @@ TEST(AttributeProgressTest, ElapsedTimeRunsFromTheStartOfThePhase) {
   RecordingListener listener;
   AttributeProgress progress(&listener, 1);
   for (int attribute = 0; attribute < 6; ++attribute) {
-    progress.AttributeDone(attribute, MCStatus());
+    progress.AttributeDone(attribute, MCStatus(), 1);
   }
   EXPECT_EQ(listener.elapsed, (std::vector<double>{0.001, 0.002, 0.003}));
 }

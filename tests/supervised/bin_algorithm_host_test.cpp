@@ -110,6 +110,14 @@ TEST(BINAlgorithmHostTest, ReportsEveryAttributeAfterTheSkippedOnes) {
   EXPECT_THAT(run.listener.indexes, ElementsAre(2, 5));
 }
 
+TEST(BINAlgorithmHostTest, CountdownRestartsFromTheSettingsAsTheyThenStand) {
+  WideRun run(7);
+  run.settings.SetNSkippedAttReports(2);
+  run.listener.hook = [&] { run.Algorithm().GetSettings()->SetNSkippedAttReports(1); };
+  EXPECT_TRUE(run.Run().IsOK());
+  EXPECT_THAT(run.listener.indexes, ElementsAre(2, 4, 6));
+}
+
 TEST(BINAlgorithmHostTest, ListenerOfTheAlgorithmHearsOfCasesReadAndOfAttributes) {
   PairRun run(kSeparatedRows);
   run.settings.SetNSkippedCasesReports(4);
