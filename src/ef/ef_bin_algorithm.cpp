@@ -118,11 +118,11 @@ MCStatus EFBINAlgorithm::PrepareOnce(BINCaseIterator& cases) {
 
 void EFBINAlgorithm::BinWholeList() {
   MCBinning::AttributeProgress progress(settings_.GetProgressListener(),
-                                        settings_.GetNSkippedAttReports());
+                                        [this] { return settings_.GetNSkippedAttReports(); });
   const int size = static_cast<int>(varList_.Size());
   for (int attribute = 0; attribute < size && !cancelState_.WasCancelled(); ++attribute) {
     if (attribute != weightIndex_) {
-      progress.AttributeDone(attribute, BinAttribute(attribute), settings_.GetNSkippedAttReports());
+      progress.AttributeDone(attribute, BinAttribute(attribute));
     }
   }
 }
@@ -130,11 +130,10 @@ void EFBINAlgorithm::BinWholeList() {
 void EFBINAlgorithm::BinSelection(const std::vector<int>& attributes,
                                   const std::vector<MCStatus>& attributeStatuses) {
   MCBinning::AttributeProgress progress(settings_.GetProgressListener(),
-                                        settings_.GetNSkippedAttReports());
+                                        [this] { return settings_.GetNSkippedAttReports(); });
   for (std::size_t i = 0; i < attributes.size() && !cancelState_.WasCancelled(); ++i) {
     if (attributeStatuses[i].IsOK()) {
-      progress.AttributeDone(attributes[i], BinAttribute(attributes[i]),
-                             settings_.GetNSkippedAttReports());
+      progress.AttributeDone(attributes[i], BinAttribute(attributes[i]));
     } else {
       FileRefused(attributes[i], attributeStatuses[i]);
     }

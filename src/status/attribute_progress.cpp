@@ -1,11 +1,17 @@
 #include "status/attribute_progress.h"
 
+#include <utility>
+
 namespace MCBinning {
 
-AttributeProgress::AttributeProgress(ProgressListener* listener, int nSkippedReports)
-    : listener_(listener), countdown_(nSkippedReports), start_(ReadClock()) {}
+AttributeProgress::AttributeProgress(ProgressListener* listener,
+                                     std::function<int()> nSkippedReports)
+    : listener_(listener),
+      nSkippedReports_(std::move(nSkippedReports)),
+      countdown_(nSkippedReports_()),
+      start_(ReadClock()) {}
 
-void AttributeProgress::AttributeDone(int attribute, const MCStatus& status, int nSkippedReports) {
+void AttributeProgress::AttributeDone(int attribute, const MCStatus& status) {
   if (listener_ == nullptr) {
     return;
   }
@@ -14,7 +20,7 @@ void AttributeProgress::AttributeDone(int attribute, const MCStatus& status, int
   if (isDue && !status.IsError()) {
     reporter_.SetValues(static_cast<unsigned int>(attribute), ElapsedSeconds(start_));
     listener_->ReportProgress(reporter_);
-    countdown_ = nSkippedReports;
+    countdown_ = nSkippedReports_();
   }
 }
 

@@ -2,6 +2,7 @@
 #define MCBINNING_STATUS_ATTRIBUTE_PROGRESS_H
 
 #include <cstdint>
+#include <functional>
 
 #include "mcbinning/progress.h"
 #include "mcbinning/status.h"
@@ -15,14 +16,15 @@ namespace MCBinning {
 class AttributeProgress {
  public:
   /// Starts the phase whose duration is reported. `listener` is borrowed and may be null.
-  AttributeProgress(ProgressListener* listener, int nSkippedReports);
+  /// `nSkippedReports` is asked now and after every report, in which the host may change it.
+  AttributeProgress(ProgressListener* listener, std::function<int()> nSkippedReports);
 
-  /// To be called after the step of each attribute, with the step's status; a report makes the
-  /// countdown start again at `nSkippedReports`.
-  void AttributeDone(int attribute, const MCStatus& status, int nSkippedReports);
+  /// To be called after the step of each attribute, with the step's status.
+  void AttributeDone(int attribute, const MCStatus& status);
 
  private:
   ProgressListener* listener_;
+  std::function<int()> nSkippedReports_;
   std::int64_t countdown_;  // goes on below 0 while steps fail
   ClockReading start_;
   BINProgressReporter reporter_;

@@ -144,7 +144,8 @@ MCStatus BINAlgorithm::Prepare(BINCaseIterator& cases) {
 
 MCStatus BINAlgorithm::BinPairs(const PairSelection& selection) {
   preProcess_ = std::make_unique<BINEFPreProcess>(numberOfBins_, rightBorderClosed_);
-  AttributeProgress progress(settings_.GetProgressListener(), settings_.GetNSkippedAttReports());
+  AttributeProgress progress(settings_.GetProgressListener(),
+                             [this] { return settings_.GetNSkippedAttReports(); });
   const MCStatus status =
       selection.IsWholeList() ? BinWholeList(progress) : BinSelectedPairs(selection, progress);
   preProcess_.reset();
@@ -159,7 +160,7 @@ MCStatus BINAlgorithm::BinSelectedPairs(const PairSelection& selection,
     const int target = selection.targets != nullptr ? (*selection.targets)[i] : targetIndex_;
     if (pairStatuses_[i].IsOK()) {
       status = BinPair(attribute, target);
-      progress.AttributeDone(attribute, status, settings_.GetNSkippedAttReports());
+      progress.AttributeDone(attribute, status);
     } else {
       PairResult refused;
       refused.status = pairStatuses_[i];
@@ -183,7 +184,7 @@ MCStatus BINAlgorithm::BinWholeList(AttributeProgress& progress) {
       break;
     }
     status = BinPair(attribute, targetIndex_);
-    progress.AttributeDone(attribute, status, settings_.GetNSkippedAttReports());
+    progress.AttributeDone(attribute, status);
   }
   return status;
 }

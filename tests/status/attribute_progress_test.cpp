@@ -16,9 +16,9 @@ using mcbinning_tests::RecordingListener;
 // The attributes reported when attribute i (from 0) ends with statuses[i].
 std::vector<int> reported(int nSkippedReports, const std::vector<MCStatus>& statuses) {
   RecordingListener listener;
-  AttributeProgress progress(&listener, nSkippedReports);
+  AttributeProgress progress(&listener, [=] { return nSkippedReports; });
   for (std::size_t i = 0; i < statuses.size(); ++i) {
-    progress.AttributeDone(static_cast<int>(i), statuses[i], nSkippedReports);
+    progress.AttributeDone(static_cast<int>(i), statuses[i]);
   }
   return listener.indexes;
 }
@@ -40,19 +40,19 @@ TEST(AttributeProgressTest, FailedStepIsNotReportedAndTheNextOneIs) {
 }
 
 TEST(AttributeProgressTest, NullListenerHearsNothingAndCostsNoClockReading) {
-  AttributeProgress progress(nullptr, 0);
+  AttributeProgress progress(nullptr, [] { return 0; });
   const std::size_t before = mcbinning_tests::ClockReadings();
   for (int attribute = 0; attribute < 3; ++attribute) {
-    progress.AttributeDone(attribute, MCStatus(), 0);
+    progress.AttributeDone(attribute, MCStatus());
   }
   EXPECT_EQ(mcbinning_tests::ClockReadings(), before);
 }
 
 TEST(AttributeProgressTest, ElapsedTimeRunsFromTheStartOfThePhase) {
   RecordingListener listener;
-  AttributeProgress progress(&listener, 1);
+  AttributeProgress progress(&listener, [] { return 1; });
   for (int attribute = 0; attribute < 6; ++attribute) {
-    progress.AttributeDone(attribute, MCStatus(), 1);
+    progress.AttributeDone(attribute, MCStatus());
   }
   EXPECT_EQ(listener.elapsed, (std::vector<double>{0.001, 0.002, 0.003}));
 }
