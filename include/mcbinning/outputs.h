@@ -53,6 +53,7 @@ class MCBINNING_API BINAttributeTargetResults final {
   virtual void Display(std::ostream& os) const;
 
  private:
+  friend class BINAlgorithm;
   friend class BINOutput;
 
   MCBinning::MCStatus status_;
@@ -110,12 +111,8 @@ class MCBINNING_API BINOutput {
  private:
   friend class BINAlgorithm;
 
-  // SetAttributeTargetResults without its refusals: a requested pair with impossible indexes still
-  // gets its record.
-  void File(const MCBinning::MCStatus& status, const std::set<double>& cutPoints,
-            const std::vector<double>& cellCounts, int attribute, int target,
-            unsigned int nDistinctValues, double totalWeight, double totalWeightWithMissing,
-            double minimum, double maximum, double modelEntropy);
+  // Refuses nothing: a requested pair with impossible indexes gets its record, too.
+  void File(BINAttributeTargetResults record);
 
   std::vector<BINAttributeTargetResults> results_;
   std::map<std::pair<int, int>, int> pairIndex_;
@@ -157,6 +154,7 @@ class MCBINNING_API BINAttributeResults final {
   virtual void Display(std::ostream& os) const;
 
  private:
+  friend class EFBINAlgorithm;
   friend class EFBINOutput;
 
   MCBinning::MCStatus status_;
@@ -203,11 +201,8 @@ class MCBINNING_API EFBINOutput {
  private:
   friend class EFBINAlgorithm;
 
-  // SetAttributeResults without its refusal: a requested attribute with an impossible index still
-  // gets its record.
-  void File(const MCBinning::MCStatus& status, const std::vector<double>& cutPoints,
-            const std::vector<double>& cellCounts, int attribute, unsigned int nDistinctValues,
-            double totalWeight, double totalWeightWithMissing, double minimum, double maximum);
+  // Refuses nothing: a requested attribute with an impossible index gets its record, too.
+  void File(BINAttributeResults record);
 
   std::vector<BINAttributeResults> results_;
 };

@@ -181,16 +181,6 @@ MCStatus BINOutput::SetAttributeTargetResults(MCStatus status, const std::set<do
   if (!isPossiblePair(attribute, target)) {
     return noSuchResult();
   }
-  File(status, cutPoints, cellCounts, attribute, target, nDistinctValues, totalWeight,
-       totalWeightWithMissing, minimum, maximum, modelEntropy);
-  return {};
-}
-
-void BINOutput::File(const MCStatus& status, const std::set<double>& cutPoints,
-                     const std::vector<double>& cellCounts, int attribute, int target,
-                     unsigned int nDistinctValues, double totalWeight,
-                     double totalWeightWithMissing, double minimum, double maximum,
-                     double modelEntropy) {
   BINAttributeTargetResults record;
   record.status_ = status;
   record.attributeIndex_ = attribute;
@@ -203,9 +193,15 @@ void BINOutput::File(const MCStatus& status, const std::set<double>& cutPoints,
   record.minimum_ = minimum;
   record.maximum_ = maximum;
   record.modelEntropy_ = modelEntropy;
+  File(std::move(record));
+  return {};
+}
+
+void BINOutput::File(BINAttributeTargetResults record) {
+  const std::pair<int, int> pair(record.attributeIndex_, record.targetIndex_);
   results_.push_back(std::move(record));
   try {
-    pairIndex_.emplace(std::make_pair(attribute, target), static_cast<int>(results_.size() - 1));
+    pairIndex_.emplace(pair, static_cast<int>(results_.size() - 1));
   } catch (...) {
     results_.pop_back();  // a record is found both ways or not at all
     throw;
@@ -281,15 +277,6 @@ MCStatus EFBINOutput::SetAttributeResults(MCStatus status, const std::vector<dou
   if (attribute < 0) {
     return {120011, false};
   }
-  File(status, cutPoints, cellCounts, attribute, nDistinctValues, totalWeight,
-       totalWeightWithMissing, minimum, maximum);
-  return {};
-}
-
-void EFBINOutput::File(const MCStatus& status, const std::vector<double>& cutPoints,
-                       const std::vector<double>& cellCounts, int attribute,
-                       unsigned int nDistinctValues, double totalWeight,
-                       double totalWeightWithMissing, double minimum, double maximum) {
   BINAttributeResults record;
   record.status_ = status;
   record.attributeIndex_ = attribute;
@@ -300,5 +287,8 @@ void EFBINOutput::File(const MCStatus& status, const std::vector<double>& cutPoi
   record.totalWeightWithMissing_ = totalWeightWithMissing;
   record.minimum_ = minimum;
   record.maximum_ = maximum;
-  results_.push_back(std::move(record));
+  File(std::move(record));
+  return {};
 }
+
+void EFBINOutput::File(BINAttributeResults record) { results_.push_back(std::move(record)); }

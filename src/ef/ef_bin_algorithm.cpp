@@ -1,10 +1,9 @@
 #include "ef/ef_bin_algorithm.h"
 
-#include <mccomvor/missing_value.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <ostream>
+#include <utility>
 
 #include "api/make_algorithm.h"
 #include "api/version_banner.h"
@@ -135,7 +134,10 @@ void EFBINAlgorithm::BinSelection(const std::vector<int>& attributes,
     if (attributeStatuses[i].IsOK()) {
       progress.AttributeDone(attributes[i], BinAttribute(attributes[i]));
     } else {
-      FileRefused(attributes[i], attributeStatuses[i]);
+      BINAttributeResults refused;
+      refused.attributeIndex_ = attributes[i];
+      refused.status_ = attributeStatuses[i];
+      File(std::move(refused));
     }
   }
 }
@@ -143,10 +145,11 @@ void EFBINAlgorithm::BinSelection(const std::vector<int>& attributes,
 MCStatus EFBINAlgorithm::BinAttribute(int attribute) {
   MCStatus status;
   if (!cancelState_.IsCancelled()) {
-    status = ComputeAndFile(attribute);
-    if (!status.IsOK()) {
-      status_ = status;
-    }
+    BINAttributeResults record;
+    record.attributeIndex_ = attribute;
+    Compute(record);
+    status = record.status_;
+    File(std::move(record));
   }
   if (cancelState_.IsCancelled()) {
     status_ = cancelled();
@@ -155,39 +158,39 @@ MCStatus EFBINAlgorithm::BinAttribute(int attribute) {
   return status;
 }
 
-MCStatus EFBINAlgorithm::ComputeAndFile(int attribute) {
+void EFBINAlgorithm::Compute(BINAttributeResults& record) {
   BINAttributeTable& table = data_.Table();
   const MCBinning::SortedRows* rows = nullptr;
-  MCStatus status = table.BuildUnsupervisedTable(attribute, &rows);
-  std::vector<double> cutPoints;
-  std::vector<double> binWeights;
+  record.status_ = table.BuildUnsupervisedTable(record.attributeIndex_, &rows);
+  record.nDistinctValues_ = table.GetNDistinctValues();
+  record.totalWeight_ = table.GetTotalWeight();
+  record.totalWeightWithMissing_ = table.GetTotalWeightWithMissing();
+  record.minimum_ = table.GetMinimum();
+  record.maximum_ = table.GetMaximum();
   if (rows == nullptr) {
-    output_.SetAttributeResults(status, cutPoints, binWeights, attribute, 0, 0.0, 0.0,
-                                MCMV::gMissingValue, MCMV::gMissingValue);
-    return status;
+    return;
   }
   recordCount_ = table.GetNRows();
   if (recordCount_ == 0) {
-    status = MCStatus(120015, true);
-  } else {
-    BINEFPreProcess(numberOfBins_, rightBorderClosed_)
-        .RunOverPairs(*rows, cutPoints, binWeights, table.GetTotalWeight());
-    if (cutPoints.empty()) {
-      status = warningAboutAttribute(120019, attribute);
-    }
-    if (table.GetNDistinctValues() == 1) {
-      status = warningAboutAttribute(120014, attribute);
-    }
+    record.status_ = MCStatus(120015, true);
+    return;
   }
-  output_.SetAttributeResults(status, cutPoints, binWeights, attribute, table.GetNDistinctValues(),
-                              table.GetTotalWeight(), table.GetTotalWeightWithMissing(),
-                              table.GetMinimum(), table.GetMaximum());
-  return status;
+  BINEFPreProcess(numberOfBins_, rightBorderClosed_)
+      .RunOverPairs(*rows, record.cutPoints_, record.cellCounts_, record.totalWeight_);
+  if (record.cutPoints_.empty()) {
+    record.status_ = warningAboutAttribute(120019, record.attributeIndex_);
+  }
+  if (record.nDistinctValues_ == 1) {
+    record.status_ = warningAboutAttribute(120014, record.attributeIndex_);
+  }
 }
 
-void EFBINAlgorithm::FileRefused(int attribute, const MCStatus& status) {
-  output_.File(status, {}, {}, attribute, 0, 0.0, 0.0, 0.0, 0.0);
-  status_ = status;
+void EFBINAlgorithm::File(BINAttributeResults record) {
+  const MCStatus status = record.status_;
+  output_.File(std::move(record));
+  if (!status.IsOK()) {
+    status_ = status;
+  }
 }
 
 void EFBINAlgorithm::SetCancelPointer(MCQueryCancel* query) { cancelState_.SetQuery(query); }

@@ -47,8 +47,8 @@ class EFBINAlgorithm : public IEFBINAlgorithm {
   void BinSelection(const std::vector<int>& attributes,
                     const std::vector<MCBinning::MCStatus>& attributeStatuses);
   MCBinning::MCStatus BinAttribute(int attribute);
-  MCBinning::MCStatus ComputeAndFile(int attribute);
-  void FileRefused(int attribute, const MCBinning::MCStatus& status);
+  void Compute(BINAttributeResults& record);
+  void File(BINAttributeResults record);
 
   std::uint32_t recordCount_ = 0;
   bool rightBorderClosed_ = true;

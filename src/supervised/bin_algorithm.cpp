@@ -4,7 +4,7 @@
 
 #include <cstddef>
 #include <ostream>
-#include <set>
+#include <utility>
 
 #include "api/make_algorithm.h"
 #include "api/version_banner.h"
@@ -162,9 +162,9 @@ MCStatus BINAlgorithm::BinSelectedPairs(const PairSelection& selection,
       status = BinPair(attribute, target);
       progress.AttributeDone(attribute, status);
     } else {
-      PairResult refused;
-      refused.status = pairStatuses_[i];
-      File(refused, attribute, target);
+      BINAttributeTargetResults refused = NewRecord(attribute, target);
+      refused.status_ = pairStatuses_[i];
+      File(std::move(refused));
     }
   }
   return status;
@@ -189,45 +189,55 @@ MCStatus BINAlgorithm::BinWholeList(AttributeProgress& progress) {
   return status;
 }
 
-MCStatus BINAlgorithm::BinPair(int attribute, int target) {
-  const PairResult result = ComputePair(attribute, target);
-  File(result, attribute, target);
-  return result.status;
+BINAttributeTargetResults BINAlgorithm::NewRecord(int attribute, int target) const {
+  BINAttributeTargetResults record;
+  record.attributeIndex_ = attribute;
+  record.targetIndex_ = target;
+  record.cellCounts_ = Bins().Rows();
+  return record;
 }
 
-BINAlgorithm::PairResult BINAlgorithm::ComputePair(int attribute, int target) {
+MCStatus BINAlgorithm::BinPair(int attribute, int target) {
+  BINAttributeTargetResults record = NewRecord(attribute, target);
+  Compute(record);
+  const MCStatus status = record.status_;
+  File(std::move(record));
+  return status;
+}
+
+void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
   BINAttributeTable& table = data_.Table();
-  PairResult result;
-  result.status = table.BuildSupervisedTable(attribute, target, &pairRows_);
-  result.modelEntropy = MCMV::gMissingValue;
-  recordCount_ = pairRows_ != nullptr ? table.GetNRows() : 0;
+  record.status_ =
+      table.BuildSupervisedTable(record.attributeIndex_, record.targetIndex_, &pairRows_);
+  recordCount_ = table.GetNRows();
+  record.nDistinctValues_ = table.GetNDistinctValues();
+  record.totalWeight_ = table.GetTotalWeight();
+  record.totalWeightWithMissing_ = table.GetTotalWeightWithMissing();
+  record.minimum_ = table.GetMinimum();
+  record.maximum_ = table.GetMaximum();
+  record.modelEntropy_ = MCMV::gMissingValue;
   if (pairRows_ == nullptr) {
-    result.minimum = MCMV::gMissingValue;
-    result.maximum = MCMV::gMissingValue;
-    return result;
+    return;
   }
-  result.nDistinctValues = table.GetNDistinctValues();
-  result.totalWeight = table.GetTotalWeight();
-  result.totalWeightWithMissing = table.GetTotalWeightWithMissing();
-  result.minimum = table.GetMinimum();
-  result.maximum = table.GetMaximum();
   if (recordCount_ == 0) {
-    result.status = {kNoValidCases, true};
-    return result;
+    record.status_ = {kNoValidCases, true};
+    return;
   }
   targetCategoryCount_ = static_cast<int>(table.GetNTargetCategories());
-  result.status = FindBins(result.bins);
-  if (result.bins.Size() > 0) {
-    MergeSmallBins(settings_.GetSmallBinDetectionThreshold(), result.bins);
-    result.modelEntropy = ModelEntropy(result.bins, result.totalWeight);
+  Bins bins;
+  record.status_ = FindBins(bins);
+  if (bins.Size() > 0) {
+    MergeSmallBins(settings_.GetSmallBinDetectionThreshold(), bins);
+    record.modelEntropy_ = ModelEntropy(bins, record.totalWeight_);
   }
-  if (result.nDistinctValues == 1) {
-    result.status = warningAbout(kSingleValue, attribute);
+  record.cellCounts_ = bins.Rows();
+  record.cutPoints_ = std::move(bins.cutPoints);
+  if (record.nDistinctValues_ == 1) {
+    record.status_ = warningAbout(kSingleValue, record.attributeIndex_);
   }
   if (targetCategoryCount_ == 1) {
-    result.status = warningAbout(kSingleCategory, target);
+    record.status_ = warningAbout(kSingleCategory, record.targetIndex_);
   }
-  return result;
 }
 
 /// Without bins when there is nothing to search in.
@@ -258,13 +268,11 @@ MCStatus BINAlgorithm::FindBinsOfPreBins(Bins& bins) {
   return searchStatus.IsOK() ? countStatus : searchStatus;
 }
 
-void BINAlgorithm::File(const PairResult& result, int attribute, int target) {
-  const std::set<double> cutPoints(result.bins.cutPoints.begin(), result.bins.cutPoints.end());
-  output_.File(result.status, cutPoints, result.bins.counts, attribute, target,
-               result.nDistinctValues, result.totalWeight, result.totalWeightWithMissing,
-               result.minimum, result.maximum, result.modelEntropy);
-  if (!result.status.IsOK()) {
-    status_ = result.status;
+void BINAlgorithm::File(BINAttributeTargetResults record) {
+  const MCStatus status = record.status_;
+  output_.File(std::move(record));
+  if (!status.IsOK()) {
+    status_ = status;
   }
 }
 

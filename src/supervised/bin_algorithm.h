@@ -47,17 +47,6 @@ class BINAlgorithm : public IBINAlgorithm {
   virtual BINVarList* GetVarList();
 
  private:
-  struct PairResult {
-    MCBinning::MCStatus status;
-    MCBinning::Bins bins;
-    std::uint32_t nDistinctValues = 0;
-    double totalWeight = 0.0;
-    double totalWeightWithMissing = 0.0;
-    double minimum = 0.0;
-    double maximum = 0.0;
-    double modelEntropy = 0.0;
-  };
-
   MCBinning::MCStatus RunSelection(BINCaseIterator& cases,
                                    const MCBinning::PairSelection& selection);
   void DiscardData();
@@ -67,10 +56,11 @@ class BINAlgorithm : public IBINAlgorithm {
                                        MCBinning::AttributeProgress& progress);
   MCBinning::MCStatus BinWholeList(MCBinning::AttributeProgress& progress);
   MCBinning::MCStatus BinPair(int attribute, int target);
-  PairResult ComputePair(int attribute, int target);
+  BINAttributeTargetResults NewRecord(int attribute, int target) const;
+  void Compute(BINAttributeTargetResults& record);
   MCBinning::MCStatus FindBins(MCBinning::Bins& bins);
   MCBinning::MCStatus FindBinsOfPreBins(MCBinning::Bins& bins);
-  void File(const PairResult& result, int attribute, int target);
+  void File(BINAttributeTargetResults record);
 
   std::uint32_t recordCount_ = 0;
   int targetCategoryCount_ = 0;

@@ -2,6 +2,19 @@
 
 namespace MCBinning {
 
+std::vector<std::vector<double>> Bins::Rows() const {
+  if (Size() == 0) {
+    return {{}};
+  }
+  std::vector<std::vector<double>> rows;
+  rows.reserve(Size());
+  for (std::size_t bin = 0; bin < Size(); ++bin) {
+    const ClassCountsView row = Counts(bin);
+    rows.emplace_back(row.begin(), row.end());
+  }
+  return rows;
+}
+
 double ModelEntropy(const Bins& bins, double totalWeight) {
   double sum = 0.0;
   for (std::size_t bin = 0; bin < bins.Size(); ++bin) {

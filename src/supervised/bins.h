@@ -18,6 +18,9 @@ struct Bins {
   ClassCountsView Counts(std::size_t bin) const {
     return ClassCountsView(counts).subspan(bin * width, width);
   }
+
+  /// The class counts, one row per bin; one empty row when nothing was counted.
+  std::vector<std::vector<double>> Rows() const;
 };
 
 /// The sum, in bin order, of each bin's total * Entropy, divided by `totalWeight`.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 namespace MCBinning {
 namespace {
@@ -13,6 +14,12 @@ TEST(BinsTest, EachBinHasItsOwnClassCounts) {
   EXPECT_EQ(bins.Counts(0)[2], 2.0);
   EXPECT_EQ(bins.Counts(1)[0], 5.0);
   EXPECT_EQ(Bins().Size(), 0U);
+}
+
+TEST(BinsTest, RowsHaveOneRowPerBinAndOneEmptyRowWithoutBins) {
+  const Bins bins = {{1.5}, {3, 1, 2, 5, 5, 0}, 3};
+  EXPECT_EQ(bins.Rows(), (std::vector<std::vector<double>>{{3, 1, 2}, {5, 5, 0}}));
+  EXPECT_EQ(Bins().Rows(), std::vector<std::vector<double>>{{}});
 }
 
 TEST(BinsTest, ModelEntropyWeighsTheBinsByTheirShareOfTheTotalGiven) {
