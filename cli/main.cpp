@@ -5,12 +5,12 @@
 #include <new>
 #include <string>
 
-#include "commands/commands.h"
-#include "errors.h"
-#include "system/interrupt.h"
-#include "system/terminal.h"
-#include "text/help_format.h"
-#include "text/parse_errors.h"
+#include "cli/commands/commands.h"
+#include "cli/system/interrupt.h"
+#include "cli/system/terminal.h"
+#include "cli/text/help_format.h"
+#include "cli/text/parse_errors.h"
+#include "toolkit/errors.h"
 
 namespace {
 

@@ -12,13 +12,23 @@ without() { grep -vE "$@" || true; }
 only() {
   local allowed=$1
   shift
-  search '^ *# *include *["<]((mcbinning|status|model|api|data|supervised|ef|platform|tests|support|cli)/|gtest|gmock)' "$@" |
+  search '^ *# *include *["<]((mcbinning|status|model|api|data|supervised|ef|platform|tests|support|toolkit|cli)/|gtest|gmock)' "$@" |
     without "[\"<]($allowed)"
 }
 
 base='mcbinning/(export|status|progress|case_iterator)\.h'
 model='mcbinning/(user_missing|encoders|variables|variable_list)\.h'
 api='mcbinning/(settings|outputs|algorithms|factories)\.h'
+
+# From the lowest folder to the highest; a folder sees itself and those before it.
+toolkit_includes_that_point_up() {
+  local seen='mcbinning/|toolkit/(errors|monitor)\.h' folder
+  for folder in text system input model tables fit apply export report; do
+    seen+="|toolkit/$folder/"
+    only "$seen" "toolkit/$folder"
+  done
+  only 'toolkit/(errors|monitor)\.h' toolkit/*.h
+}
 
 includes_that_point_up() {
   only 'platform/' src/platform
@@ -31,13 +41,16 @@ includes_that_point_up() {
   only "$base" include/mcbinning/{export,status,progress,case_iterator}.h
   only "$base|$model" include/mcbinning/{user_missing,encoders,variables,variable_list}.h
   only 'mcbinning/' include
-  only 'mcbinning/|model/' cli  # cli has a model folder of its own
+  toolkit_includes_that_point_up
+  only 'mcbinning/|toolkit/|cli/system/' cli/system
+  only 'mcbinning/|toolkit/|cli/(system|text)/' cli/text
+  only 'mcbinning/|toolkit/|cli/' cli
   only 'mcbinning/' examples
 }
 
 operating_system_code() {
   search '^ *# *(if|ifdef|ifndef|elif)\b.*(_WIN32|_WIN64|_MSC_VER|__linux__|__APPLE__|__unix__)' \
-    include src host cli examples | without '^src/platform/|/export\.h:'
+    include src host toolkit cli examples | without '^src/platform/|/export\.h:'
   search '^ *# *include *<(windows|io|unistd|fcntl|dlfcn|pthread|sys/[a-z]+)\.h>' include src host |
     without '^src/platform/(posix|windows)/'
 }

@@ -40,7 +40,7 @@ for target in "${targets[@]}"; do
   case $target in
     csv | model)
       "seed_$target"
-      program=build/fuzz/tests/cli/fuzz/${target}_fuzz
+      program=build/fuzz/tests/toolkit/fuzz/${target}_fuzz
       length=8192
       ;;
     *) cp tests/fuzz/corpus/"$target"/* "$corpus" ;;

@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "apply/row_binner.h"
-#include "commands/commands.h"
-#include "errors.h"
-#include "input/open_table.h"
-#include "model/attribute_choice.h"
-#include "model/model_json.h"
-#include "system/interrupt.h"
-#include "system/output_file.h"
-#include "text/progress_bar.h"
+#include "cli/commands/commands.h"
+#include "cli/commands/options.h"
+#include "cli/text/terminal_monitor.h"
+#include "toolkit/apply/row_binner.h"
+#include "toolkit/errors.h"
+#include "toolkit/input/open_table.h"
+#include "toolkit/model/attribute_choice.h"
+#include "toolkit/model/model_json.h"
+#include "toolkit/system/output_file.h"
 
 namespace mcbin {
 namespace {
@@ -24,7 +24,7 @@ struct ApplyCommand {
   std::string model;
   InputOptions input;
   std::vector<std::string> attributePatterns;
-  std::string style = "index";
+  LabelStyle style = LabelStyle::Index;
   std::string output = "-";
   bool replace = false;
 };
@@ -49,7 +49,7 @@ bool endsIn(const std::string& text, const std::string& end) {
 
 RowBinner::Options binnerOptions(const ApplyCommand& apply) {
   RowBinner::Options options;
-  options.style = labelStyleOf(apply.style);
+  options.style = apply.style;
   options.inPlace = apply.replace;
   options.delimiter = endsIn(apply.output, ".tsv") ? '\t' : ',';
   return options;
@@ -64,22 +64,22 @@ void runApply(const ApplyCommand& apply) {
   requireOtherFile(apply.output, apply.input.data, "the data");
   Model model = loadModel(apply.model);
   keepAttributes(model, apply.attributePatterns);
-  const std::unique_ptr<TableReader> reader = openTable(apply.input);
+  TerminalMonitor monitor;
+  const std::unique_ptr<TableReader> reader = openTable(apply.input, monitor);
   RowBinner binner(model, *reader, binnerOptions(apply));
   OutputFile output(apply.output);
   if (!apply.input.noHeader) output.Write(binner.Header());
-  ProgressBar progress;
   TableRow row;
   std::uint64_t rows = 0;
   while (reader->NextRow(row)) {
     output.Write(binner.Line(row));
     if (++rows % kRowsPerUpdate == 0) {
-      throwIfInterrupted();
-      progress.Update("binning cases", reader->ShareRead(), static_cast<double>(rows), "cases");
+      monitor.ThrowIfStopped();
+      monitor.Update("binning cases", reader->ShareRead(), static_cast<double>(rows), "cases");
     }
   }
   output.Commit();
-  progress.Clear();
+  monitor.Clear();
   fmt::print(stderr, "{} cases binned by {} attributes\n", rows, model.attributes.size());
 }
 
@@ -89,22 +89,14 @@ void addApplyCommand(CLI::App& program) {
   CLI::App* const command = program.add_subcommand(
       "apply", "Put the cases of a table into the bins of a model, row by row");
   const auto apply = std::make_shared<ApplyCommand>();
-  command->add_option("MODEL", apply->model, "Model file that fit wrote")->required();
+  addModelOption(*command, apply->model);
   addInputOptions(*command, apply->input);
-  command
-      ->add_option("-a,--attribute", apply->attributePatterns,
-                   "Only these attributes of the model: a name, a number from 1, or a pattern with "
-                   "*, ? and [...]; may be given again [all]")
-      ->allow_extra_args(false)
-      ->type_name("PATTERN");
-  command
-      ->add_option("--as", apply->style, "What stands for a bin: index, interval or bounds [index]")
-      ->check(CLI::IsMember({"index", "interval", "bounds"}))
-      ->type_name("HOW");
+  addAttributeOption(*command, apply->attributePatterns);
+  addChoice(*command, "--as", apply->style, kLabelStyles,
+            "What stands for a bin: index, interval or bounds [index]");
   command->add_flag("--replace", apply->replace,
                     "Put the bins in place of the columns they are made of, under the same name");
-  command->add_option("-o,--output", apply->output, "Write to this file [standard output]")
-      ->type_name("FILE");
+  addOutputOption(*command, apply->output);
   command->footer(kExamples);
   command->callback([apply] { runApply(*apply); });
 }

@@ -1,6 +1,6 @@
 /// The commands. Each adds itself to the program and runs from its own options.
-#ifndef MCBIN_COMMANDS_COMMANDS_H
-#define MCBIN_COMMANDS_COMMANDS_H
+#ifndef MCBIN_CLI_COMMANDS_COMMANDS_H
+#define MCBIN_CLI_COMMANDS_COMMANDS_H
 
 namespace CLI {
 class App;

@@ -9,16 +9,17 @@
 #include <string>
 #include <vector>
 
-#include "commands/commands.h"
-#include "errors.h"
-#include "fit/fit_model.h"
-#include "fit/fit_report.h"
-#include "fit/fit_request.h"
-#include "input/cells.h"
-#include "model/model_json.h"
-#include "system/output_file.h"
-#include "text/model_tables.h"
-#include "text/progress_bar.h"
+#include "cli/commands/commands.h"
+#include "cli/commands/options.h"
+#include "cli/text/fit_report.h"
+#include "cli/text/terminal_monitor.h"
+#include "toolkit/errors.h"
+#include "toolkit/fit/fit_model.h"
+#include "toolkit/fit/fit_request.h"
+#include "toolkit/input/cells.h"
+#include "toolkit/model/model_json.h"
+#include "toolkit/system/output_file.h"
+#include "toolkit/tables/model_tables.h"
 
 namespace mcbin {
 namespace {
@@ -29,7 +30,6 @@ struct FitCommand {
   std::optional<int> threshold;
   std::optional<double> smallBins;
   std::vector<std::string> naTexts;
-  std::string rounding = "truncate";
   bool roundingGiven = false;
   bool equalFrequency = false;
   bool leftClosed = false;
@@ -47,11 +47,6 @@ constexpr const char* kExamples =
     "Temporary files go to the directory that TMPDIR names, by default /tmp.\n"
     "Exit status: 0 done, 1 the data cannot be used, 2 wrong usage, 3 internal error.";
 
-void addRepeated(CLI::App& command, const char* names, std::vector<std::string>& values,
-                 const std::string& description, const char* type) {
-  command.add_option(names, values, description)->allow_extra_args(false)->type_name(type);
-}
-
 void addColumnOptions(CLI::App& command, FitCommand& fit) {
   command
       .add_option("-t,--target", fit.request.target,
@@ -65,12 +60,9 @@ void addColumnOptions(CLI::App& command, FitCommand& fit) {
               "Leave these columns out; may be given again", "PATTERN");
   command.add_option("-w,--weight", fit.request.weight, "Column of frequency weights")
       ->type_name("COLUMN");
-  command
-      .add_option("--weight-rounding", fit.rounding,
-                  "How weights become whole numbers: truncate or round; a case whose weight is "
-                  "then not positive is dropped [truncate]")
-      ->check(CLI::IsMember({"truncate", "round"}))
-      ->type_name("HOW");
+  addChoice(command, "--weight-rounding", fit.request.rounding, kWeightRoundings,
+            "How weights become whole numbers: truncate or round; a case whose weight is then not "
+            "positive is dropped [truncate]");
   addRepeated(command, "--type", fit.request.types,
               "COLUMN=scale or COLUMN=category; may be given again", "COLUMN=TYPE");
   addRepeated(command, "--na", fit.naTexts,
@@ -147,7 +139,6 @@ void completeRequest(FitCommand& fit) {
   FitRequest& request = fit.request;
   request.method = fit.equalFrequency ? Method::EqualFrequency : Method::Supervised;
   request.closedSide = fit.leftClosed ? ClosedSide::Left : ClosedSide::Right;
-  request.rounding = fit.rounding == "round" ? WeightRounding::Round : WeightRounding::Truncate;
   request.bins =
       fit.bins.value_or(fit.equalFrequency ? kDefaultEqualFrequencyBins : kDefaultPreBins);
   request.distinctValueThreshold = fit.threshold.value_or(0);
@@ -160,19 +151,16 @@ void completeRequest(FitCommand& fit) {
 
 void runFit(FitCommand& fit) {
   completeRequest(fit);
-  const std::unique_ptr<TableReader> reader = openTable(fit.request.input);
+  TerminalMonitor monitor;
+  const std::unique_ptr<TableReader> reader = openTable(fit.request.input, monitor);
   if (fit.output) requireOtherFile(*fit.output, fit.request.input.data, "the data");
   std::optional<OutputFile> file;  // opened at once: a wrong path shows before the work
   if (fit.output) file.emplace(*fit.output);
-  ProgressBar progress;
-  FitWatcher watcher;
-  watcher.progress = &progress;
-  watcher.timesFeed = fit.timings;
-  watcher.planned = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
+  const auto tellPlan = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
     std::fputs(planText(columns, fit.request.input.data, rows, categories).c_str(), stderr);
   };
   FitTimings timings;
-  const Model model = fitModel(fit.request, *reader, watcher, timings);
+  const Model model = fitModel(fit.request, *reader, {monitor, tellPlan, fit.timings}, timings);
   const auto start = std::chrono::steady_clock::now();
   if (file) {
     file->Write(modelToJson(model));

@@ -3,11 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "commands/commands.h"
-#include "model/attribute_choice.h"
-#include "model/model_json.h"
-#include "report/report_page.h"
-#include "system/output_file.h"
+#include "cli/commands/commands.h"
+#include "cli/commands/options.h"
+#include "toolkit/model/attribute_choice.h"
+#include "toolkit/model/model_json.h"
+#include "toolkit/report/report_page.h"
+#include "toolkit/system/output_file.h"
 
 namespace mcbin {
 namespace {
@@ -41,17 +42,9 @@ void addReportCommand(CLI::App& program) {
   CLI::App* const command = program.add_subcommand(
       "report", "Show a model as one page of charts and tables for a browser");
   const auto report = std::make_shared<ReportCommand>();
-  command->add_option("MODEL", report->model, "Model file that fit wrote")->required();
-  command
-      ->add_option("-a,--attribute", report->attributePatterns,
-                   "Only these attributes: a name, a number from 1, or a pattern with *, ? and "
-                   "[...]; may be given again [all]")
-      ->allow_extra_args(false)
-      ->type_name("PATTERN");
-  command
-      ->add_option("-o,--output", report->output,
-                   "Write the page to this file, - for standard output [-]")
-      ->type_name("FILE");
+  addModelOption(*command, report->model);
+  addAttributeOption(*command, report->attributePatterns);
+  addOutputOption(*command, report->output);
   command->footer(kExamples);
   command->callback([report] { runReport(*report); });
 }

@@ -3,11 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "commands/commands.h"
-#include "model/attribute_choice.h"
-#include "model/model_json.h"
-#include "system/output_file.h"
-#include "text/model_tables.h"
+#include "cli/commands/commands.h"
+#include "cli/commands/options.h"
+#include "toolkit/model/attribute_choice.h"
+#include "toolkit/model/model_json.h"
+#include "toolkit/system/output_file.h"
+#include "toolkit/tables/model_tables.h"
 
 namespace mcbin {
 namespace {
@@ -36,13 +37,8 @@ void addShowCommand(CLI::App& program) {
   CLI::App* const command =
       program.add_subcommand("show", "Print the tables of a model again, from the model alone");
   const auto show = std::make_shared<ShowCommand>();
-  command->add_option("MODEL", show->model, "Model file that fit wrote")->required();
-  command
-      ->add_option("-a,--attribute", show->attributePatterns,
-                   "Only these attributes: a name, a number from 1, or a pattern with *, ? and "
-                   "[...]; may be given again [all]")
-      ->allow_extra_args(false)
-      ->type_name("PATTERN");
+  addModelOption(*command, show->model);
+  addAttributeOption(*command, show->attributePatterns);
   command->footer(kExamples);
   command->callback([show] { runShow(*show); });
 }

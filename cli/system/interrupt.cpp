@@ -1,8 +1,8 @@
-#include "system/interrupt.h"
+#include "cli/system/interrupt.h"
 
 #include <csignal>
 
-#include "errors.h"
+#include "toolkit/errors.h"
 
 namespace mcbin {
 namespace {

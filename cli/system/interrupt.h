@@ -1,6 +1,6 @@
 /// Ctrl-C.
-#ifndef MCBIN_SYSTEM_INTERRUPT_H
-#define MCBIN_SYSTEM_INTERRUPT_H
+#ifndef MCBIN_CLI_SYSTEM_INTERRUPT_H
+#define MCBIN_CLI_SYSTEM_INTERRUPT_H
 
 namespace mcbin {
 

@@ -1,4 +1,4 @@
-#include "system/terminal.h"
+#include "cli/system/terminal.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>

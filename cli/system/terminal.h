@@ -1,6 +1,6 @@
 /// What standard error is connected to.
-#ifndef MCBIN_SYSTEM_TERMINAL_H
-#define MCBIN_SYSTEM_TERMINAL_H
+#ifndef MCBIN_CLI_SYSTEM_TERMINAL_H
+#define MCBIN_CLI_SYSTEM_TERMINAL_H
 
 #include <cstddef>
 

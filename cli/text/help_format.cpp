@@ -1,4 +1,4 @@
-#include "text/help_format.h"
+#include "cli/text/help_format.h"
 
 #include <algorithm>
 #include <sstream>

@@ -1,6 +1,6 @@
 /// The help text of the program.
-#ifndef MCBIN_TEXT_HELP_FORMAT_H
-#define MCBIN_TEXT_HELP_FORMAT_H
+#ifndef MCBIN_CLI_TEXT_HELP_FORMAT_H
+#define MCBIN_CLI_TEXT_HELP_FORMAT_H
 
 #include <CLI/CLI.hpp>
 #include <string>

@@ -1,6 +1,6 @@
 /// What a wrong command line is answered with.
-#ifndef MCBIN_TEXT_PARSE_ERRORS_H
-#define MCBIN_TEXT_PARSE_ERRORS_H
+#ifndef MCBIN_CLI_TEXT_PARSE_ERRORS_H
+#define MCBIN_CLI_TEXT_PARSE_ERRORS_H
 
 #include <CLI/CLI.hpp>
 #include <string>

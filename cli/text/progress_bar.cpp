@@ -1,4 +1,4 @@
-#include "text/progress_bar.h"
+#include "cli/text/progress_bar.h"
 
 #include <fmt/format.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "system/terminal.h"
+#include "cli/system/terminal.h"
 
 namespace mcbin {
 namespace {

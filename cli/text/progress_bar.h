@@ -1,6 +1,6 @@
 /// A progress line on a terminal.
-#ifndef MCBIN_TEXT_PROGRESS_BAR_H
-#define MCBIN_TEXT_PROGRESS_BAR_H
+#ifndef MCBIN_CLI_TEXT_PROGRESS_BAR_H
+#define MCBIN_CLI_TEXT_PROGRESS_BAR_H
 
 #include <chrono>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "text/parse_errors.h"
+#include "cli/text/parse_errors.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "text/progress_bar.h"
+#include "cli/text/progress_bar.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,52 @@
+#include "toolkit/model/model_json.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/toolkit/support/example_model.h"
+#include "tests/toolkit/support/temporary_file.h"
+#include "toolkit/errors.h"
+
+namespace mcbin {
+namespace {
+
+using testing::exampleModel;
+using testing::TemporaryFiles;
+
+TEST(ModelJson, LoadAndSaveGiveTheSameBytes) {
+  const std::string text = modelToJson(exampleModel());
+  EXPECT_EQ(modelToJson(modelFromJson(text, "m")), text);
+}
+
+TEST(ModelJson, AnEqualFrequencyModelHasNoTarget) {
+  Model model = exampleModel();
+  model.method = Method::EqualFrequency;
+  model.target.reset();
+  model.weight.reset();
+  model.attributes.resize(1);
+  AttributeModel& attribute = model.attributes.front();
+  for (WeightedCounts& bin : attribute.bins) bin.classWeights.clear();
+  attribute.missingCases.classWeights.clear();
+  attribute.userMissingCases.classWeights.clear();
+  attribute.entropyBefore = attribute.entropyAfter = std::nullopt;
+  const std::string text = modelToJson(model);
+  EXPECT_EQ(modelToJson(modelFromJson(text, "m")), text);
+}
+
+TEST(ModelJson, AFileIsRead) {
+  const TemporaryFiles files;
+  const std::string text = modelToJson(exampleModel());
+  EXPECT_EQ(modelToJson(loadModel(files.Write("model.json", text))), text);
+}
+
+TEST(ModelJson, AFileThatIsNotThereIsNamed) {
+  EXPECT_EQ(testing::messageOf<DataError>([] { loadModel("/nonexistent/m.json"); }),
+            "cannot read /nonexistent/m.json: No such file or directory");
+}
+
+TEST(ModelJson, StartsWithFormatAndVersion) {
+  EXPECT_EQ(modelToJson(exampleModel()).substr(0, 55),
+            "{\n  \"format\": \"mcbin-model\",\n  \"schemaVersion\": 1,\n  \"p");
+}
+
+}  // namespace
+}  // namespace mcbin

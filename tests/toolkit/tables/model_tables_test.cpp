@@ -1,0 +1,63 @@
+#include "toolkit/tables/model_tables.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/toolkit/support/example_model.h"
+
+namespace mcbin {
+namespace {
+
+TEST(ModelTables, OneAttribute) {
+  const Model model = testing::exampleModel();
+  EXPECT_EQ(attributeText(model, model.attributes[0]),
+            "in\"come: 3 bins, 5 distinct values, entropy 0.9710 before, 0.3250 after, gain "
+            "0.6460\n"
+            "  #  in\"come        weight  share  no       %  yes       %\n"
+            "  -  -------------  ------  -----  --  ------  ---  ------\n"
+            "  0  (-inf, 0.5)         4  30.8%   3   75.0%    1   25.0%\n"
+            "  1  [0.5, 1e+300)       5  38.5%   0    0.0%    5  100.0%\n"
+            "  2  [1e+300, inf)       1   7.7%   1  100.0%    0    0.0%\n"
+            "     missing             2  15.4%   1   50.0%    1   50.0%\n"
+            "     user-missing        1   7.7%   0    0.0%    1  100.0%\n");
+}
+
+TEST(ModelTables, AnUncutAttributeSaysWhy) {
+  const Model model = testing::exampleModel();
+  EXPECT_EQ(attributeText(model, model.attributes[1]),
+            "é: 1 bin, 0 distinct values\n"
+            "  not cut: because\n"
+            "  #  é            weight  share  no  %  yes  %\n"
+            "  -  -----------  ------  -----  --  -  ---  -\n"
+            "  0  (-inf, inf)       0      -   0  -    0  -\n");
+}
+
+TEST(ModelTables, Overview) {
+  EXPECT_EQ(overviewText(testing::exampleModel()),
+            "Supervised binning of loans.csv: 16 cases, 14 used, 2 dropped for their weight\n"
+            "Weight w, rounded to whole numbers\n"
+            "Target default: no (5, 35.7%), yes (8, 57.1%), missing (1, 7.1%)\n"
+            "\n"
+            "Attributes by information gain\n"
+            "  #  attribute  bins  distinct                  min  max  entropy before   after    "
+            "gain  remark\n"
+            "  -  ---------  ----  --------  -------------------  ---  --------------  ------  "
+            "------  ----------------\n"
+            "  1  in\"come       3         5  0.30000000000000004  inf          0.9710  0.3250  "
+            "0.6460\n"
+            "  2  é             1         0                    -    -               -       -    "
+            "   -  not cut: because\n");
+}
+
+TEST(ModelTables, LineEndsInNamesDoNotTearTheTable) {
+  Model model = testing::exampleModel();
+  model.attributes.resize(1);
+  model.attributes[0].name = "two\nlines";
+  model.target->categories[0] = "n\to";
+  const std::string text = modelText(model);
+  EXPECT_EQ(text.find("two\nlines"), std::string::npos);
+  EXPECT_NE(text.find("two lines"), std::string::npos);
+  EXPECT_NE(text.find("n o"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace mcbin

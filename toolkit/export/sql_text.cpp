@@ -1,0 +1,72 @@
+#include "toolkit/export/sql_text.h"
+
+#include <fmt/format.h>
+#include <sqlite3.h>
+
+#include <cmath>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+namespace mcbin {
+namespace {
+
+std::string quoted(const std::string& text, char quote) {
+  std::string result(1, quote);
+  for (const char c : text) {
+    if (c == quote) result += quote;
+    result += c;
+  }
+  return result + quote;
+}
+
+double readBySqlite(const std::string& literal) {
+  sqlite3* connection = nullptr;
+  const int opened = sqlite3_open_v2(":memory:", &connection, SQLITE_OPEN_READWRITE, nullptr);
+  const std::unique_ptr<sqlite3, int (*)(sqlite3*)> database(connection, sqlite3_close);
+  sqlite3_stmt* prepared = nullptr;
+  const std::string query = "SELECT " + literal;
+  if (opened != SQLITE_OK ||
+      sqlite3_prepare_v2(connection, query.c_str(), -1, &prepared, nullptr) != SQLITE_OK) {
+    throw std::runtime_error("SQLite cannot be used to check a number");
+  }
+  const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(prepared, sqlite3_finalize);
+  if (sqlite3_step(prepared) != SQLITE_ROW) {
+    throw std::runtime_error("SQLite cannot be used to check a number");
+  }
+  return sqlite3_column_double(prepared, 0);
+}
+
+/// mantissa * 2^exponent with factors that are whole numbers below 2^53: no rounding on the way.
+std::string exactProduct(double value) {
+  constexpr int kMantissaBits = 53;
+  constexpr int kStep = 50;
+  int exponent = 0;
+  const double mantissa = std::ldexp(std::frexp(value, &exponent), kMantissaBits);
+  std::string product = fmt::format("({:.1f}", mantissa);
+  int left = exponent - kMantissaBits;
+  while (left != 0) {
+    const int step = std::min(std::abs(left), kStep);
+    product += fmt::format(" {} {:.1f}", left > 0 ? '*' : '/', std::ldexp(1.0, step));
+    left += left > 0 ? -step : step;
+  }
+  return product + ")";
+}
+
+}  // namespace
+
+std::string sqlIdentifier(const std::string& name) { return quoted(name, '"'); }
+
+std::string sqlText(const std::string& text) { return quoted(text, '\''); }
+
+std::string sqlNumber(double value) {
+  constexpr int kLongestDecimal = 19;  // more digits are not read
+  if (std::isinf(value)) return value > 0.0 ? "9e999" : "-9e999";
+  std::string literal = fmt::format("{}", value);
+  if (literal.find_first_of(".e") == std::string::npos) literal += ".0";
+  if (readBySqlite(literal) == value) return literal;
+  literal = fmt::format("{:.{}e}", value, kLongestDecimal - 1);
+  return readBySqlite(literal) == value ? literal : exactProduct(value);
+}
+
+}  // namespace mcbin

@@ -1,0 +1,22 @@
+/// The words of SQL.
+#ifndef MCBIN_TOOLKIT_EXPORT_SQL_TEXT_H
+#define MCBIN_TOOLKIT_EXPORT_SQL_TEXT_H
+
+#include <string>
+
+namespace mcbin {
+
+/// A name in double quotes.
+std::string sqlIdentifier(const std::string& name);
+
+/// A text in single quotes.
+std::string sqlText(const std::string& text);
+
+/// A number that is read back as exactly `value`, which must not be NaN, by a database that reads
+/// literals to the nearest double, and by SQLite, which does not always: the shortest decimal that
+/// SQLite itself reads right, or a product of whole numbers when no decimal is.
+std::string sqlNumber(double value);
+
+}  // namespace mcbin
+
+#endif

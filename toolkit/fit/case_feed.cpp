@@ -1,0 +1,176 @@
+#include "toolkit/fit/case_feed.h"
+
+#include <fmt/format.h>
+#include <mccomvor/missing_value.h>
+
+#include <cmath>
+
+#include "toolkit/errors.h"
+#include "toolkit/input/cells.h"
+
+namespace mcbin {
+namespace {
+
+constexpr double kMissingCategory = -1.0;
+
+IBINVariable::BINWRoundingOption roundingOption(WeightRounding rounding) {
+  return rounding == WeightRounding::Truncate ? IBINVariable::TruncateToSmallerInt
+                                              : IBINVariable::RoundToClosestInt;
+}
+
+int sizeOf(const FeedLayout& layout) {
+  return static_cast<int>(layout.attributeColumns.size()) + (layout.targetColumn ? 1 : 0) +
+         (layout.weightColumn ? 1 : 0);
+}
+
+void add(WeightedCounts& counts, int code, double weight) {
+  counts.weight += weight;
+  if (code >= 0) counts.classWeights[static_cast<std::size_t>(code)] += weight;
+}
+
+}  // namespace
+
+CaseFeed::CaseFeed(TableReader& reader, const std::vector<ColumnPlan>& columns,
+                   const FeedLayout& layout, const std::vector<std::string>& categories,
+                   const std::vector<std::string>& naTexts, WeightRounding rounding, bool isTimed)
+    : reader_(reader),
+      columns_(columns),
+      layout_(layout),
+      naTexts_(naTexts),
+      cells_(naTexts),
+      weightEncoder_(roundingOption(rounding)),
+      record_(sizeOf(layout)),
+      isTimed_(isTimed),
+      classWeights_(categories.size(), 0.0) {
+  for (const std::string& category : categories) {
+    codes_.emplace(category, static_cast<int>(codes_.size()));
+  }
+  const WeightedCounts none{0.0, std::vector<double>(categories.size(), 0.0)};
+  missing_.assign(layout.attributeColumns.size(), none);
+  userMissing_ = missing_;
+}
+
+bool CaseFeed::HasNext() {
+  if (atEnd_ || rowIsReady_) return !atEnd_;
+  // The library asks for the case next, so the two calls are timed as one.
+  if (isTimed_) started_ = Clock::now();
+  try {
+    rowIsReady_ = reader_.NextRow(row_);
+  } catch (...) {
+    failure_ = std::current_exception();
+  }
+  atEnd_ = !rowIsReady_;
+  if (atEnd_ && isTimed_) timeSpent_ += Clock::now() - started_;
+  return rowIsReady_;
+}
+
+const MCCommon::Record* CaseFeed::Next() {
+  rowIsReady_ = false;
+  try {
+    FillRecord();
+  } catch (...) {
+    failure_ = std::current_exception();
+    atEnd_ = true;
+  }
+  if (isTimed_) timeSpent_ += Clock::now() - started_;
+  return failure_ ? nullptr : &record_;
+}
+
+void CaseFeed::RethrowFailure() const {
+  if (failure_) std::rethrow_exception(failure_);
+}
+
+void CaseFeed::FillRecord() {
+  ++cases_.read;
+  int cell = 0;
+  const int code = TargetCode();
+  if (layout_.targetColumn) record_[cell++] = code < 0 ? kMissingCategory : code;
+  double weight = 1.0;
+  if (layout_.weightColumn) {
+    weight = RoundedWeight();
+    record_[cell++] = ReadValue(*layout_.weightColumn).value_or(MCMV::gMissingValue);
+  }
+  const bool isUsed = weight != MCMV::gMissingValue;
+  ++(isUsed ? cases_.used : cases_.droppedForWeight);
+  if (!isUsed) weight = 0.0;
+  totalWeight_ += weight;
+  if (std::isinf(totalWeight_)) FailWeightOverflow();
+  if (code >= 0) classWeights_[static_cast<std::size_t>(code)] += weight;
+  if (layout_.targetColumn && code < 0) targetMissingWeight_ += weight;
+  for (std::size_t a = 0; a < layout_.attributeColumns.size(); ++a) {
+    FillAttribute(a, code, weight);
+  }
+}
+
+int CaseFeed::TargetCode() const {
+  if (!layout_.targetColumn) return -1;
+  const std::size_t column = *layout_.targetColumn;
+  const std::string_view category =
+      categoryOf(row_.cells[column], naTexts_, columns_[column].missingTexts);
+  if (category.empty()) return -1;
+  const auto code = codes_.find(category);
+  if (code == codes_.end()) FailChanged(column);
+  return code->second;
+}
+
+double CaseFeed::RoundedWeight() {
+  const std::size_t column = *layout_.weightColumn;
+  const std::optional<double> weight = ReadValue(column);
+  if (!weight || columns_[column].missing.Contains(*weight)) return MCMV::gMissingValue;
+  return weightEncoder_.Encode(*weight);
+}
+
+void CaseFeed::FillAttribute(std::size_t attribute, int code, double weight) {
+  const std::size_t column = layout_.attributeColumns[attribute];
+  const std::optional<double> value = ReadValue(column);
+  const std::size_t cell =
+      attribute + (layout_.targetColumn ? 1 : 0) + (layout_.weightColumn ? 1 : 0);
+  record_[static_cast<int>(cell)] = value.value_or(MCMV::gMissingValue);
+  if (layout_.targetColumn && code < 0) return;
+  if (!value) {
+    add(missing_[attribute], code, weight);
+  } else if (columns_[column].missing.Contains(*value)) {
+    add(userMissing_[attribute], code, weight);
+  }
+}
+
+std::optional<double> CaseFeed::ReadValue(std::size_t column) const {
+  double value = 0.0;
+  switch (cells_.Read(row_.cells[column], value)) {
+    case CellKind::Missing:
+      return std::nullopt;
+    case CellKind::Number:
+      break;
+    default:
+      FailChanged(column);
+  }
+  if (value == MCMV::gMissingValue) {
+    throw DataError(
+        fmt::format("{}: '{}' in column {} is the number that stands for a missing "
+                    "value inside the library: name it with --na if it is missing",
+                    reader_.Where(row_), row_.cells[column], columns_[column].name));
+  }
+  return value;
+}
+
+void CaseFeed::FailChanged(std::size_t column) const {
+  throw DataError(fmt::format("{}: column {} changed while the data were read: run it again",
+                              reader_.Where(row_), columns_[column].name));
+}
+
+void CaseFeed::FailWeightOverflow() const {
+  throw DataError(
+      fmt::format("{}: the weights in column {} add up to more than a number can hold: "
+                  "divide them all by the same large number",
+                  reader_.Where(row_), columns_[*layout_.weightColumn].name));
+}
+
+const WeightedCounts& CaseFeed::MissingCases(std::size_t attribute) const {
+  return missing_[attribute];
+}
+
+const WeightedCounts& CaseFeed::UserMissingCases(std::size_t attribute) const {
+  return userMissing_[attribute];
+}
+
+}  // namespace mcbin

@@ -1,0 +1,95 @@
+/// The second pass over the data: rows become the cases that the library asks for.
+#ifndef MCBIN_TOOLKIT_FIT_CASE_FEED_H
+#define MCBIN_TOOLKIT_FIT_CASE_FEED_H
+
+#include <mcbinning/case_iterator.h>
+#include <mcbinning/encoders.h>
+#include <mccomvor/record.h>
+
+#include <chrono>
+#include <cstddef>
+#include <exception>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "toolkit/fit/column_plan.h"
+#include "toolkit/fit/column_scan.h"
+#include "toolkit/input/cells.h"
+#include "toolkit/input/table_reader.h"
+#include "toolkit/model/model.h"
+
+namespace mcbin {
+
+/// Which column of the data each variable of the library's list is. The list holds the target (if
+/// any), the weight (if any) and then the attributes in the order of their columns.
+struct FeedLayout {
+  std::optional<std::size_t> targetColumn;
+  std::optional<std::size_t> weightColumn;
+  std::vector<std::size_t> attributeColumns;
+};
+
+/// Hands the rows of a table to the library, and counts on the way what the library does not tell
+/// apart: missing and user-missing values by target category, cases dropped for their weight. A
+/// failure while reading ends the cases; RethrowFailure brings it up after the run.
+class CaseFeed : public BINCaseIterator {
+ public:
+  /// Everything is borrowed. The table must stand in front of its first row.
+  CaseFeed(TableReader& reader, const std::vector<ColumnPlan>& columns, const FeedLayout& layout,
+           const std::vector<std::string>& categories, const std::vector<std::string>& naTexts,
+           WeightRounding rounding, bool isTimed);
+
+  bool HasNext() override;
+  const MCCommon::Record* Next() override;
+
+  void RethrowFailure() const;
+  /// True once the last case was handed out.
+  bool AtEnd() const { return atEnd_; }
+  /// Time spent in here; 0 unless it is timed, which costs two readings of the clock a case.
+  double Seconds() const { return std::chrono::duration<double>(timeSpent_).count(); }
+
+  const CaseCounts& Cases() const { return cases_; }
+  const std::vector<double>& ClassWeights() const { return classWeights_; }
+  double TargetMissingWeight() const { return targetMissingWeight_; }
+  /// By position among the attributes.
+  const WeightedCounts& MissingCases(std::size_t attribute) const;
+  const WeightedCounts& UserMissingCases(std::size_t attribute) const;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  void FillRecord();
+  int TargetCode() const;
+  double RoundedWeight();
+  void FillAttribute(std::size_t attribute, int code, double weight);
+  std::optional<double> ReadValue(std::size_t column) const;
+  [[noreturn]] void FailChanged(std::size_t column) const;
+  [[noreturn]] void FailWeightOverflow() const;
+
+  TableReader& reader_;
+  const std::vector<ColumnPlan>& columns_;
+  const FeedLayout& layout_;
+  const std::vector<std::string>& naTexts_;
+  ScaleCells cells_;
+  CategoryCodes codes_;
+  BINRoundEncoder weightEncoder_;
+  MCCommon::Record record_;
+  TableRow row_;
+  bool rowIsReady_ = false;
+  bool atEnd_ = false;
+  std::exception_ptr failure_;
+  bool isTimed_;
+  Clock::time_point started_;
+  Clock::duration timeSpent_{};
+
+  CaseCounts cases_;
+  double totalWeight_ = 0.0;
+  std::vector<double> classWeights_;
+  double targetMissingWeight_ = 0.0;
+  std::vector<WeightedCounts> missing_;
+  std::vector<WeightedCounts> userMissing_;
+};
+
+}  // namespace mcbin
+
+#endif

@@ -1,0 +1,43 @@
+/// From a table to a model.
+#ifndef MCBIN_TOOLKIT_FIT_FIT_MODEL_H
+#define MCBIN_TOOLKIT_FIT_FIT_MODEL_H
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "toolkit/fit/column_plan.h"
+#include "toolkit/fit/fit_request.h"
+#include "toolkit/input/table_reader.h"
+#include "toolkit/model/model.h"
+#include "toolkit/monitor.h"
+
+namespace mcbin {
+
+/// Seconds of wall-clock time.
+struct FitTimings {
+  double scanning = 0.0;  ///< The first pass over the data.
+  double feeding = 0.0;   ///< The second pass: reading cases for the library.
+  double binning = 0.0;   ///< What the library took, its column files included.
+};
+
+/// How a fit goes on and who hears of it.
+struct FitWatch {
+  Monitor& monitor;
+  /// Called when the plan is made and nothing is binned yet; may be empty.
+  std::function<void(const std::vector<ColumnPlan>&, std::uint64_t rows,
+                     const std::vector<std::string>& categories)>
+      planned;
+  /// Tell reading from binning in the second pass; costs two readings of the clock a case.
+  bool timesFeed = false;
+};
+
+/// Reads the table twice, runs the library over it and gathers the model. Throws the errors of
+/// errors.h. `timings` is filled as far as the run came.
+Model fitModel(const FitRequest& request, TableReader& reader, const FitWatch& watch,
+               FitTimings& timings);
+
+}  // namespace mcbin
+
+#endif

@@ -1,0 +1,215 @@
+#include "toolkit/fit/library_run.h"
+
+#include <fmt/format.h>
+#include <mcbinning/mcbinning.h>
+#include <mccomvor/missing_value.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "toolkit/fit/status_text.h"
+#include "toolkit/system/files.h"
+
+namespace mcbin {
+namespace {
+
+constexpr int kCasesPerReport = 5000;
+
+class StopQuery : public MCQueryCancel {
+ public:
+  explicit StopQuery(Monitor& monitor) : monitor_(monitor) {}
+  bool IsCancelled() override { return monitor_.StopRequested(); }
+
+ private:
+  Monitor& monitor_;
+};
+
+/// Hands the library's reports on: cases while they are read, attributes afterwards.
+class ProgressRelay : public ProgressListener {
+ public:
+  ProgressRelay(Monitor& monitor, const CaseFeed& feed, std::uint64_t rows, const Model& model)
+      : monitor_(monitor), feed_(feed), rows_(static_cast<double>(rows)), model_(model) {}
+
+  void ReportProgress(ProgressReport& report) override {
+    const int index = report.DiscreteMeasure("IndexVar");
+    if (!feed_.AtEnd()) {
+      monitor_.Update("reading cases", index / rows_, index, "cases");
+      return;
+    }
+    const double done = ++attributesDone_;
+    monitor_.Update("binning attributes", done / static_cast<double>(model_.attributes.size()),
+                    done, "attributes");
+  }
+
+ private:
+  Monitor& monitor_;
+  const CaseFeed& feed_;
+  double rows_;
+  const Model& model_;
+  int attributesDone_ = 0;
+};
+
+void require(bool accepted, const char* what) {
+  if (!accepted) throw std::logic_error(fmt::format("the library refused {}", what));
+}
+
+void addMissing(BINVarList& list, int index, const MissingRules& rules) {
+  for (double value : rules.values) {
+    require(list.AddDiscreteUserMissing(index, value, ""), "a user-missing value");
+  }
+  if (rules.range) {
+    require(list.SetMissingInterval(index, rules.range->first, rules.range->second),
+            "a user-missing range");
+  }
+}
+
+BINVarList variablesOf(const Model& model) {
+  BINVarList list;
+  if (model.target) {
+    const int index =
+        list.AddCatVar(model.target->name, "", model.target->categories, IBINVariable::TargetRole);
+    require(index >= 0, "the target");
+  }
+  if (model.weight) {
+    const int index = list.AddWeightVar(model.weight->name, "",
+                                        model.weight->rounding == WeightRounding::Truncate
+                                            ? IBINVariable::TruncateToSmallerInt
+                                            : IBINVariable::RoundToClosestInt);
+    require(index >= 0, "the weight");
+    addMissing(list, index, model.weight->missing);
+  }
+  for (const AttributeModel& attribute : model.attributes) {
+    const int index = list.AddContVar(attribute.name, "", IBINVariable::AttributeRole);
+    require(index >= 0, "an attribute");
+    addMissing(list, index, attribute.missing);
+  }
+  return list;
+}
+
+/// The library's run over the cases, watched and in a directory of its own.
+struct RunSetting {
+  CaseFeed& feed;
+  Monitor& monitor;
+  StopQuery query;
+  ProgressRelay listener;
+  TemporaryDirectory directory;
+};
+
+/// What the settings of both algorithms share.
+template <class Settings>
+void configure(Settings& settings, const Model& model, RunSetting& run) {
+  require(settings.SetNumberOfBins(model.options.bins), "the number of bins");
+  require(settings.SetNSkippedCasesReports(kCasesPerReport), "the report interval");
+  settings.SetRightBorderClosed(model.closedSide == ClosedSide::Right);
+  settings.SetCancelPointer(&run.query);
+  settings.SetProgressListener(&run.listener);
+  settings.SetTempDirName(run.directory.Path());
+}
+
+std::optional<double> unlessMissing(double value) {
+  if (value == MCMV::gMissingValue) return std::nullopt;
+  return value;
+}
+
+/// What the records of both algorithms share. Sizes the bins but does not fill them.
+template <class Results>
+void takeResults(const Results& results, AttributeModel& attribute) {
+  attribute.status = attributeStatus(results.GetStatus());
+  attribute.cutPoints = results.GetCutPoints();
+  attribute.bins.resize(attribute.cutPoints.size() + 1);
+  attribute.distinctValues = results.GetNDistinctValues();
+  attribute.totalWeight = results.GetTotalWeight();
+  attribute.totalWeightWithMissing = results.GetTotalWeightWithMissing();
+  attribute.minimum = unlessMissing(results.GetMinimum());
+  attribute.maximum = unlessMissing(results.GetMaximum());
+}
+
+void takeRecord(const BINAttributeTargetResults& record, std::size_t categories,
+                AttributeModel& attribute) {
+  takeResults(record, attribute);
+  const auto& rows = record.GetCellCounts();
+  for (std::size_t bin = 0; bin < attribute.bins.size(); ++bin) {
+    // An attribute that was not searched has an empty row; categories that no used case carries
+    // may lack their columns.
+    std::vector<double> row = bin < rows.size() ? rows[bin] : std::vector<double>();
+    row.resize(categories + 1, 0.0);
+    attribute.bins[bin].weight = row.front();
+    attribute.bins[bin].classWeights.assign(row.begin() + 1, row.end());
+  }
+  attribute.entropyAfter = unlessMissing(record.GetModelEntropy());
+  if (attribute.entropyAfter) {
+    attribute.entropyBefore = entropyOf(sumOverBins(attribute.bins));
+  }
+}
+
+void takeRecord(const BINAttributeResults& record, AttributeModel& attribute) {
+  takeResults(record, attribute);
+  const std::vector<double>& weights = record.GetCellCounts();
+  for (std::size_t bin = 0; bin < attribute.bins.size() && bin < weights.size(); ++bin) {
+    attribute.bins[bin].weight = weights[bin];
+  }
+}
+
+void checkRun(const RunSetting& run, const MCBinning::MCStatus& status) {
+  run.feed.RethrowFailure();
+  run.monitor.ThrowIfStopped();
+  throwIfRunFailed(status);
+}
+
+void checkQuery(const MCBinning::MCStatus& status) {
+  if (status.GetErrorCode() == 120020) throw std::runtime_error("the library left no results");
+}
+
+void runSupervised(RunSetting& run, Model& model) {
+  BINVarList variables = variablesOf(model);
+  BINSettings settings;
+  configure(settings, model, run);
+  require(settings.SetNumDistinctValueThreshold(model.options.distinctValueThreshold),
+          "the threshold of distinct values");
+  require(settings.SetSmallBinDetectionThreshold(model.options.smallBinThreshold),
+          "the threshold of small bins");
+  BINFactory factory;
+  const std::unique_ptr<IBINAlgorithm> algorithm(factory.CreateBINAlgorithm(settings, variables));
+  throwIfRunFailed(factory.GetStatus());
+  model.library = algorithm->GetVersion();
+  checkRun(run, algorithm->Run(run.feed, nullptr, nullptr));
+  std::vector<BINAttributeTargetResults> records;
+  checkQuery(algorithm->GetOutput()->GetAllCutPoints(records));
+  for (std::size_t a = 0; a < model.attributes.size(); ++a) {
+    takeRecord(records.at(a), model.target->categories.size(), model.attributes[a]);
+  }
+}
+
+void runEqualFrequency(RunSetting& run, Model& model) {
+  BINVarList variables = variablesOf(model);
+  EFBINSettings settings;
+  configure(settings, model, run);
+  EFBINFactory factory;
+  const std::unique_ptr<IEFBINAlgorithm> algorithm(
+      factory.CreateEFBINAlgorithm(settings, variables));
+  throwIfRunFailed(factory.GetStatus());
+  model.library = algorithm->GetVersion();
+  checkRun(run, algorithm->Run(run.feed, nullptr));
+  std::vector<BINAttributeResults> records;
+  checkQuery(algorithm->GetOutput()->GetAllCutPoints(records));
+  for (std::size_t a = 0; a < model.attributes.size(); ++a) {
+    takeRecord(records.at(a), model.attributes[a]);
+  }
+}
+
+}  // namespace
+
+void runLibrary(CaseFeed& feed, std::uint64_t rows, Monitor& monitor, Model& model) {
+  RunSetting run{feed, monitor, StopQuery(monitor), ProgressRelay(monitor, feed, rows, model),
+                 TemporaryDirectory(temporaryRoot())};
+  if (model.method == Method::Supervised) {
+    runSupervised(run, model);
+  } else {
+    runEqualFrequency(run, model);
+  }
+}
+
+}  // namespace mcbin

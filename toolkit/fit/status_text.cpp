@@ -1,0 +1,65 @@
+#include "toolkit/fit/status_text.h"
+
+#include <fmt/format.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "toolkit/errors.h"
+#include "toolkit/system/files.h"
+
+namespace mcbin {
+namespace {
+
+std::string reasonOf(long code) {
+  switch (code) {
+    case 0:
+      return "";
+    case 120002:
+      return "some values lie outside the pre-bins (infinite values?)";
+    case 120014:
+      return "not cut: the attribute has a single value";
+    case 120015:
+      return "not cut: no case has a value";
+    case 120016:
+      return "not cut: the cases with a value all have the same target category";
+    case 120017:
+      return "not cut: no cut tells the target's categories apart well enough";
+    case 120019:
+      return "not cut: the values are too few or too unevenly spread for another bin";
+    default:
+      return fmt::format("not cut: status {} of the binning library", code);
+  }
+}
+
+}  // namespace
+
+AttributeStatus attributeStatus(const MCBinning::MCStatus& status) {
+  const Severity severity = status.IsOK()        ? Severity::Ok
+                            : status.IsWarning() ? Severity::Warning
+                                                 : Severity::Error;
+  return {status.GetErrorCode(), severity, reasonOf(status.GetErrorCode())};
+}
+
+void throwIfRunFailed(const MCBinning::MCStatus& status) {
+  if (!status.IsError()) return;
+  switch (status.GetErrorCode()) {
+    case 3:
+      throw std::bad_alloc();
+    case 120004:
+      throw DataError(
+          "no case can be used: there is none, or every weight is missing, "
+          "zero or negative");
+    case 120001:
+    case 120021:
+      throw DataError(
+          fmt::format("cannot write temporary files in {}: is the disk full? TMPDIR "
+                      "names another directory",
+                      temporaryRoot()));
+    default:
+      break;
+  }
+  throw std::runtime_error(fmt::format("status {} of the binning library", status.GetErrorCode()));
+}
+
+}  // namespace mcbin

@@ -1,0 +1,75 @@
+#include "toolkit/input/byte_source.h"
+
+#include <fmt/format.h>
+#include <zlib.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "toolkit/errors.h"
+#include "toolkit/system/files.h"
+
+namespace mcbin {
+namespace {
+
+constexpr unsigned kReadSize = 1U << 17U;
+constexpr std::size_t kStartSize = 16;
+
+}  // namespace
+
+ByteSource::ByteSource(const std::string& path, Monitor& monitor)
+    : name_(path == "-" ? "standard input" : path), descriptor_(openForReading(path, monitor)) {
+  try {
+    storedSize_ = fileSize(descriptor_);
+    OpenStream();
+  } catch (...) {
+    closeDescriptor(descriptor_);
+    throw;
+  }
+}
+
+ByteSource::~ByteSource() {
+  if (stream_ != nullptr) gzclose(stream_);
+  closeDescriptor(descriptor_);
+}
+
+void ByteSource::OpenStream() {
+  stream_ = gzdopen(duplicateDescriptor(descriptor_), "rb");
+  if (stream_ == nullptr) Fail("out of memory");
+  gzbuffer(stream_, kReadSize);
+  compressed_ = gzdirect(stream_) == 0;
+}
+
+std::string ByteSource::Start() {
+  char start[kStartSize];
+  const std::size_t size = Read(start, sizeof start);
+  Rewind();
+  return {start, size};
+}
+
+std::size_t ByteSource::Read(char* buffer, std::size_t size) {
+  const int count = gzread(stream_, buffer, static_cast<unsigned>(size));
+  if (count < 0 || (count == 0 && compressed_)) {
+    int error = Z_OK;
+    const char* const message = gzerror(stream_, &error);
+    if (error == Z_BUF_ERROR) Fail("the gzip data end too early: the file is cut short");
+    if (error == Z_ERRNO) Fail(std::strerror(errno));
+    if (error != Z_OK && error != Z_STREAM_END) {
+      Fail(fmt::format("broken gzip data: {}", message));
+    }
+  }
+  return static_cast<std::size_t>(count);
+}
+
+void ByteSource::Rewind() {
+  if (gzrewind(stream_) != 0) Fail("cannot be read a second time");
+}
+
+double ByteSource::ShareRead() const {
+  if (storedSize_ == 0) return 1.0;
+  return static_cast<double>(gzoffset(stream_)) / static_cast<double>(storedSize_);
+}
+
+void ByteSource::Fail(const std::string& what) const { throw DataError(name_ + ": " + what); }
+
+}  // namespace mcbin

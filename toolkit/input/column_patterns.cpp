@@ -1,0 +1,66 @@
+#include "toolkit/input/column_patterns.h"
+
+#include <fmt/format.h>
+#include <fnmatch.h>
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+
+#include "toolkit/errors.h"
+
+namespace mcbin {
+namespace {
+
+constexpr std::size_t kNamesInMessage = 30;
+
+std::optional<std::size_t> exactColumn(const std::vector<std::string>& names,
+                                       const std::string& text) {
+  const auto name = std::find(names.begin(), names.end(), text);
+  if (name != names.end()) return static_cast<std::size_t>(name - names.begin());
+  std::size_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isNumber = error == std::errc() && end == text.data() + text.size();
+  if (isNumber && number >= 1 && number <= names.size()) return number - 1;
+  return std::nullopt;
+}
+
+[[noreturn]] void failNoColumn(const std::vector<std::string>& names, const std::string& text,
+                               std::string_view option) {
+  std::string list;
+  for (std::size_t i = 0; i < names.size() && i < kNamesInMessage; ++i) {
+    list += (i == 0 ? "" : ", ") + names[i];
+  }
+  if (names.size() > kNamesInMessage) list += ", ...";
+  std::string message = fmt::format("{}: no column '{}'; the columns are: {}", option, text, list);
+  if (names.size() == 1) message += " (only one: is the separator right? see --delimiter)";
+  throw DataError(message);
+}
+
+}  // namespace
+
+std::size_t findColumn(const std::vector<std::string>& names, const std::string& text,
+                       std::string_view option) {
+  const std::optional<std::size_t> column = exactColumn(names, text);
+  if (!column) failNoColumn(names, text, option);
+  return *column;
+}
+
+std::vector<std::size_t> matchColumns(const std::vector<std::string>& names,
+                                      const std::string& pattern, std::string_view option) {
+  if (const auto column = exactColumn(names, pattern)) return {*column};
+  std::vector<std::size_t> columns;
+  if (isPattern(pattern)) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (::fnmatch(pattern.c_str(), names[i].c_str(), 0) == 0) columns.push_back(i);
+    }
+  }
+  if (columns.empty()) failNoColumn(names, pattern, option);
+  return columns;
+}
+
+bool isPattern(std::string_view text) {
+  return text.find_first_of("*?[") != std::string_view::npos;
+}
+
+}  // namespace mcbin

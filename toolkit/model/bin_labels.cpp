@@ -1,0 +1,50 @@
+#include "toolkit/model/bin_labels.h"
+
+#include "toolkit/text/number_text.h"
+
+namespace mcbin {
+namespace {
+
+std::vector<std::string> binLabel(const AttributeModel& attribute, ClosedSide side,
+                                  LabelStyle style, std::size_t bin) {
+  if (style == LabelStyle::Index) return {std::to_string(bin)};
+  if (style == LabelStyle::Interval) return {intervalText(attribute.cutPoints, side, bin)};
+  const BinBounds bounds = boundsOf(attribute.cutPoints, bin);
+  return {shortestNumber(bounds.lower), shortestNumber(bounds.upper)};
+}
+
+}  // namespace
+
+std::string intervalText(const std::vector<double>& cutPoints, ClosedSide side, std::size_t bin) {
+  const BinBounds bounds = boundsOf(cutPoints, bin);
+  const bool first = bin == 0;
+  const bool last = bin == cutPoints.size();
+  const char* const open = side == ClosedSide::Left && !first ? "[" : "(";
+  const char* const close = side == ClosedSide::Right && !last ? "]" : ")";
+  return open + shortestNumber(bounds.lower) + ", " + shortestNumber(bounds.upper) + close;
+}
+
+std::vector<std::string> labelColumns(const std::string& attribute, LabelStyle style,
+                                      bool inPlace) {
+  if (style == LabelStyle::Bounds) return {attribute + "_lower", attribute + "_upper"};
+  return {inPlace ? attribute : attribute + "_bin"};
+}
+
+BinLabels::BinLabels(const AttributeModel& attribute, ClosedSide side, LabelStyle style) {
+  for (std::size_t bin = 0; bin <= attribute.cutPoints.size(); ++bin) {
+    bins_.push_back(binLabel(attribute, side, style, bin));
+  }
+  if (style == LabelStyle::Bounds) {
+    missing_ = userMissing_ = {"", ""};
+  } else {
+    missing_ = {style == LabelStyle::Index ? "-1" : "missing"};
+    userMissing_ = {style == LabelStyle::Index ? "-2" : "user-missing"};
+  }
+}
+
+const std::vector<std::string>& BinLabels::Of(const Placement& placement) const {
+  if (placement.kind == Placement::Kind::Bin) return bins_[placement.bin];
+  return placement.kind == Placement::Kind::Missing ? missing_ : userMissing_;
+}
+
+}  // namespace mcbin

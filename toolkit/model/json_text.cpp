@@ -1,0 +1,54 @@
+#include "toolkit/model/json_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "toolkit/text/number_text.h"
+
+namespace mcbin {
+namespace {
+
+void write(const Json& value, std::size_t depth, std::string& text);
+
+void writeItems(const Json& value, std::size_t depth, std::string& text) {
+  const bool isObject = value.is_object();
+  const bool onOneLine = !isObject && std::none_of(value.begin(), value.end(),
+                                                   [](const Json& v) { return v.is_structured(); });
+  const std::string lineStart = onOneLine ? "" : "\n" + std::string(2 * (depth + 1), ' ');
+  bool first = true;
+  for (const auto& [key, item] : value.items()) {
+    if (!first) text += onOneLine ? ", " : ",";
+    first = false;
+    text += lineStart;
+    if (isObject) text += Json(key).dump() + ": ";
+    write(item, depth + 1, text);
+  }
+  if (!onOneLine) text += "\n" + std::string(2 * depth, ' ');
+}
+
+void write(const Json& value, std::size_t depth, std::string& text) {
+  if (value.is_structured() && !value.empty()) {
+    text += value.is_object() ? '{' : '[';
+    writeItems(value, depth, text);
+    text += value.is_object() ? '}' : ']';
+  } else if (value.is_number_float()) {
+    text += shortestNumber(value.get<double>());
+  } else {
+    text += value.dump();
+  }
+}
+
+}  // namespace
+
+std::string jsonText(const Json& value) {
+  std::string text;
+  write(value, 0, text);
+  return text;
+}
+
+Json numberToJson(double value) {
+  if (std::isinf(value)) return value > 0.0 ? "inf" : "-inf";
+  return value;
+}
+
+}  // namespace mcbin

@@ -1,0 +1,138 @@
+#include "toolkit/model/model_json.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+
+#include "toolkit/errors.h"
+#include "toolkit/model/json_text.h"
+
+namespace mcbin {
+namespace {
+
+Json numbersToJson(const std::vector<double>& values) {
+  Json array = Json::array();
+  for (double value : values) array.push_back(numberToJson(value));
+  return array;
+}
+
+Json optionalToJson(const std::optional<double>& value) {
+  return value ? numberToJson(*value) : Json(nullptr);
+}
+
+template <class T>
+Json optionalToJson(const std::optional<T>& value) {
+  return value ? Json(*value) : Json(nullptr);
+}
+
+Json missingToJson(const MissingRules& rules) {
+  Json json;
+  json["values"] = numbersToJson(rules.values);
+  json["range"] =
+      rules.range ? numbersToJson({rules.range->first, rules.range->second}) : Json(nullptr);
+  return json;
+}
+
+Json countsToJson(const WeightedCounts& counts) {
+  Json json;
+  json["weight"] = counts.weight;
+  json["classWeights"] = counts.classWeights;
+  return json;
+}
+
+Json attributeToJson(const AttributeModel& attribute) {
+  Json json;
+  json["name"] = attribute.name;
+  json["missing"] = missingToJson(attribute.missing);
+  json["status"]["code"] = attribute.status.code;
+  json["status"]["severity"] = nameOf(kSeverities, attribute.status.severity);
+  json["status"]["reason"] = attribute.status.reason;
+  json["distinctValues"] = attribute.distinctValues;
+  json["minimum"] = optionalToJson(attribute.minimum);
+  json["maximum"] = optionalToJson(attribute.maximum);
+  json["totalWeight"] = attribute.totalWeight;
+  json["totalWeightWithMissing"] = attribute.totalWeightWithMissing;
+  json["entropyBefore"] = optionalToJson(attribute.entropyBefore);
+  json["entropyAfter"] = optionalToJson(attribute.entropyAfter);
+  json["cutPoints"] = numbersToJson(attribute.cutPoints);
+  json["bins"] = Json::array();
+  for (const WeightedCounts& bin : attribute.bins) json["bins"].push_back(countsToJson(bin));
+  json["missingCases"] = countsToJson(attribute.missingCases);
+  json["userMissingCases"] = countsToJson(attribute.userMissingCases);
+  return json;
+}
+
+Json optionsToJson(const Model& model) {
+  const FitOptions& options = model.options;
+  Json json;
+  json["closedSide"] = nameOf(kClosedSides, model.closedSide);
+  json["bins"] = options.bins;
+  json["distinctValueThreshold"] = options.distinctValueThreshold;
+  json["smallBinThreshold"] = options.smallBinThreshold;
+  json["naTexts"] = options.naTexts;
+  json["attributePatterns"] = options.attributePatterns;
+  json["excludePatterns"] = options.excludePatterns;
+  json["types"] = Json::object();
+  for (const auto& [column, type] : options.types) json["types"][column] = type;
+  return json;
+}
+
+Json targetToJson(const TargetModel& target) {
+  Json json;
+  json["name"] = target.name;
+  json["categories"] = target.categories;
+  json["missingTexts"] = target.missingTexts;
+  json["classWeights"] = target.classWeights;
+  json["missingWeight"] = target.missingWeight;
+  return json;
+}
+
+Json weightToJson(const WeightModel& weight) {
+  Json json;
+  json["name"] = weight.name;
+  json["missing"] = missingToJson(weight.missing);
+  json["rounding"] = nameOf(kWeightRoundings, weight.rounding);
+  return json;
+}
+
+}  // namespace
+
+std::string modelToJson(const Model& model) {
+  Json json;
+  json["format"] = kModelFormat;
+  json["schemaVersion"] = kModelSchemaVersion;
+  json["program"] = model.program;
+  json["library"] = model.library;
+  json["method"] = nameOf(kMethods, model.method);
+  json["source"]["data"] = model.source.data;
+  json["source"]["table"] = optionalToJson(model.source.table);
+  json["source"]["query"] = optionalToJson(model.source.query);
+  json["options"] = optionsToJson(model);
+  json["cases"]["read"] = model.cases.read;
+  json["cases"]["used"] = model.cases.used;
+  json["cases"]["droppedForWeight"] = model.cases.droppedForWeight;
+  json["target"] = model.target ? targetToJson(*model.target) : Json(nullptr);
+  json["weight"] = model.weight ? weightToJson(*model.weight) : Json(nullptr);
+  json["attributes"] = Json::array();
+  for (const auto& attribute : model.attributes) {
+    json["attributes"].push_back(attributeToJson(attribute));
+  }
+  json["leftOut"] = Json::array();
+  for (const LeftOutColumn& column : model.leftOut) {
+    json["leftOut"].push_back({{"name", column.name}, {"reason", column.reason}});
+  }
+  return jsonText(json) + "\n";
+}
+
+Model loadModel(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw DataError(fmt::format("cannot read {}: {}", path, std::strerror(errno)));
+  const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  if (file.bad()) throw DataError(fmt::format("cannot read {}: {}", path, std::strerror(errno)));
+  return modelFromJson(text, path);
+}
+
+}  // namespace mcbin

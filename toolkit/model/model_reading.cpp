@@ -1,0 +1,184 @@
+#include <fmt/format.h>
+
+#include <limits>
+#include <set>
+
+#include "toolkit/errors.h"
+#include "toolkit/model/json_node.h"
+#include "toolkit/model/model_json.h"
+
+namespace mcbin {
+namespace {
+
+constexpr long kMaxInt = std::numeric_limits<int>::max();
+constexpr long kMaxCount = 9'007'199'254'740'992;  // 2^53: what JSON readers agree on.
+
+MissingRules readMissing(const JsonNode& node) {
+  MissingRules rules;
+  rules.values = node["values"].Numbers();
+  const JsonNode range = node["range"];
+  if (!range.IsNull()) {
+    const std::vector<double> ends = range.Numbers();
+    if (ends.size() != 2 || ends[0] > ends[1]) range.Fail("must be null or [low, high]");
+    rules.range = {ends[0], ends[1]};
+  }
+  return rules;
+}
+
+WeightedCounts readCounts(const JsonNode& node, std::size_t categories) {
+  WeightedCounts counts;
+  counts.weight = node["weight"].Weight();
+  counts.classWeights = node["classWeights"].Weights();
+  if (counts.classWeights.size() != categories) {
+    node["classWeights"].Fail(
+        fmt::format("must have one weight for each of the {} categories", categories));
+  }
+  return counts;
+}
+
+AttributeStatus readStatus(const JsonNode& node) {
+  AttributeStatus status;
+  status.code = node["code"].Integer(0, kMaxInt);
+  status.severity = node["severity"].OneOf(kSeverities);
+  status.reason = node["reason"].Text();
+  return status;
+}
+
+AttributeModel readAttribute(const JsonNode& node, std::size_t categories) {
+  AttributeModel attribute;
+  attribute.name = node["name"].Text();
+  attribute.missing = readMissing(node["missing"]);
+  attribute.status = readStatus(node["status"]);
+  attribute.distinctValues = static_cast<std::uint32_t>(
+      node["distinctValues"].Integer(0, std::numeric_limits<std::uint32_t>::max()));
+  attribute.minimum = node["minimum"].OptionalNumber();
+  attribute.maximum = node["maximum"].OptionalNumber();
+  attribute.totalWeight = node["totalWeight"].Weight();
+  attribute.totalWeightWithMissing = node["totalWeightWithMissing"].Weight();
+  attribute.entropyBefore = node["entropyBefore"].OptionalNumber();
+  attribute.entropyAfter = node["entropyAfter"].OptionalNumber();
+  attribute.cutPoints = node["cutPoints"].Numbers();
+  for (std::size_t i = 1; i < attribute.cutPoints.size(); ++i) {
+    if (!(attribute.cutPoints[i - 1] < attribute.cutPoints[i])) {
+      node["cutPoints"].Fail("must ascend strictly");
+    }
+  }
+  for (const JsonNode& bin : node["bins"].Elements()) {
+    attribute.bins.push_back(readCounts(bin, categories));
+  }
+  if (attribute.bins.size() != attribute.cutPoints.size() + 1) {
+    node["bins"].Fail(fmt::format("must have {} elements, one more than there are cut points",
+                                  attribute.cutPoints.size() + 1));
+  }
+  attribute.missingCases = readCounts(node["missingCases"], categories);
+  attribute.userMissingCases = readCounts(node["userMissingCases"], categories);
+  return attribute;
+}
+
+void readOptions(const JsonNode& node, Model& model) {
+  FitOptions& options = model.options;
+  model.closedSide = node["closedSide"].OneOf(kClosedSides);
+  options.bins = static_cast<int>(node["bins"].Integer(0, kMaxInt));
+  options.distinctValueThreshold =
+      static_cast<int>(node["distinctValueThreshold"].Integer(0, kMaxInt));
+  options.smallBinThreshold = node["smallBinThreshold"].Weight();
+  options.naTexts = node["naTexts"].Texts();
+  options.attributePatterns = node["attributePatterns"].Texts();
+  options.excludePatterns = node["excludePatterns"].Texts();
+  const JsonNode types = node["types"];
+  for (const std::string& column : types.Keys()) {
+    options.types[column] = types[column.c_str()].Text();
+  }
+}
+
+TargetModel readTarget(const JsonNode& node) {
+  TargetModel target;
+  target.name = node["name"].Text();
+  target.categories = node["categories"].Texts();
+  target.missingTexts = node["missingTexts"].Texts();
+  target.classWeights = node["classWeights"].Weights();
+  if (target.classWeights.size() != target.categories.size()) {
+    node["classWeights"].Fail("must have one weight for each category");
+  }
+  target.missingWeight = node["missingWeight"].Weight();
+  return target;
+}
+
+WeightModel readWeight(const JsonNode& node) {
+  WeightModel weight;
+  weight.name = node["name"].Text();
+  weight.missing = readMissing(node["missing"]);
+  weight.rounding = node["rounding"].OneOf(kWeightRoundings);
+  return weight;
+}
+
+void readAttributes(const JsonNode& node, Model& model) {
+  const std::size_t categories = model.target ? model.target->categories.size() : 0;
+  std::set<std::string> names;
+  for (const JsonNode& element : node.Elements()) {
+    model.attributes.push_back(readAttribute(element, categories));
+    if (!names.insert(model.attributes.back().name).second) {
+      element["name"].Fail("repeats the name of an earlier attribute");
+    }
+  }
+}
+
+void checkVersion(const JsonNode& root) {
+  if (root["format"].Text() != kModelFormat) {
+    root["format"].Fail("is not \"mcbin-model\": this is not a model written by mcbin fit");
+  }
+  const JsonNode version = root["schemaVersion"];
+  const long number = version.Integer(1, kMaxInt);
+  if (number > kModelSchemaVersion) {
+    version.Fail(fmt::format(
+        "is {}, newer than this program reads (up to {}): use the mcbin that wrote the model, or "
+        "a newer one",
+        number, kModelSchemaVersion));
+  }
+}
+
+Json parseJson(const std::string& text, const std::string& name) {
+  try {
+    return Json::parse(text);
+  } catch (const Json::exception& error) {
+    const std::string what = error.what();
+    const std::size_t start = what.find("] ");
+    throw DataError(fmt::format("{}: not JSON: {}: name a model that mcbin fit -o wrote", name,
+                                start == std::string::npos ? what : what.substr(start + 2)));
+  }
+}
+
+}  // namespace
+
+Model modelFromJson(const std::string& text, const std::string& name) {
+  const Json json = parseJson(text, name);
+  const JsonNode root(json, name);
+  checkVersion(root);
+  Model model;
+  model.program = root["program"].Text();
+  model.library = root["library"].Text();
+  model.method = root["method"].OneOf(kMethods);
+  model.source.data = root["source"]["data"].Text();
+  model.source.table = root["source"]["table"].OptionalText();
+  model.source.query = root["source"]["query"].OptionalText();
+  readOptions(root["options"], model);
+  const JsonNode cases = root["cases"];
+  model.cases.read = static_cast<std::uint64_t>(cases["read"].Integer(0, kMaxCount));
+  model.cases.used = static_cast<std::uint64_t>(cases["used"].Integer(0, kMaxCount));
+  model.cases.droppedForWeight =
+      static_cast<std::uint64_t>(cases["droppedForWeight"].Integer(0, kMaxCount));
+  const JsonNode target = root["target"];
+  if (target.IsNull() != (model.method == Method::EqualFrequency)) {
+    target.Fail("must be there in a supervised model and null in an equal-frequency one");
+  }
+  if (!target.IsNull()) model.target = readTarget(target);
+  const JsonNode weight = root["weight"];
+  if (!weight.IsNull()) model.weight = readWeight(weight);
+  readAttributes(root["attributes"], model);
+  for (const JsonNode& column : root["leftOut"].Elements()) {
+    model.leftOut.push_back({column["name"].Text(), column["reason"].Text()});
+  }
+  return model;
+}
+
+}  // namespace mcbin

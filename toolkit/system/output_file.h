@@ -1,0 +1,42 @@
+/// A file that appears under its name only when it is complete.
+#ifndef MCBIN_TOOLKIT_SYSTEM_OUTPUT_FILE_H
+#define MCBIN_TOOLKIT_SYSTEM_OUTPUT_FILE_H
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace mcbin {
+
+/// Writes to a new file beside `path` and renames it on Commit; without a Commit the file goes
+/// away with the object and an older file of the name stays. The path "-" writes to standard
+/// output, and a path that is there but is no regular file (/dev/null, a pipe) is written
+/// directly. Every failure is a DataError that names the path.
+class OutputFile {
+ public:
+  explicit OutputFile(const std::string& path);
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+  ~OutputFile();
+
+  void Write(std::string_view text);
+  void Commit();
+
+ private:
+  [[noreturn]] void Fail() const;
+
+  std::string path_;
+  std::string temporaryPath_;  ///< Empty when the file is written directly.
+  std::FILE* file_;
+};
+
+/// UsageError when `output` is the regular file `input`, which `content` ("the data") names: what a
+/// command reads is never replaced by what it writes.
+void requireOtherFile(const std::string& output, const std::string& input, const char* content);
+
+/// Writes results to standard output; DataError when they cannot be written.
+void writeStandardOutput(std::string_view text);
+
+}  // namespace mcbin
+
+#endif
