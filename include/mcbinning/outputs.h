@@ -71,7 +71,7 @@ class MCBINNING_API BINAttributeTargetResults final {
 
 /// The records of the supervised algorithm, in the order in which the pairs were requested. Runs
 /// add to it; a pair that is run again gets a second record. No operation throws, except that a
-/// failed allocation passes through and leaves the output as it was.
+/// failed allocation passes through and leaves the output and the caller's arguments as they were.
 class MCBINNING_API BINOutput {
  public:
   BINOutput();
@@ -170,7 +170,8 @@ class MCBINNING_API BINAttributeResults final {
 
 /// The records of the equal-frequency algorithm, in the order in which the attributes were binned.
 /// Runs add to it; an attribute that is run again gets a second record. No operation throws, except
-/// that a failed allocation passes through and leaves the output as it was.
+/// that a failed allocation passes through and leaves the output and the caller's arguments as they
+/// were.
 class MCBINNING_API EFBINOutput {
  public:
   EFBINOutput();

@@ -20,7 +20,7 @@
 /// mutating operations return whether they did what was asked. A call that fails, also one that
 /// runs out of memory, leaves the list as it was. Everything else that needs memory (constructors,
 /// copies, queries that compare or return names or fill vectors) throws std::bad_alloc when there
-/// is none; an assignment that throws changes nothing.
+/// is none; an assignment that throws changes nothing, a query leaves its arguments as they were.
 ///
 /// Once UpdateNumbersOfCategories was called, threads may make algorithms from one list at the same
 /// time, as long as nobody changes it.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <ostream>
 #include <utility>
 
@@ -73,12 +74,21 @@ void displayOutput(std::ostream& os, const char* className, const std::vector<Re
   os << "End of " << className << " display" << std::endl;
 }
 
+// Leaves `out` as it was when there is no memory.
+template <typename Record>
+MCStatus copyOne(const Record& record, Record& out) {
+  Record copy(record);
+  out = std::move(copy);
+  return out.GetStatus();
+}
+
 template <typename Record>
 MCStatus copyAll(const std::vector<Record>& results, std::vector<Record>& out) {
   if (results.empty()) {
     return noResults();
   }
-  out = results;
+  std::vector<Record> copies(results);
+  out.swap(copies);
   return {};
 }
 
@@ -147,16 +157,15 @@ MCStatus BINOutput::GetAllCutPoints(std::vector<BINAttributeTargetResults>& out)
 
 MCStatus BINOutput::GetAttributeCutPoints(int attribute,
                                           std::vector<BINAttributeTargetResults>& out) const {
-  MCStatus status = noSuchResult();
   if (attribute < 0) {
-    return status;
+    return noSuchResult();
   }
-  for (const BINAttributeTargetResults& record : results_) {
-    if (record.attributeIndex_ == attribute) {
-      out.push_back(record);
-      status = record.status_;
-    }
-  }
+  std::vector<BINAttributeTargetResults> found;
+  std::copy_if(results_.begin(), results_.end(), std::back_inserter(found),
+               [&](const auto& record) { return record.attributeIndex_ == attribute; });
+  const MCStatus status = found.empty() ? noSuchResult() : found.back().status_;
+  out.insert(out.end(), std::make_move_iterator(found.begin()),
+             std::make_move_iterator(found.end()));
   return status;
 }
 
@@ -169,8 +178,7 @@ MCStatus BINOutput::GetAttributeTargetCutPoints(int attribute, int target,
   if (position == pairIndex_.end()) {
     return noSuchResult();
   }
-  out = results_[static_cast<std::size_t>(position->second)];
-  return out.status_;
+  return copyOne(results_[static_cast<std::size_t>(position->second)], out);
 }
 
 MCStatus BINOutput::SetAttributeTargetResults(MCStatus status, const std::set<double>& cutPoints,
@@ -265,8 +273,7 @@ MCStatus EFBINOutput::GetAttributeCutPoints(int attribute, BINAttributeResults& 
   if (record == results_.end()) {
     return noSuchResult();
   }
-  out = *record;
-  return out.status_;
+  return copyOne(*record, out);
 }
 
 MCStatus EFBINOutput::SetAttributeResults(MCStatus status, const std::vector<double>& cutPoints,

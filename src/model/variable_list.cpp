@@ -270,15 +270,18 @@ int BINVarList::GetNumContVar() const { return numContVar_; }
 
 void BINVarList::GetVarNames(std::vector<std::string>& attributeNames,
                              std::string& targetName) const {
-  attributeNames.clear();
+  std::vector<std::string> attributes;
+  std::string target = targetName;
   for (const auto& variable : variables_) {
     const auto role = variable->GetVariableRole();
     if (role == IBINVariable::AttributeRole) {
-      attributeNames.push_back(variable->GetVariableName());
+      attributes.push_back(variable->GetVariableName());
     } else if (role == IBINVariable::TargetRole) {
-      targetName = variable->GetVariableName();
+      target = variable->GetVariableName();
     }
   }
+  attributeNames.swap(attributes);
+  targetName.swap(target);
 }
 
 std::uint64_t BINVarList::Size() const { return variables_.size(); }
@@ -342,16 +345,18 @@ bool BINVarList::RemoveVar(std::string name) try {
 
 bool BINVarList::IsValidList(std::vector<int>& singleCategoryVars,
                              std::vector<int>& emptyVars) const {
-  singleCategoryVars.clear();
-  emptyVars.clear();
+  std::vector<int> single;
+  std::vector<int> empty;
   for (std::size_t i = 0; i < variables_.size(); ++i) {
     const auto status = variables_[i]->GetVarStatus();
     if (status == IBINVariable::VarSingleCategory) {
-      singleCategoryVars.push_back(static_cast<int>(i));
+      single.push_back(static_cast<int>(i));
     } else if (status == IBINVariable::VarNoCategories) {
-      emptyVars.push_back(static_cast<int>(i));
+      empty.push_back(static_cast<int>(i));
     }
   }
+  singleCategoryVars.swap(single);
+  emptyVars.swap(empty);
   return singleCategoryVars.empty() && emptyVars.empty() && GetNumAttributeVars() > 0;
 }
 

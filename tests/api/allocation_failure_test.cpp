@@ -56,33 +56,52 @@ std::string textOf(const BINOutput& output) {
   return os.str();
 }
 
-std::string textOf(const EFBINOutput& output) {
+template <typename Record>
+std::string textOf(const Record& record) {
   std::ostringstream os;
-  output.Display(os);
+  record.Display(os);
   return os.str();
 }
 
-template <typename Output>
-void expectStrongAssignment(const Output& before, const Output& source) {
+template <typename Record>
+std::string textOf(const std::vector<Record>& records) {
+  std::string text;
+  for (const Record& record : records) {
+    text += textOf(record);
+  }
+  return text;
+}
+
+/// Changes copies of `before` with the first, second, ... allocation failing until none fails.
+template <typename Object, typename Change>
+void expectStrong(const Object& before, Change change) {
+  Object after(before);
+  change(after);
   int failures = 0;
   for (std::size_t call = 1;; ++call) {
-    Output target(before);
+    Object object(before);
     bool hasFailed = false;
     {
       const OneAllocationFails fault(call);
       try {
-        target = source;
+        change(object);
       } catch (const std::bad_alloc&) {
         hasFailed = true;
       }
     }
-    EXPECT_EQ(textOf(target), textOf(hasFailed ? before : source));
+    EXPECT_EQ(textOf(object), textOf(hasFailed ? before : after)) << "allocation " << call;
     if (!hasFailed) {
       break;
     }
     ++failures;
   }
-  EXPECT_GT(failures, 3);
+  EXPECT_NE(textOf(after), textOf(before));
+  EXPECT_GT(failures, 1);
+}
+
+template <typename Output>
+void expectStrongAssignment(const Output& before, const Output& source) {
+  expectStrong(before, [&](Output& target) { target = source; });
 }
 
 TEST(OutputAllocationFailureTest, AssignmentThatThrowsChangesNothing) {
@@ -99,6 +118,25 @@ TEST(OutputAllocationFailureTest, AssignmentThatThrowsChangesNothing) {
   }
   expectStrongAssignment(pairs, otherPairs);
   expectStrongAssignment(attributes, otherAttributes);
+}
+
+TEST(OutputAllocationFailureTest, QueryThatThrowsLeavesTheCallersArgument) {
+  BINOutput pairs;
+  EFBINOutput attributes;
+  for (int i = 0; i < 3; ++i) {
+    pairs.SetAttributeTargetResults({}, {1.0, 2.0}, {1, 2, 3}, 0, 7 + i, 2, 3, 3, 0, 2, 0);
+    attributes.SetAttributeResults({}, {1.0, 2.0}, {1, 2, 3}, i, 2, 3, 3, 0, 2);
+  }
+  BINAttributeTargetResults pair;
+  BINAttributeResults attribute;
+  EXPECT_TRUE(pairs.GetAttributeTargetCutPoints(0, 9, pair).IsOK());
+  EXPECT_TRUE(attributes.GetAttributeCutPoints(2, attribute).IsOK());
+  expectStrong(BINAttributeTargetResults(),
+               [&](auto& out) { pairs.GetAttributeTargetCutPoints(0, 8, out); });
+  expectStrong(BINAttributeResults(), [&](auto& out) { attributes.GetAttributeCutPoints(1, out); });
+  expectStrong(std::vector{pair}, [&](auto& out) { pairs.GetAllCutPoints(out); });
+  expectStrong(std::vector{pair}, [&](auto& out) { pairs.GetAttributeCutPoints(0, out); });
+  expectStrong(std::vector{attribute}, [&](auto& out) { attributes.GetAllCutPoints(out); });
 }
 
 }  // namespace

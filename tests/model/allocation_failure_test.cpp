@@ -122,6 +122,41 @@ TEST(AllocationFailureTest, RemovingByNameAnswersFalseAndKeepsTheList) {
   EXPECT_TRUE(list.RemoveVar(kLong + "outcome"));
 }
 
+TEST(AllocationFailureTest, QueryThatThrowsLeavesTheCallersArguments) {
+  BINVarList list = MakeList();
+  for (int categories : {0, 1, 0, 1}) {
+    list.AddCatVar(std::to_string(list.Size()), "", categories,
+                   IBINVariable::NumericCategoricalLevel, kAttribute);
+  }
+  bool hasNames = false;
+  bool hasIndexes = false;
+  std::size_t call = 1;
+  for (; call < 100 && !(hasNames && hasIndexes); ++call) {
+    std::vector<std::string> attributes = {"before"};
+    std::string target = "before";
+    std::vector<int> single = {99};
+    std::vector<int> none = {99};
+    try {
+      const OneAllocationFails scope(call);
+      list.GetVarNames(attributes, target);
+      hasNames = true;
+    } catch (const std::bad_alloc&) {
+      EXPECT_EQ(attributes, std::vector<std::string>{"before"});
+      EXPECT_EQ(target, "before");
+    }
+    try {
+      const OneAllocationFails scope(call);
+      EXPECT_FALSE(list.IsValidList(single, none));
+      hasIndexes = true;
+    } catch (const std::bad_alloc&) {
+      EXPECT_EQ(single, std::vector<int>{99});
+      EXPECT_EQ(none, std::vector<int>{99});
+    }
+  }
+  EXPECT_TRUE(hasNames && hasIndexes);
+  EXPECT_GT(call, 4U);
+}
+
 /// Assigns `source` to a copy of `target` with the first, second, ... allocation failing.
 template <typename Object>
 void ExpectStrongAssignment(const Object& target, const Object& source) {
