@@ -145,7 +145,8 @@ void compareEqualFrequency(std::size_t n) {
     rows.Fill({column.values}, 1, true);
     std::vector<double> cutPoints;
     std::vector<double> weights;
-    BINEFPreProcess(20, true).RunOverPairs(rows, cutPoints, weights, static_cast<double>(n));
+    MCBinning::BINEFPreProcess(20, true).RunOverPairs(rows, cutPoints, weights,
+                                                      static_cast<double>(n));
   });
   std::vector<double> values;
   const double sort =
@@ -208,15 +209,15 @@ void comparePassAndReading(MemoryCases& cases) {
   BINVarList list;
   makeList(list, 2, kAttributes);
   MCBinning::CancelState cancel(nullptr);
-  std::unique_ptr<BINDataPreparator> preparator;
+  std::unique_ptr<MCBinning::BINDataPreparator> preparator;
   const auto restart = [&] {
     cases.Restart();
     preparator.reset();
   };
   const double pass = medianTime(
       [&] {
-        preparator = std::make_unique<BINDataPreparator>(directory, nullptr, 0, cancel, list,
-                                                         MCBinning::RealFileSystem());
+        preparator = std::make_unique<MCBinning::BINDataPreparator>(
+            directory, nullptr, 0, cancel, list, MCBinning::RealFileSystem());
         preparator->PrepareData(cases);
       },
       restart);
@@ -225,9 +226,9 @@ void comparePassAndReading(MemoryCases& cases) {
   print("pass with files / bare host calls and writes", pass, bare, n, 1.25, 1.05);
 
   restart();
-  preparator = std::make_unique<BINDataPreparator>(directory, nullptr, 0, cancel, list,
-                                                   MCBinning::RealFileSystem());
-  BINAttributeTable table(*preparator, cases);
+  preparator = std::make_unique<MCBinning::BINDataPreparator>(directory, nullptr, 0, cancel, list,
+                                                              MCBinning::RealFileSystem());
+  MCBinning::BINAttributeTable table(*preparator, cases);
   table.Prepare();
   const std::size_t nCases = cases.Size();
   const auto cells = std::make_unique<double[]>(nCases);
@@ -249,10 +250,11 @@ void compareAfterPass(MemoryCases& cases) {
   makeList(list, 2, kAttributes);
   MCBinning::CancelState cancel(nullptr);
   cases.Restart();
-  BINDataPreparator preparator(directory, nullptr, 0, cancel, list, MCBinning::RealFileSystem());
+  MCBinning::BINDataPreparator preparator(directory, nullptr, 0, cancel, list,
+                                          MCBinning::RealFileSystem());
   preparator.PrepareData(cases);
   const double time = medianTime([&] {
-    BINAttributeTable table(preparator, cases);
+    MCBinning::BINAttributeTable table(preparator, cases);
     for (int a = 0; a < kAttributes; ++a) {
       const SortedRows* rows = nullptr;
       table.BuildSupervisedTable(a, kAttributes, &rows);

@@ -56,12 +56,12 @@ struct Preparation {
   std::string directory = makeDirectory();
   BINVarList list;
   MCBinning::CancelState cancel{nullptr};
-  std::unique_ptr<BINDataPreparator> preparator;
+  std::unique_ptr<MCBinning::BINDataPreparator> preparator;
 
   void Pass() {
     cases.Restart();
-    preparator = std::make_unique<BINDataPreparator>(directory, nullptr, 0, cancel, list,
-                                                     MCBinning::RealFileSystem());
+    preparator = std::make_unique<MCBinning::BINDataPreparator>(directory, nullptr, 0, cancel, list,
+                                                                MCBinning::RealFileSystem());
     preparator->PrepareData(cases);
   }
 };
@@ -140,7 +140,7 @@ void equalFrequency(benchmark::State& state) {
     rows.Fill({column.values}, 1, true);
     std::vector<double> cutPoints;
     std::vector<double> weights;
-    BINEFPreProcess(20, true).RunOverPairs(rows, cutPoints, weights, kRows);
+    MCBinning::BINEFPreProcess(20, true).RunOverPairs(rows, cutPoints, weights, kRows);
     benchmark::DoNotOptimize(cutPoints.data());
   }
   finish(state);

@@ -12,6 +12,11 @@
 #include <utility>
 #include <vector>
 
+namespace MCBinning {
+class BINAlgorithm;
+class EFBINAlgorithm;
+}  // namespace MCBinning
+
 /// What became of one attribute/target pair. A default-constructed record has an OK status, both
 /// indexes -1, no cut points and counts, and every number 0. Every number is 0, too, in the record
 /// of a pair whose indexes the run refused; when it was a column that could not be used, minimum,
@@ -53,7 +58,7 @@ class MCBINNING_API BINAttributeTargetResults final {
   virtual void Display(std::ostream& os) const;
 
  private:
-  friend class BINAlgorithm;
+  friend class MCBinning::BINAlgorithm;
   friend class BINOutput;
 
   MCBinning::MCStatus status_;
@@ -109,7 +114,7 @@ class MCBINNING_API BINOutput {
                                                 double maximum, double modelEntropy);
 
  private:
-  friend class BINAlgorithm;
+  friend class MCBinning::BINAlgorithm;
 
   // Refuses nothing: a requested pair with impossible indexes gets its record, too.
   void File(BINAttributeTargetResults record);
@@ -154,7 +159,7 @@ class MCBINNING_API BINAttributeResults final {
   virtual void Display(std::ostream& os) const;
 
  private:
-  friend class EFBINAlgorithm;
+  friend class MCBinning::EFBINAlgorithm;
   friend class EFBINOutput;
 
   MCBinning::MCStatus status_;
@@ -200,7 +205,7 @@ class MCBINNING_API EFBINOutput {
                                           double maximum);
 
  private:
-  friend class EFBINAlgorithm;
+  friend class MCBinning::EFBINAlgorithm;
 
   // Refuses nothing: a requested attribute with an impossible index gets its record, too.
   void File(BINAttributeResults record);

@@ -9,9 +9,7 @@
 #include "data/binary_record_iterator.h"
 #include "data/category_code.h"
 
-using MCBinning::MCStatus;
-using MCBinning::SortedRows;
-
+namespace MCBinning {
 namespace {
 
 constexpr std::uint16_t kMissingTarget = 256;
@@ -128,8 +126,8 @@ bool BINAttributeTable::FillRows(int attribute, int targetColumn, SortedRows& ro
     return false;
   }
   SelectCases(withTarget, cells);
-  const MCBinning::CaseColumns columns{cells, withTarget ? targetCodes_.data() : nullptr,
-                                       weights_.empty() ? nullptr : weights_.data()};
+  const CaseColumns columns{cells, withTarget ? targetCodes_.data() : nullptr,
+                            weights_.empty() ? nullptr : weights_.data()};
   rows.Fill(columns, withTarget ? targetCategories_ : 1, wholeWeights_);
   summary_.distinctValues = static_cast<std::uint32_t>(rows.CountDistinctValues());
   if (rows.Size() > 0) {
@@ -141,8 +139,8 @@ bool BINAttributeTable::FillRows(int attribute, int targetColumn, SortedRows& ro
 
 /// False when the file does not open, cannot be read or ends before the last case.
 bool BINAttributeTable::ReadColumn(int column, std::span<double> cells) const {
-  MCBinning::BinaryRecordIterator reader(
-      preparator_.GetFileNames()[static_cast<std::size_t>(column)], preparator_.GetFileSystem());
+  BinaryRecordIterator reader(preparator_.GetFileNames()[static_cast<std::size_t>(column)],
+                              preparator_.GetFileSystem());
   return reader.Take(cells) == cells.size();
 }
 
@@ -157,7 +155,7 @@ bool BINAttributeTable::HoldTarget(int column) {
   }
   targetCodes_.resize(cells.size());
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    const int code = MCBinning::TruncatedCode(cells[i]);
+    const int code = TruncatedCode(cells[i]);
     if (cells[i] == MCMV::gMissingValue) {
       targetCodes_[i] = kMissingTarget;
     } else if (static_cast<std::uint32_t>(code) < targetCategories_) {
@@ -181,7 +179,7 @@ bool BINAttributeTable::HoldWeights() {
     if (!ReadColumn(preparator_.GetWeightColumn(), weights_)) {
       return false;
     }
-    wholeWeights_ = MCBinning::ArePackable(weights_);
+    wholeWeights_ = ArePackable(weights_);
     if (std::all_of(weights_.begin(), weights_.end(),
                     [](double weight) { return weight == 1.0; })) {
       weights_ = std::vector<double>();
@@ -248,3 +246,5 @@ MCStatus BINAttributeTable::CountPerBin(const std::vector<double>* boundaries,
   fileBin();
   return MCStatus();
 }
+
+}  // namespace MCBinning

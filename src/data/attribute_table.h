@@ -11,6 +11,8 @@
 #include "mcbinning/case_iterator.h"
 #include "mcbinning/status.h"
 
+namespace MCBinning {
+
 /// The sorted values of one attribute at a time, read back from the preparator's column files, and
 /// their summary. Rows handed out belong to the table and are good until the next build of the same
 /// kind. Summaries describe the last build; one that failed leaves no rows, 0 for every count and
@@ -30,22 +32,21 @@ class BINAttributeTable {
 
   /// The pass over the cases (BINDataPreparator::PrepareData, whose status and exceptions it hands
   /// on).
-  MCBinning::MCStatus Prepare();
+  MCStatus Prepare();
 
   /// OK when the variable at list index `target` has category codes to bin against, else error
   /// 120010.
-  MCBinning::MCStatus CheckTarget(int target) const;
+  MCStatus CheckTarget(int target) const;
 
   /// Sets `rows` to the cases in which attribute and target are both present. On failure `rows` is
   /// null and the error is 120010 (the target is unusable), 120013 (the attribute has no column or
   /// its column was given up; datum 0 is the attribute), or 3 (no memory for the rows, or a column
   /// file that cannot be read or ends before the last case). The target is looked at first.
-  MCBinning::MCStatus BuildSupervisedTable(int attribute, int target,
-                                           const MCBinning::SortedRows** rows);
+  MCStatus BuildSupervisedTable(int attribute, int target, const SortedRows** rows);
 
   /// The same without a target, whether or not the list has one: the cases in which the attribute
   /// is present.
-  MCBinning::MCStatus BuildUnsupervisedTable(int attribute, const MCBinning::SortedRows** rows);
+  MCStatus BuildUnsupervisedTable(int attribute, const SortedRows** rows);
 
   /// Sums the weights of the last supervised rows per bin and target category: bin b of category c
   /// is counts[b * categories + c]. `boundaries` ascend; the first is not looked at (rows below it
@@ -59,8 +60,8 @@ class BINAttributeTable {
   /// Weights are added in the order of the rows. Where no pre-processing is needed, those of one
   /// value and category were added up before, which shows in the last bits of weights that are no
   /// whole numbers.
-  MCBinning::MCStatus CountPerBin(const std::vector<double>* boundaries, bool rightBorderClosed,
-                                  std::vector<double>& counts) const;
+  MCStatus CountPerBin(const std::vector<double>* boundaries, bool rightBorderClosed,
+                       std::vector<double>& counts) const;
 
   /// The highest category code of the last supervised table's target, over all cases, plus 1.
   std::uint32_t GetNTargetCategories() const { return targetCategories_; }
@@ -94,10 +95,10 @@ class BINAttributeTable {
   };
 
   bool IsColumnUsed(int column) const;
-  MCBinning::MCStatus CheckAttribute(int attribute) const;
-  MCBinning::MCStatus Build(int attribute, int targetColumn, MCBinning::SortedRows& rows);
-  bool FillRows(int attribute, int targetColumn, MCBinning::SortedRows& rows);
-  void DropBuild(MCBinning::SortedRows& rows);
+  MCStatus CheckAttribute(int attribute) const;
+  MCStatus Build(int attribute, int targetColumn, SortedRows& rows);
+  bool FillRows(int attribute, int targetColumn, SortedRows& rows);
+  void DropBuild(SortedRows& rows);
   std::size_t CaseCount() const { return preparator_.GetNumberOfCasesUsed(); }
   bool ReadColumn(int column, std::span<double> cells) const;
   bool HoldTarget(int column);
@@ -110,8 +111,8 @@ class BINAttributeTable {
   std::uint32_t targetCategories_ = 0;
   bool isEFNeeded_ = false;
   Summary summary_;
-  MCBinning::SortedRows supervisedRows_;
-  MCBinning::SortedRows unsupervisedRows_;
+  SortedRows supervisedRows_;
+  SortedRows unsupervisedRows_;
   // What every attribute is read with stays in memory, case by case.
   int heldTarget_ = -1;  // column of the codes below, -1 while there are none
   std::vector<std::uint16_t> targetCodes_;
@@ -119,5 +120,7 @@ class BINAttributeTable {
   bool wholeWeights_ = true;
   std::vector<double> weights_;  // empty when all are 1
 };
+
+}  // namespace MCBinning
 
 #endif

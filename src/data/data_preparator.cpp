@@ -12,9 +12,7 @@
 #include "mcbinning/user_missing.h"
 #include "platform/cpu_clock.h"
 
-using MCBinning::ColumnBuffer;
-using MCBinning::MCStatus;
-
+namespace MCBinning {
 namespace {
 
 constexpr std::uint32_t kBufferedRecords = 10000;
@@ -26,7 +24,7 @@ class PassProgress {
   PassProgress(ProgressListener* listener, int interval)
       : listener_(listener), interval_(static_cast<std::uint32_t>(interval)), left_(interval_) {
     if (listener_ != nullptr) {
-      start_ = MCBinning::ReadClock();
+      start_ = ReadClock();
     }
   }
 
@@ -35,7 +33,7 @@ class PassProgress {
     if (listener_ == nullptr || --left_ != 0) {
       return;
     }
-    reporter_.SetValues(casesRead, MCBinning::ElapsedSeconds(start_));
+    reporter_.SetValues(casesRead, ElapsedSeconds(start_));
     listener_->ReportProgress(reporter_);
     left_ = interval_;
   }
@@ -44,7 +42,7 @@ class PassProgress {
   ProgressListener* listener_;
   std::uint32_t interval_;
   std::uint32_t left_;
-  MCBinning::ClockReading start_ = 0;
+  ClockReading start_ = 0;
   BINProgressReporter reporter_;
 };
 
@@ -61,8 +59,8 @@ bool isCategorical(IBINVariable::MeasureLevel level) {
 }  // namespace
 
 BINDataPreparator::BINDataPreparator(const std::string& tempDirName, ProgressListener* listener,
-                                     int reportInterval, MCBinning::CancelState& cancelState,
-                                     BINVarList& varList, MCBinning::FileSystem& files)
+                                     int reportInterval, CancelState& cancelState,
+                                     BINVarList& varList, FileSystem& files)
     : listener_(listener),
       reportInterval_(reportInterval),
       cancelState_(cancelState),
@@ -246,7 +244,7 @@ bool BINDataPreparator::TakeTarget(const MCCommon::Record& record, ColumnBuffer&
     return true;
   }
   const double cell = record[column.variable];
-  const int code = MCBinning::TruncatedCode(cell);
+  const int code = TruncatedCode(cell);
   // Unlike an input, a target between -2 and -1 is user-missing too: its truncated code is tested.
   if (cell == MCMV::gMissingValue || code == -1) {
     buffer.Append(0, MCMV::gMissingValue);
@@ -271,7 +269,7 @@ void BINDataPreparator::TakeCheckedInput(std::size_t index, const MCCommon::Reco
     if (cell == -1.0) {
       cell = MCMV::gMissingValue;
     } else if (cell != MCMV::gMissingValue) {
-      const int code = MCBinning::TruncatedCode(cell);
+      const int code = TruncatedCode(cell);
       if (!TakeCode(column, code)) {
         NoteCodeTooHigh(true, static_cast<int>(index));
         return;
@@ -285,7 +283,7 @@ void BINDataPreparator::TakeCheckedInput(std::size_t index, const MCCommon::Reco
 }
 
 bool BINDataPreparator::TakeCode(Column& column, int code) {
-  column.isUsed = MCBinning::IsCategoryCode(code);
+  column.isUsed = IsCategoryCode(code);
   if (column.isUsed && code > column.highestCode) {
     column.highestCode = code;
   }
@@ -341,3 +339,5 @@ void BINDataPreparator::Display(std::ostream& os) const {
   }
   varList_.Display(os);
 }
+
+}  // namespace MCBinning

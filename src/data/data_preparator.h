@@ -19,8 +19,8 @@ class BINNumericUserMissing;
 class BINRoundEncoder;
 
 namespace MCBinning {
+
 class ColumnBuffer;
-}
 
 /// Makes the one pass over the host's cases and spools what the algorithms need, column by column,
 /// to temporary files (docs/column-files.md). Columns: the target (the variable at the list's
@@ -37,8 +37,7 @@ class BINDataPreparator {
   /// outlive the preparator. `reportInterval` is the number of cases between two progress reports;
   /// 0 sends none (in effect).
   BINDataPreparator(const std::string& tempDirName, ProgressListener* listener, int reportInterval,
-                    MCBinning::CancelState& cancelState, BINVarList& varList,
-                    MCBinning::FileSystem& files);
+                    CancelState& cancelState, BINVarList& varList, FileSystem& files);
   BINDataPreparator(const BINDataPreparator&) = delete;
   BINDataPreparator& operator=(const BINDataPreparator&) = delete;
 
@@ -54,14 +53,14 @@ class BINDataPreparator {
   /// Exceptions of the host's objects and std::bad_alloc pass through and leave status 3. After an
   /// error or an exception the files are gone and the number of cases used is 0. A further call
   /// starts anew.
-  MCBinning::MCStatus PrepareData(BINCaseIterator& cases);
+  MCStatus PrepareData(BINCaseIterator& cases);
 
   /// What the last pass ended with; OK before.
-  MCBinning::MCStatus GetStatus() const { return status_; }
+  MCStatus GetStatus() const { return status_; }
 
   BINVarList& GetVarList() const { return varList_; }
 
-  MCBinning::FileSystem& GetFileSystem() const { return files_; }
+  FileSystem& GetFileSystem() const { return files_; }
 
   /// One file name per column, itself empty for a column whose file could not be made by the last
   /// flush; no names before a pass and after one that failed.
@@ -80,7 +79,7 @@ class BINDataPreparator {
 
   /// Sets `isUsed` to whether the column is spooled and fit for use; error 120013 for a column that
   /// does not exist, `isUsed` is then left alone.
-  MCBinning::MCStatus GetColumnUseFlag(int column, bool& isUsed) const;
+  MCStatus GetColumnUseFlag(int column, bool& isUsed) const;
 
   /// Whether the column holds category codes from 0 to 255 (the target's and every categorical
   /// input's do). The column must exist.
@@ -118,23 +117,22 @@ class BINDataPreparator {
   void AddColumn(int variable, bool holdsCodes);
   void StartAnew();
   void DiscardPass() noexcept;
-  MCBinning::MCStatus RunPass(BINCaseIterator& cases);
-  MCBinning::MCStatus SetUp(MCBinning::ColumnBuffer& buffer);
-  MCBinning::MCStatus ReadCases(BINCaseIterator& cases, MCBinning::ColumnBuffer& buffer);
-  CaseOutcome TakeCase(const MCCommon::Record& record, MCBinning::ColumnBuffer& buffer);
-  bool TakeTarget(const MCCommon::Record& record, MCBinning::ColumnBuffer& buffer);
-  void TakeCheckedInput(std::size_t column, const MCCommon::Record& record,
-                        MCBinning::ColumnBuffer& buffer);
+  MCStatus RunPass(BINCaseIterator& cases);
+  MCStatus SetUp(ColumnBuffer& buffer);
+  MCStatus ReadCases(BINCaseIterator& cases, ColumnBuffer& buffer);
+  CaseOutcome TakeCase(const MCCommon::Record& record, ColumnBuffer& buffer);
+  bool TakeTarget(const MCCommon::Record& record, ColumnBuffer& buffer);
+  void TakeCheckedInput(std::size_t column, const MCCommon::Record& record, ColumnBuffer& buffer);
   static bool TakeCode(Column& column, int code);
   void NoteCodeTooHigh(bool isWarning, int datum);
   void GiveUpColumnsWithUnknownCodes();
 
   ProgressListener* listener_;
   int reportInterval_;
-  MCBinning::CancelState& cancelState_;
+  CancelState& cancelState_;
   BINVarList& varList_;
-  MCBinning::FileSystem& files_;
-  MCBinning::ColumnFiles columnFiles_;
+  FileSystem& files_;
+  ColumnFiles columnFiles_;
   std::vector<int> variableIndex_;
   std::vector<IBINVariable::MeasureLevel> levels_;
   std::vector<IBINVariable::VariableRole> roles_;
@@ -148,7 +146,9 @@ class BINDataPreparator {
   std::vector<PlainInput> plainInputs_;
   std::vector<std::size_t> checkedInputs_;  // columns of the other inputs
   std::uint32_t casesUsed_ = 0;
-  MCBinning::MCStatus status_;
+  MCStatus status_;
 };
+
+}  // namespace MCBinning
 
 #endif

@@ -9,14 +9,14 @@
 #include "mcbinning/status.h"
 #include "status/cancel_state.h"
 
-class BINAttributeTable;
 class BINCaseIterator;
-class BINDataPreparator;
 class BINVarList;
 class ProgressListener;
 
 namespace MCBinning {
 
+class BINAttributeTable;
+class BINDataPreparator;
 class FileSystem;
 
 /// What an algorithm's first run makes of the host's cases and its later runs work on: the column

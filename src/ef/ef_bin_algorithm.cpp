@@ -12,8 +12,7 @@
 #include "status/attribute_progress.h"
 #include "supervised/ef_preprocess.h"
 
-using MCBinning::MCStatus;
-
+namespace MCBinning {
 namespace {
 
 MCStatus cancelled() { return {1, false}; }
@@ -30,8 +29,7 @@ std::unique_ptr<IEFBINAlgorithm> MakeEFBINAlgorithm(EFBINSettings& settings, BIN
   return std::make_unique<EFBINAlgorithm>(settings, varList);
 }
 
-EFBINAlgorithm::EFBINAlgorithm(EFBINSettings& settings, BINVarList& varList,
-                               MCBinning::FileSystem& files)
+EFBINAlgorithm::EFBINAlgorithm(EFBINSettings& settings, BINVarList& varList, FileSystem& files)
     : settings_(settings),
       varList_(varList),
       cancelState_(settings_.GetCancelPointer()),
@@ -40,7 +38,7 @@ EFBINAlgorithm::EFBINAlgorithm(EFBINSettings& settings, BINVarList& varList,
 
 EFBINAlgorithm::~EFBINAlgorithm() = default;
 
-std::string EFBINAlgorithm::GetVersion() { return MCBinning::kVersionBanner; }
+std::string EFBINAlgorithm::GetVersion() { return kVersionBanner; }
 
 MCStatus EFBINAlgorithm::Run(BINCaseIterator& cases, const std::vector<int>* attributes) {
   try {
@@ -106,7 +104,7 @@ MCStatus EFBINAlgorithm::PrepareOnce(BINCaseIterator& cases) {
   if (data_.Exists()) {
     return {};
   }
-  MCBinning::PreparedData::Options options;
+  PreparedData::Options options;
   options.tempDirName = settings_.GetTempDirName();
   options.listener = settings_.GetProgressListener();
   options.reportInterval = settings_.GetNSkippedCasesReports();
@@ -116,8 +114,8 @@ MCStatus EFBINAlgorithm::PrepareOnce(BINCaseIterator& cases) {
 }
 
 void EFBINAlgorithm::BinWholeList() {
-  MCBinning::AttributeProgress progress(settings_.GetProgressListener(),
-                                        [this] { return settings_.GetNSkippedAttReports(); });
+  AttributeProgress progress(settings_.GetProgressListener(),
+                             [this] { return settings_.GetNSkippedAttReports(); });
   const int size = static_cast<int>(varList_.Size());
   for (int attribute = 0; attribute < size && !cancelState_.WasCancelled(); ++attribute) {
     if (attribute != weightIndex_) {
@@ -128,8 +126,8 @@ void EFBINAlgorithm::BinWholeList() {
 
 void EFBINAlgorithm::BinSelection(const std::vector<int>& attributes,
                                   const std::vector<MCStatus>& attributeStatuses) {
-  MCBinning::AttributeProgress progress(settings_.GetProgressListener(),
-                                        [this] { return settings_.GetNSkippedAttReports(); });
+  AttributeProgress progress(settings_.GetProgressListener(),
+                             [this] { return settings_.GetNSkippedAttReports(); });
   for (std::size_t i = 0; i < attributes.size() && !cancelState_.WasCancelled(); ++i) {
     if (attributeStatuses[i].IsOK()) {
       progress.AttributeDone(attributes[i], BinAttribute(attributes[i]));
@@ -160,7 +158,7 @@ MCStatus EFBINAlgorithm::BinAttribute(int attribute) {
 
 void EFBINAlgorithm::Compute(BINAttributeResults& record) {
   BINAttributeTable& table = data_.Table();
-  const MCBinning::SortedRows* rows = nullptr;
+  const SortedRows* rows = nullptr;
   record.status_ = table.BuildUnsupervisedTable(record.attributeIndex_, &rows);
   record.nDistinctValues_ = table.GetNDistinctValues();
   record.totalWeight_ = table.GetTotalWeight();
@@ -218,3 +216,5 @@ void EFBINAlgorithm::Display(std::ostream& os) {
 }
 
 BINVarList* EFBINAlgorithm::GetVarList() { return &varList_; }
+
+}  // namespace MCBinning

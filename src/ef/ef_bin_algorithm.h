@@ -14,6 +14,8 @@
 #include "platform/file_system.h"
 #include "status/cancel_state.h"
 
+namespace MCBinning {
+
 /// The equal-frequency algorithm. Run prepares the cases once, then bins attribute after attribute.
 /// When a run is cancelled or anything throws in it, the prepared data are thrown away with their
 /// files; the records filed so far stay, and after an exception the next run prepares anew.
@@ -21,18 +23,18 @@ class EFBINAlgorithm : public IEFBINAlgorithm {
  public:
   /// Copies settings and list. `files` is borrowed and must outlive the algorithm.
   EFBINAlgorithm(EFBINSettings& settings, BINVarList& varList,
-                 MCBinning::FileSystem& files = MCBinning::RealFileSystem());
+                 FileSystem& files = RealFileSystem());
   EFBINAlgorithm(const EFBINAlgorithm&) = delete;
   EFBINAlgorithm& operator=(const EFBINAlgorithm&) = delete;
   ~EFBINAlgorithm() override;
 
   std::string GetVersion() override;
-  MCBinning::MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes) override;
+  MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes) override;
   void SetCancelPointer(MCQueryCancel* query) override;
   void Cancel() override;
   void SetProgressListener(ProgressListener* listener) override;
   EFBINOutput* GetOutput() override;
-  MCBinning::MCStatus GetStatus() override;
+  MCStatus GetStatus() override;
   EFBINSettings* GetSettings() override;
   void Display(std::ostream& os) override;
 
@@ -40,13 +42,13 @@ class EFBINAlgorithm : public IEFBINAlgorithm {
   virtual BINVarList* GetVarList();
 
  private:
-  MCBinning::MCStatus RunUnguarded(BINCaseIterator& cases, const std::vector<int>* attributes);
-  std::vector<MCBinning::MCStatus> ValidateSelection(const std::vector<int>& attributes) const;
-  MCBinning::MCStatus PrepareOnce(BINCaseIterator& cases);
+  MCStatus RunUnguarded(BINCaseIterator& cases, const std::vector<int>* attributes);
+  std::vector<MCStatus> ValidateSelection(const std::vector<int>& attributes) const;
+  MCStatus PrepareOnce(BINCaseIterator& cases);
   void BinWholeList();
   void BinSelection(const std::vector<int>& attributes,
-                    const std::vector<MCBinning::MCStatus>& attributeStatuses);
-  MCBinning::MCStatus BinAttribute(int attribute);
+                    const std::vector<MCStatus>& attributeStatuses);
+  MCStatus BinAttribute(int attribute);
   void Compute(BINAttributeResults& record);
   void File(BINAttributeResults record);
 
@@ -55,11 +57,13 @@ class EFBINAlgorithm : public IEFBINAlgorithm {
   std::int32_t numberOfBins_ = 0;
   EFBINSettings settings_;
   BINVarList varList_;
-  MCBinning::MCStatus status_;
-  MCBinning::CancelState cancelState_;
-  MCBinning::PreparedData data_;
+  MCStatus status_;
+  CancelState cancelState_;
+  PreparedData data_;
   int weightIndex_;
   EFBINOutput output_;
 };
+
+}  // namespace MCBinning
 
 #endif

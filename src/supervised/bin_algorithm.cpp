@@ -14,12 +14,7 @@
 #include "supervised/pre_bins.h"
 #include "supervised/small_bins.h"
 
-using MCBinning::AttributeProgress;
-using MCBinning::Bins;
-using MCBinning::CandidateTable;
-using MCBinning::MCStatus;
-using MCBinning::PairSelection;
-
+namespace MCBinning {
 namespace {
 
 constexpr long kCancelled = 1;
@@ -39,7 +34,7 @@ MCStatus warningAbout(long code, int variable) {
 
 }  // namespace
 
-BINAlgorithm::BINAlgorithm(BINSettings& settings, BINVarList& varList, MCBinning::FileSystem& files)
+BINAlgorithm::BINAlgorithm(BINSettings& settings, BINVarList& varList, FileSystem& files)
     : settings_(settings),
       varList_(varList),
       cancelState_(settings.GetCancelPointer()),
@@ -49,7 +44,7 @@ BINAlgorithm::BINAlgorithm(BINSettings& settings, BINVarList& varList, MCBinning
 
 BINAlgorithm::~BINAlgorithm() = default;
 
-std::string BINAlgorithm::GetVersion() { return MCBinning::kVersionBanner; }
+std::string BINAlgorithm::GetVersion() { return kVersionBanner; }
 
 MCStatus BINAlgorithm::Run(BINCaseIterator& cases, const std::vector<int>* attributes,
                            const std::vector<int>* targets) {
@@ -132,7 +127,7 @@ void BINAlgorithm::DiscardData() {
 }
 
 MCStatus BINAlgorithm::Prepare(BINCaseIterator& cases) {
-  MCBinning::PreparedData::Options options;
+  PreparedData::Options options;
   options.tempDirName = settings_.GetTempDirName();
   options.listener = settings_.GetProgressListener();
   options.reportInterval = settings_.GetNSkippedCasesReports();
@@ -279,3 +274,5 @@ void BINAlgorithm::File(BINAttributeTargetResults record) {
 std::unique_ptr<IBINAlgorithm> MakeBINAlgorithm(BINSettings& settings, BINVarList& varList) {
   return std::make_unique<BINAlgorithm>(settings, varList);
 }
+
+}  // namespace MCBinning

@@ -19,6 +19,8 @@
 #include "supervised/ef_preprocess.h"
 #include "supervised/pair_selection.h"
 
+namespace MCBinning {
+
 /// The supervised algorithm. Works on its own copies of settings and list; a later Run may ask for
 /// other pairs over the data that the first one prepared. The settings' bin count, small-bin
 /// threshold and reports are read at every Run, the distinct-value threshold, the closed border and
@@ -28,38 +30,35 @@
 class BINAlgorithm : public IBINAlgorithm {
  public:
   /// `files` is borrowed and must outlive the algorithm.
-  BINAlgorithm(BINSettings& settings, BINVarList& varList,
-               MCBinning::FileSystem& files = MCBinning::RealFileSystem());
+  BINAlgorithm(BINSettings& settings, BINVarList& varList, FileSystem& files = RealFileSystem());
   BINAlgorithm(const BINAlgorithm&) = delete;
   BINAlgorithm& operator=(const BINAlgorithm&) = delete;
   ~BINAlgorithm() override;
 
   std::string GetVersion() override;
-  MCBinning::MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes,
-                          const std::vector<int>* targets) override;
+  MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes,
+               const std::vector<int>* targets) override;
   void SetCancelPointer(MCQueryCancel* query) override;
   void Cancel() override;
   void SetProgressListener(ProgressListener* listener) override;
   BINOutput* GetOutput() override;
-  MCBinning::MCStatus GetStatus() override;
+  MCStatus GetStatus() override;
   BINSettings* GetSettings() override;
   void Display(std::ostream& os) override;
   virtual BINVarList* GetVarList();
 
  private:
-  MCBinning::MCStatus RunSelection(BINCaseIterator& cases,
-                                   const MCBinning::PairSelection& selection);
+  MCStatus RunSelection(BINCaseIterator& cases, const PairSelection& selection);
   void DiscardData();
-  MCBinning::MCStatus Prepare(BINCaseIterator& cases);
-  MCBinning::MCStatus BinPairs(const MCBinning::PairSelection& selection);
-  MCBinning::MCStatus BinSelectedPairs(const MCBinning::PairSelection& selection,
-                                       MCBinning::AttributeProgress& progress);
-  MCBinning::MCStatus BinWholeList(MCBinning::AttributeProgress& progress);
-  MCBinning::MCStatus BinPair(int attribute, int target);
+  MCStatus Prepare(BINCaseIterator& cases);
+  MCStatus BinPairs(const PairSelection& selection);
+  MCStatus BinSelectedPairs(const PairSelection& selection, AttributeProgress& progress);
+  MCStatus BinWholeList(AttributeProgress& progress);
+  MCStatus BinPair(int attribute, int target);
   BINAttributeTargetResults NewRecord(int attribute, int target) const;
   void Compute(BINAttributeTargetResults& record);
-  MCBinning::MCStatus FindBins(MCBinning::Bins& bins);
-  MCBinning::MCStatus FindBinsOfPreBins(MCBinning::Bins& bins);
+  MCStatus FindBins(Bins& bins);
+  MCStatus FindBinsOfPreBins(Bins& bins);
   void File(BINAttributeTargetResults record);
 
   std::uint32_t recordCount_ = 0;
@@ -68,15 +67,17 @@ class BINAlgorithm : public IBINAlgorithm {
   int numberOfBins_ = 0;
   BINSettings settings_;
   BINVarList varList_;
-  MCBinning::MCStatus status_;
-  MCBinning::CancelState cancelState_;
-  MCBinning::PreparedData data_;
+  MCStatus status_;
+  CancelState cancelState_;
+  PreparedData data_;
   std::unique_ptr<BINEFPreProcess> preProcess_;  // while a computation runs
-  std::vector<MCBinning::MCStatus> pairStatuses_;
+  std::vector<MCStatus> pairStatuses_;
   int targetIndex_;
   int weightIndex_;
-  const MCBinning::SortedRows* pairRows_ = nullptr;  // borrowed from data_
+  const SortedRows* pairRows_ = nullptr;  // borrowed from data_
   BINOutput output_;
 };
+
+}  // namespace MCBinning
 
 #endif

@@ -7,8 +7,7 @@
 
 #include "data/sorted_rows.h"
 
-using MCBinning::SortedRows;
-
+namespace MCBinning {
 namespace {
 
 // Rounding makes neither the last percentage exactly 100 nor a cumulative weight exactly its
@@ -233,3 +232,5 @@ bool BINEFPreProcess::RunOverPairs(const SortedRows& table, std::vector<double>&
   removeEmptyBins(cutPoints, binWeights);
   return true;
 }
+
+}  // namespace MCBinning

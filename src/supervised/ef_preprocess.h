@@ -4,8 +4,8 @@
 #include <vector>
 
 namespace MCBinning {
+
 class SortedRows;
-}
 
 /// Cuts the sorted rows of one attribute into bins of nearly equal total weight. Rows of equal
 /// value are never separated; a NaN equals nothing and is a run of its own. One object serves any
@@ -25,14 +25,16 @@ class BINEFPreProcess {
   /// points, borders of the value range included; `binWeights` stays empty. RunOverPairs is the
   /// whole step of the equal-frequency algorithm: cut points on the border of the range and empty
   /// bins are removed and the weight of every bin is returned.
-  bool RunOverTriples(const MCBinning::SortedRows& table, std::vector<double>& cutPoints,
+  bool RunOverTriples(const SortedRows& table, std::vector<double>& cutPoints,
                       std::vector<double>& binWeights, double totalWeight);
-  bool RunOverPairs(const MCBinning::SortedRows& table, std::vector<double>& cutPoints,
+  bool RunOverPairs(const SortedRows& table, std::vector<double>& cutPoints,
                     std::vector<double>& binWeights, double totalWeight);
 
  private:
   bool rightBorderClosed_;
   int numberOfBins_;
 };
+
+}  // namespace MCBinning
 
 #endif

@@ -414,8 +414,8 @@ TEST_F(DataPreparatorTest, ACancelTakesPrecedenceOverAPassWithoutCases) {
 
 TEST_F(DataPreparatorTest, ATemporaryDirectoryThatIsNotThereGives120001BeforeAnyCase) {
   TableRun run(list_, Rows(3, {0, 0, 1}));
-  BINDataPreparator preparator(run.directory.Path() + "/missing", nullptr, 0, run.cancel, list_,
-                               run.files);
+  MCBinning::BINDataPreparator preparator(run.directory.Path() + "/missing", nullptr, 0, run.cancel,
+                                          list_, run.files);
   EXPECT_EQ(preparator.PrepareData(run.cases), error(120001));
   EXPECT_EQ(run.cases.HasNextCalls(), 0U);
 }
@@ -467,8 +467,8 @@ TEST_F(DataPreparatorTest, DestructionRemovesTheFiles) {
   MCBinning::CancelState cancel(nullptr);
   mcbinning_tests::VectorCases cases({{0, 0, 1}});
   {
-    BINDataPreparator preparator(directory.Path(), nullptr, 0, cancel, list_,
-                                 MCBinning::RealFileSystem());
+    MCBinning::BINDataPreparator preparator(directory.Path(), nullptr, 0, cancel, list_,
+                                            MCBinning::RealFileSystem());
     ASSERT_TRUE(preparator.PrepareData(cases).IsOK());
     EXPECT_EQ(directory.Files().size(), 3U);
   }

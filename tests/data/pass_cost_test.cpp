@@ -90,7 +90,8 @@ class PassCostTest : public testing::Test {
 
   MCBinning::MCStatus Prepare(GeneratedCases& cases, ProgressListener* listener = nullptr) {
     mcbinning_tests::ScratchDirectory directory;
-    BINDataPreparator preparator(directory.Path(), listener, 1000, cancel_, list_, files_);
+    MCBinning::BINDataPreparator preparator(directory.Path(), listener, 1000, cancel_, list_,
+                                            files_);
     return preparator.PrepareData(cases);
   }
 

@@ -45,8 +45,9 @@ std::vector<double> resultsOf(const std::string& directory, int run, std::size_t
   }
   VectorCases cases(casesOf(run, count));
   MCBinning::CancelState cancel(nullptr);
-  BINDataPreparator preparator(directory, nullptr, 0, cancel, list, MCBinning::RealFileSystem());
-  BINAttributeTable table(preparator, cases);
+  MCBinning::BINDataPreparator preparator(directory, nullptr, 0, cancel, list,
+                                          MCBinning::RealFileSystem());
+  MCBinning::BINAttributeTable table(preparator, cases);
   std::vector<double> results;
   if (!table.Prepare().IsOK()) {
     return {};
@@ -130,8 +131,8 @@ TEST(SharedDirectoryTest, AKilledProcessLeavesFilesThatNobodyElseTouches) {
     list.AddContVar("x", "", IBINVariable::AttributeRole);
     VectorCases cases({{1}, {2}});
     MCBinning::CancelState cancel(nullptr);
-    BINDataPreparator preparator(directory.Path(), nullptr, 0, cancel, list,
-                                 MCBinning::RealFileSystem());
+    MCBinning::BINDataPreparator preparator(directory.Path(), nullptr, 0, cancel, list,
+                                            MCBinning::RealFileSystem());
     preparator.PrepareData(cases);
     _exit(7);
     return 0;

@@ -319,7 +319,7 @@ std::vector<SortedRows::Row> folded(const SortedRows& rows) {
 }
 
 void expectEqual(const ModelTable& expected, const SortedRows& rows,
-                 const BINAttributeTable& table) {
+                 const MCBinning::BINAttributeTable& table) {
   const auto expectedRows = mcbinning_tests::mergedRows(expected.rows);
   const auto foldedRows = folded(rows);
   ASSERT_EQ(foldedRows.size(), expectedRows.size());
@@ -344,7 +344,7 @@ void expectEqual(const ModelTable& expected, const SortedRows& rows,
 }
 
 void expectCounts(const ModelTable& expected, std::size_t categories,
-                  const BINAttributeTable& table, bool isExact, Random& random) {
+                  const MCBinning::BINAttributeTable& table, bool isExact, Random& random) {
   std::vector<double> boundaries;
   for (std::size_t i = 0; i < below(random, 6); ++i) {
     boundaries.push_back(static_cast<double>(below(random, 8)) - 3.0);

@@ -282,7 +282,7 @@ TEST(EFBINAlgorithmTest, FailingFileOperations) {
         settings.SetNumberOfBins(2);
         settings.SetTempDirName(directory.Path());
         BINVarList list = scaleVariables(2);
-        EFBINAlgorithm algorithm(settings, list, files);
+        MCBinning::EFBINAlgorithm algorithm(settings, list, files);
         VectorCases cases(fourRows(2));
         status = algorithm.Run(cases, nullptr);
         std::vector<BINAttributeResults> records;
@@ -324,7 +324,7 @@ TEST(EFBINAlgorithmTest, SettingsAndListAreCopies) {
   EFBINSettings settings;
   settings.SetNumberOfBins(5);
   BINVarList list = scaleVariables(1);
-  EFBINAlgorithm algorithm(settings, list);
+  MCBinning::EFBINAlgorithm algorithm(settings, list);
   settings.SetNumberOfBins(9);
   list.RemoveVar(0);
   EXPECT_EQ(algorithm.GetSettings()->GetNumberOfBins(), 5);
@@ -333,8 +333,8 @@ TEST(EFBINAlgorithmTest, SettingsAndListAreCopies) {
 }
 
 TEST(EFBINAlgorithmTest, SlotOrder) {
-  EXPECT_EQ(VirtualSlot(&EFBINAlgorithm::Display), 9U);
-  EXPECT_EQ(VirtualSlot(&EFBINAlgorithm::GetVarList), 10U);
+  EXPECT_EQ(VirtualSlot(&MCBinning::EFBINAlgorithm::Display), 9U);
+  EXPECT_EQ(VirtualSlot(&MCBinning::EFBINAlgorithm::GetVarList), 10U);
 }
 
 TEST(EFBINAlgorithmTest, DisplayBeforeAnyRun) {

@@ -115,7 +115,7 @@ class SupervisedUse final : public Use {
 
   MCStatus Create() override {
     if (files_ != nullptr) {
-      algorithm_ = std::make_unique<BINAlgorithm>(settings_, list_, *files_);
+      algorithm_ = std::make_unique<MCBinning::BINAlgorithm>(settings_, list_, *files_);
       return {};
     }
     algorithm_.reset(factory_.CreateBINAlgorithm(settings_, list_));
@@ -179,7 +179,7 @@ class EqualFrequencyUse final : public Use {
 
   MCStatus Create() override {
     if (files_ != nullptr) {
-      algorithm_ = std::make_unique<EFBINAlgorithm>(settings_, list_, *files_);
+      algorithm_ = std::make_unique<MCBinning::EFBINAlgorithm>(settings_, list_, *files_);
       return {};
     }
     algorithm_.reset(factory_.CreateEFBINAlgorithm(settings_, list_));

@@ -82,7 +82,7 @@ void compare(const SortedRows& rows, const std::vector<PlainRow>& plain, fuzz::I
   for (const bool withWeights : {false, true}) {
     std::vector<double> cutPoints;
     std::vector<double> weights;
-    BINEFPreProcess routine(bins, closed);
+    MCBinning::BINEFPreProcess routine(bins, closed);
     const bool done = withWeights ? routine.RunOverPairs(rows, cutPoints, weights, total)
                                   : routine.RunOverTriples(rows, cutPoints, weights, total);
     plain_model::Events events;

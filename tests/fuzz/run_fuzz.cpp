@@ -39,11 +39,11 @@ const std::vector<int>* pointerTo(const std::optional<std::vector<int>>& selecti
   return selection ? &*selection : nullptr;
 }
 
-MCStatus run(BINAlgorithm& algorithm, BINCaseIterator& cases, const Request& request) {
+MCStatus run(MCBinning::BINAlgorithm& algorithm, BINCaseIterator& cases, const Request& request) {
   return algorithm.Run(cases, pointerTo(request.attributes), pointerTo(request.targets));
 }
 
-MCStatus run(EFBINAlgorithm& algorithm, BINCaseIterator& cases, const Request& request) {
+MCStatus run(MCBinning::EFBINAlgorithm& algorithm, BINCaseIterator& cases, const Request& request) {
   return algorithm.Run(cases, pointerTo(request.attributes));
 }
 
@@ -82,13 +82,13 @@ class MemoryHost final : public plain_model::ComparisonHost {
                                       BINVarList& list) override {
     return ComparisonHost::Make(factory, settings, list) == nullptr
                ? nullptr
-               : std::make_unique<BINAlgorithm>(settings, list, files_);
+               : std::make_unique<MCBinning::BINAlgorithm>(settings, list, files_);
   }
   std::unique_ptr<IEFBINAlgorithm> Make(EFBINFactory& factory, EFBINSettings& settings,
                                         BINVarList& list) override {
     return ComparisonHost::Make(factory, settings, list) == nullptr
                ? nullptr
-               : std::make_unique<EFBINAlgorithm>(settings, list, files_);
+               : std::make_unique<MCBinning::EFBINAlgorithm>(settings, list, files_);
   }
 
   void AfterRun(IBINAlgorithm& algorithm, const Request& request, const MCStatus& status) override {
@@ -213,9 +213,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     return 0;  // no factory makes an algorithm of it
   }
   if (made.supervised) {
-    runDisturbed<BINAlgorithm, BINSettings>(made, disturbance);
+    runDisturbed<MCBinning::BINAlgorithm, BINSettings>(made, disturbance);
   } else {
-    runDisturbed<EFBINAlgorithm, EFBINSettings>(made, disturbance);
+    runDisturbed<MCBinning::EFBINAlgorithm, EFBINSettings>(made, disturbance);
   }
   return 0;
 }

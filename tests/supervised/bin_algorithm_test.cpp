@@ -43,13 +43,13 @@ TEST(BINAlgorithmTest, VersionIsTheFixedBanner) {
 }
 
 TEST(BINAlgorithmTest, GetVarListHasTheSlotAfterThoseOfTheInterface) {
-  EXPECT_EQ(mcbinning_tests::VirtualSlot(&BINAlgorithm::Display), 9U);
-  EXPECT_EQ(mcbinning_tests::VirtualSlot(&BINAlgorithm::GetVarList), 10U);
+  EXPECT_EQ(mcbinning_tests::VirtualSlot(&MCBinning::BINAlgorithm::Display), 9U);
+  EXPECT_EQ(mcbinning_tests::VirtualSlot(&MCBinning::BINAlgorithm::GetVarList), 10U);
 }
 
 TEST(BINAlgorithmTest, WorksOnItsOwnCopiesOfSettingsAndList) {
   PairRun run(kSeparatedRows);
-  BINAlgorithm& algorithm = run.Algorithm();
+  MCBinning::BINAlgorithm& algorithm = run.Algorithm();
   EXPECT_NE(algorithm.GetSettings(), &run.settings);
   EXPECT_NE(algorithm.GetVarList(), &run.list);
   EXPECT_EQ(*algorithm.GetSettings(), run.settings);

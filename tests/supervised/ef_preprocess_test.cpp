@@ -49,7 +49,7 @@ double totalOf(const std::vector<SortedRows::Row>& rows) {
 Cuts cutPairs(const std::vector<SortedRows::Row>& rows, int numberOfBins, bool rightBorderClosed,
               double total) {
   Cuts cuts;
-  cuts.done = BINEFPreProcess(numberOfBins, rightBorderClosed)
+  cuts.done = MCBinning::BINEFPreProcess(numberOfBins, rightBorderClosed)
                   .RunOverPairs(SortedRows(rows), cuts.cutPoints, cuts.binWeights, total);
   return cuts;
 }
@@ -61,7 +61,7 @@ Cuts cutPairs(const std::vector<SortedRows::Row>& rows, int numberOfBins, bool r
 Cuts cutTriples(const std::vector<SortedRows::Row>& rows, int numberOfBins,
                 bool rightBorderClosed) {
   Cuts cuts;
-  cuts.done = BINEFPreProcess(numberOfBins, rightBorderClosed)
+  cuts.done = MCBinning::BINEFPreProcess(numberOfBins, rightBorderClosed)
                   .RunOverTriples(SortedRows(rows), cuts.cutPoints, cuts.binWeights, totalOf(rows));
   return cuts;
 }
@@ -160,7 +160,7 @@ TEST(EFPreProcessTest, NothingToDoLeavesTheOutputsAlone) {
     for (const bool triples : {false, true}) {
       std::vector<double> cutPoints = {4.0};
       std::vector<double> binWeights = {5.0};
-      BINEFPreProcess preProcess(refusal.numberOfBins, true);
+      MCBinning::BINEFPreProcess preProcess(refusal.numberOfBins, true);
       const SortedRows rows(refusal.rows);
       EXPECT_FALSE(triples ? preProcess.RunOverTriples(rows, cutPoints, binWeights, refusal.total)
                            : preProcess.RunOverPairs(rows, cutPoints, binWeights, refusal.total));
@@ -254,7 +254,7 @@ TEST(EFPreProcessTest, FarMoreBinsThanValuesCostNoTimeOfTheirOwn) {
 }
 
 TEST(EFPreProcessTest, OneObjectServesManyTables) {
-  BINEFPreProcess preProcess(2, true);
+  MCBinning::BINEFPreProcess preProcess(2, true);
   const SortedRows first(rowsOf({1, 2, 3, 4}));
   const SortedRows second(rowsOf({10, 20}));
   for (int round = 0; round < 2; ++round) {

@@ -32,9 +32,9 @@ struct SupervisedRun {
   }
   void AddScale(const char* name) { list.AddContVar(name, "", IBINVariable::AttributeRole); }
 
-  BINAlgorithm& Algorithm() {
+  MCBinning::BINAlgorithm& Algorithm() {
     if (algorithm == nullptr) {
-      algorithm = std::make_unique<BINAlgorithm>(settings, list, files);
+      algorithm = std::make_unique<MCBinning::BINAlgorithm>(settings, list, files);
     }
     return *algorithm;
   }
@@ -62,7 +62,7 @@ struct SupervisedRun {
   VectorCases cases;
   BINVarList list;
   BINSettings settings;
-  std::unique_ptr<BINAlgorithm> algorithm;
+  std::unique_ptr<MCBinning::BINAlgorithm> algorithm;
 };
 
 /// One scale attribute, index 0, and a target, index 1.

@@ -28,8 +28,8 @@ struct TableRun {
   FailingFileSystem files;
   MCBinning::CancelState cancel;
   VectorCases cases;
-  BINDataPreparator preparator;
-  BINAttributeTable table;
+  MCBinning::BINDataPreparator preparator;
+  MCBinning::BINAttributeTable table;
 };
 
 }  // namespace mcbinning_tests
