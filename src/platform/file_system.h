@@ -39,7 +39,8 @@ class FileSystem {
   /// never over something that exists; child programs do not inherit it.
   virtual CreateResult Create(const std::string& name, FileHandle& file) = 0;
 
-  /// Opens an existing file, never through a link; false when it could not be opened.
+  /// Opens an existing file, never through a link; false when it could not be opened or is no
+  /// regular file. Waits for nobody.
   virtual bool OpenForAppend(const std::string& name, FileHandle& file) = 0;
   virtual bool OpenForReading(const std::string& name, FileHandle& file) = 0;
 

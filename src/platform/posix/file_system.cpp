@@ -29,6 +29,18 @@ bool opened(int descriptor, FileHandle& file) {
   return true;
 }
 
+/// Somebody may have put a pipe or a device under the name of a file. Neither opening it nor
+/// reading from it may wait.
+bool openedRegular(const std::string& name, int flags, FileHandle& file) {
+  const int descriptor = openRetrying(name, flags | O_NONBLOCK | O_NOCTTY);
+  struct stat state {};
+  if (descriptor >= 0 && (::fstat(descriptor, &state) != 0 || !S_ISREG(state.st_mode))) {
+    ::close(descriptor);
+    return false;
+  }
+  return opened(descriptor, file);
+}
+
 std::string directoryHolding(const std::string& name) {
   const std::size_t separator = name.rfind('/');
   return separator == std::string::npos ? "." : name.substr(0, separator + 1);
@@ -80,11 +92,11 @@ class PosixFileSystem final : public FileSystem {
   }
 
   bool OpenForAppend(const std::string& name, FileHandle& file) override {
-    return opened(openRetrying(name, O_WRONLY | O_APPEND), file);
+    return openedRegular(name, O_WRONLY | O_APPEND, file);
   }
 
   bool OpenForReading(const std::string& name, FileHandle& file) override {
-    return opened(openRetrying(name, O_RDONLY), file);
+    return openedRegular(name, O_RDONLY, file);
   }
 
   bool Write(FileHandle file, const void* bytes, std::size_t size) override {

@@ -25,6 +25,19 @@ bool open(const std::string& name, DWORD access, DWORD disposition, FileHandle& 
   return true;
 }
 
+bool openRegular(const std::string& name, DWORD access, FileHandle& file) {
+  FileHandle opened = kNoFile;
+  if (!open(name, access, OPEN_EXISTING, opened)) {
+    return false;
+  }
+  if (GetFileType(handleOf(opened)) != FILE_TYPE_DISK) {
+    CloseHandle(handleOf(opened));
+    return false;
+  }
+  file = opened;
+  return true;
+}
+
 class WindowsFileSystem final : public FileSystem {
  public:
   NameState Probe(const std::string& name) override {
@@ -56,11 +69,11 @@ class WindowsFileSystem final : public FileSystem {
   }
 
   bool OpenForAppend(const std::string& name, FileHandle& file) override {
-    return open(name, FILE_APPEND_DATA, OPEN_EXISTING, file);
+    return openRegular(name, FILE_APPEND_DATA, file);
   }
 
   bool OpenForReading(const std::string& name, FileHandle& file) override {
-    return open(name, GENERIC_READ, OPEN_EXISTING, file);
+    return openRegular(name, GENERIC_READ, file);
   }
 
   bool Write(FileHandle file, const void* bytes, std::size_t size) override {

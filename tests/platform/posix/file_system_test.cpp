@@ -47,6 +47,12 @@ class PosixFileSystemTest : public testing::Test {
     return file;
   }
 
+  static int LowestFreeHandle() {
+    const int handle = dup(STDIN_FILENO);
+    close(handle);
+    return handle;
+  }
+
   ScratchDirectory directory_;
 };
 
@@ -58,12 +64,9 @@ TEST_F(PosixFileSystemTest, ProbeTellsFreeFromTakenAndCreatesNothing) {
 
 TEST_F(PosixFileSystemTest, ProbeLeavesNothingOpen) {
   const std::string name = MakeFile("a");
-  const int before = dup(STDIN_FILENO);
-  close(before);
+  const int before = LowestFreeHandle();
   EXPECT_EQ(files().Probe(name), NameState::Taken);
-  const int after = dup(STDIN_FILENO);
-  close(after);
-  EXPECT_EQ(after, before);
+  EXPECT_EQ(LowestFreeHandle(), before);
 }
 
 TEST_F(PosixFileSystemTest, ProbeOfANameWithoutADirectoryLooksIntoTheCurrentOne) {
@@ -167,6 +170,25 @@ TEST_F(PosixFileSystemTest, NothingIsOpenedThroughALinkOrCreatedByOpening) {
   EXPECT_FALSE(std::filesystem::exists(Name("missing")));
 }
 
+TEST_F(PosixFileSystemTest, OnlyARegularFileIsOpenedAndNobodyIsWaitedFor) {
+  std::filesystem::create_directory(Name("directory"));
+  ASSERT_EQ(mkfifo(Name("pipe").c_str(), 0600), 0);
+  alarm(10);  // ends the program
+  for (const bool hasReader : {false, true}) {
+    const int reader = hasReader ? open(Name("pipe").c_str(), O_RDONLY | O_NONBLOCK) : -1;
+    const int before = LowestFreeHandle();
+    for (const std::string& name : {Name("directory"), Name("pipe"), std::string("/dev/zero")}) {
+      FileHandle file = kNoFile;
+      EXPECT_FALSE(files().OpenForReading(name, file)) << name;
+      EXPECT_FALSE(files().OpenForAppend(name, file)) << name;
+      EXPECT_EQ(file, kNoFile);
+    }
+    EXPECT_EQ(LowestFreeHandle(), before);
+    close(reader);
+  }
+  alarm(0);
+}
+
 TEST_F(PosixFileSystemTest, WhatIsAppendedIsReadBackFromTheStart) {
   FileHandle file = MustCreate(Name("a"));
   EXPECT_TRUE(files().Write(file, "abc", 3));
@@ -191,8 +213,7 @@ TEST_F(PosixFileSystemTest, WhatIsAppendedIsReadBackFromTheStart) {
 }
 
 TEST_F(PosixFileSystemTest, AFullDiskIsNoticed) {
-  FileHandle file = kNoFile;
-  ASSERT_TRUE(files().OpenForAppend("/dev/full", file));
+  const FileHandle file = open("/dev/full", O_WRONLY);
   EXPECT_FALSE(files().Write(file, "abc", 3));
   EXPECT_TRUE(files().Close(file));
 }
