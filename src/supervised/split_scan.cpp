@@ -189,8 +189,12 @@ double SplitScan::LeastEntropy(const Border& begin, const Border& end) const {
              : std::numeric_limits<double>::quiet_NaN();
 }
 
-/// Most by which rounding can lift the computed bound above a computed entropy.
+/// Most by which rounding can lift the computed bound above a computed entropy; infinity where two
+/// running counts can add up to infinity, which makes a computed entropy 0.
 double SplitScan::Slack(const Border& begin, const Border& end, double slope) const {
+  if (!(weight_ <= std::numeric_limits<double>::max() / 2.0)) {
+    return kInfinity;
+  }
   const auto nCategories = static_cast<double>(table_.GetNCategories());
   double slack = (nCategories + 16.0) * 256.0 * kRounding;
   slack += 4.0 * std::numeric_limits<double>::denorm_min() / weight_;

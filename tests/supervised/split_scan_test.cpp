@@ -258,6 +258,25 @@ TEST(SplitScanTest, WeightsOfAnySizeGiveTheSplitOfThePlainScan) {
   expectPlainSplits(1000, 3, huge, 41);
 }
 
+// The running counts of both sides then add up to infinity at some positions, where the direct
+// formula gives 0.
+TEST(SplitScanTest, WeightsThatAddUpToTheLargestDoubleGiveTheSplitOfThePlainScan) {
+  for (std::uint64_t seed = 50; seed < 150; ++seed) {
+    Random random(seed);
+    auto rows = makeRows(shapes()[seed % shapes().size()], 300, 2, 1.5, fraction, random);
+    double total = 0.0;
+    for (const SortedRows::Row& row : rows) {
+      total += row.weight;
+    }
+    const double scale = std::numeric_limits<double>::max() / total * (1.0 - 0x1p-52);
+    for (SortedRows::Row& row : rows) {
+      row.weight *= scale;
+    }
+    SCOPED_TRACE(seed);
+    bestSplitOf(rows, 2);
+  }
+}
+
 TEST(SplitScanTest, ManySmallTablesGiveTheSplitOfThePlainScan) {
   for (unsigned seed = 100; seed < 200; ++seed) {
     expectPlainSplits(20 + seed, 2 + seed % 3, one, seed);
