@@ -31,21 +31,19 @@ void add(WeightedCounts& counts, int code, double weight) {
 }  // namespace
 
 CaseFeed::CaseFeed(TableReader& reader, const std::vector<ColumnPlan>& columns,
-                   const FeedLayout& layout, const std::vector<std::string>& categories,
+                   const FeedLayout& layout, const TableScan& scan,
                    const std::vector<std::string>& naTexts, WeightRounding rounding, bool isTimed)
     : reader_(reader),
       columns_(columns),
       layout_(layout),
       naTexts_(naTexts),
       cells_(naTexts),
+      codes_(scan.codes),
       weightEncoder_(roundingOption(rounding)),
       record_(sizeOf(layout)),
       isTimed_(isTimed),
-      classWeights_(categories.size(), 0.0) {
-  for (const std::string& category : categories) {
-    codes_.emplace(category, static_cast<int>(codes_.size()));
-  }
-  const WeightedCounts none{0.0, std::vector<double>(categories.size(), 0.0)};
+      classWeights_(scan.categories.size(), 0.0) {
+  const WeightedCounts none{0.0, classWeights_};
   missing_.assign(layout.attributeColumns.size(), none);
   userMissing_ = missing_;
 }

@@ -36,8 +36,8 @@ class CaseFeed : public BINCaseIterator {
  public:
   /// Everything is borrowed. The table must stand in front of its first row.
   CaseFeed(TableReader& reader, const std::vector<ColumnPlan>& columns, const FeedLayout& layout,
-           const std::vector<std::string>& categories, const std::vector<std::string>& naTexts,
-           WeightRounding rounding, bool isTimed);
+           const TableScan& scan, const std::vector<std::string>& naTexts, WeightRounding rounding,
+           bool isTimed);
 
   bool HasNext() override;
   const MCCommon::Record* Next() override;
@@ -71,7 +71,7 @@ class CaseFeed : public BINCaseIterator {
   const FeedLayout& layout_;
   const std::vector<std::string>& naTexts_;
   ScaleCells cells_;
-  CategoryCodes codes_;
+  const ClassCodes& codes_;
   BINRoundEncoder weightEncoder_;
   MCCommon::Record record_;
   TableRow row_;

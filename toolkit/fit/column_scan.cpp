@@ -28,7 +28,11 @@ class Scanner {
     }
   }
 
-  TableScan Finish() { return std::move(scan_); }
+  TableScan Finish() {
+    scan_.categories = classes_.Names();
+    scan_.codes = classes_.Codes();
+    return std::move(scan_);
+  }
   std::uint64_t Rows() const { return scan_.rows; }
 
  private:
@@ -61,28 +65,26 @@ class Scanner {
   void TargetCell(const TableRow& row, std::size_t column) {
     const std::string_view category =
         categoryOf(row.cells[column], request_.naTexts, request_.targetMissingTexts);
-    if (category.empty() || codes_.find(category) != codes_.end()) return;
+    if (category.empty() || classes_.Has(category)) return;
     const std::string& name = reader_.ColumnNames()[column];
-    if (scan_.categories.size() == kMaxCategories) {
-      throw DataError(fmt::format(
-          "{}: the target {} has more than {} categories: '{}' is one too many; is it really a "
-          "class? (--missing {}=TEXT and --na take texts out)",
-          reader_.Where(row), name, kMaxCategories, category, name));
-    }
     if (!isUtf8(category)) {
       throw DataError(
           fmt::format("{}: the category in column {} is not UTF-8 text: convert the "
                       "file (iconv -f LATIN1 -t UTF-8)",
                       reader_.Where(row), name));
     }
-    codes_.emplace(category, static_cast<int>(scan_.categories.size()));
-    scan_.categories.emplace_back(category);
+    if (!classes_.Add(category)) {
+      throw DataError(fmt::format(
+          "{}: the target {} has more than {} categories: '{}' is one too many; is it really a "
+          "class? (--missing {}=TEXT and --na take texts out)",
+          reader_.Where(row), name, kMaxClasses, category, name));
+    }
   }
 
   TableReader& reader_;
   const ScanRequest& request_;
   ScaleCells cells_;
-  CategoryCodes codes_;
+  TargetClasses classes_;
   TableScan scan_;
 };
 
@@ -108,7 +110,8 @@ std::string_view categoryOf(std::string_view cell, const std::vector<std::string
   const std::string_view category = trimmed(cell);
   if (isMissingCell(category, naTexts)) return {};
   const bool isDeclared =
-      std::find(missingTexts.begin(), missingTexts.end(), category) != missingTexts.end();
+      std::any_of(missingTexts.begin(), missingTexts.end(),
+                  [&](const std::string& text) { return namesSameClass(text, category); });
   return isDeclared ? std::string_view() : category;
 }
 

@@ -3,19 +3,15 @@
 #define MCBIN_TOOLKIT_FIT_COLUMN_SCAN_H
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
+#include "toolkit/fit/target_classes.h"
 #include "toolkit/input/table_reader.h"
 #include "toolkit/monitor.h"
 
 namespace mcbin {
-
-/// The library's codes go from 0 to 255.
-inline constexpr std::size_t kMaxCategories = 256;
 
 /// Where something was first seen.
 struct Sighting {
@@ -35,19 +31,11 @@ struct ColumnScan {
   std::optional<Sighting> firstOutOfRange;
 };
 
-/// Hashes texts and views alike, so that looking a cell up copies nothing.
-struct TextHash {
-  using is_transparent = void;
-  std::size_t operator()(std::string_view text) const {
-    return std::hash<std::string_view>()(text);
-  }
-};
-using CategoryCodes = std::unordered_map<std::string, int, TextHash, std::equal_to<>>;
-
 struct TableScan {
   std::uint64_t rows = 0;
   std::vector<ColumnScan> columns;
-  std::vector<std::string> categories;  ///< Of the target, in order of first appearance.
+  std::vector<std::string> categories;  ///< Of the target, in code order.
+  ClassCodes codes;                     ///< Of every text of the target that names a category.
 };
 
 /// How to read the columns.
@@ -61,7 +49,8 @@ struct ScanRequest {
 /// category that is not UTF-8.
 TableScan scanTable(TableReader& reader, const ScanRequest& request, Monitor& monitor);
 
-/// The category that a target cell names, empty when it is missing or declared missing.
+/// The text of the category that a target cell names, empty when it is missing or declared missing;
+/// a number is declared missing in whatever way it is written.
 std::string_view categoryOf(std::string_view cell, const std::vector<std::string>& naTexts,
                             const std::vector<std::string>& missingTexts);
 

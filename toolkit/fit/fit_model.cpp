@@ -111,8 +111,7 @@ Model fitModel(const FitRequest& request, TableReader& reader, const FitWatch& w
   reader.Rewind();
   const FeedLayout layout = layoutOf(columns);
   Model model = modelOf(request, columns, layout, seen.categories);
-  CaseFeed feed(reader, columns, layout, seen.categories, request.naTexts, request.rounding,
-                watch.timesFeed);
+  CaseFeed feed(reader, columns, layout, seen, request.naTexts, request.rounding, watch.timesFeed);
   runLibrary(feed, seen.rows, watch.monitor, model);
   takeCounts(feed, model);
   watch.monitor.Clear();

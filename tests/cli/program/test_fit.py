@@ -4,6 +4,7 @@ import csv
 import json
 import os
 import pathlib
+import random
 import subprocess
 import unittest
 
@@ -38,6 +39,25 @@ y: 1 bin, 3 distinct values, entropy 1.0000 before, 1.0000 after, gain 0.0000
 LOANS_OPTIONS = [
     "--target", "default", "--missing", "income=-1", "--missing", "employment_years=999",
 ]
+
+
+class RowOrder(ProgramTest):
+    def test_the_order_of_rows_changes_no_byte(self):
+        header, *rows = LOANS.read_text().splitlines(keepends=True)
+        models = set()
+        for seed in range(3):
+            random.Random(seed).shuffle(rows)
+            self.file("loans.csv", header + "".join(rows))
+            for options in (["--target", "grade", "--weight", "weight"], ["--equal-frequency"]):
+                self.succeed("fit", "loans.csv", *options, "-a", "[!apgdw]*", "-o", "m.json")
+                models.add((self.directory / "m.json").read_text())
+        self.assertEqual(len(models), 2)
+
+    def test_numbers_are_one_category_in_every_spelling(self):
+        self.file("d.csv", "x,t\n1,10\n2,9.0\n3,9\n4,1e1\n")
+        model = json.loads(self.succeed("fit", "d.csv", "--target", "t", "--json").stdout)
+        self.assertEqual(model["target"]["categories"], ["9", "10"])
+        self.assertEqual(model["target"]["classWeights"], [2, 2])
 
 
 class Tables(ProgramTest):

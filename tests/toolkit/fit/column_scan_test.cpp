@@ -30,10 +30,17 @@ TEST(ColumnScan, NotesTheFirstNumberTextAndOverflow) {
   EXPECT_EQ(seen.columns[1].firstOutOfRange->where, "table, line 3");
 }
 
-TEST(ColumnScan, CategoriesComeInOrderOfFirstAppearance) {
-  MemoryTable table({"t"}, {{"b"}, {"?"}, {" a "}, {"b"}, {"u"}, {""}, {"c"}});
+TEST(ColumnScan, CategoriesAreSortedAndMissingOnesLeftOut) {
+  MemoryTable table({"t"}, {{"b"}, {"?"}, {" a "}, {"b"}, {"u"}, {""}, {"c"}, {"u"}});
   const TableScan seen = scan(table, {{ScanAs::Target}, {"?"}, {"u"}});
-  EXPECT_EQ(seen.categories, (std::vector<std::string>{"b", "a", "c"}));
+  EXPECT_EQ(seen.categories, (std::vector<std::string>{"a", "b", "c"}));
+}
+
+TEST(ColumnScan, ANumberIsDeclaredMissingInEverySpelling) {
+  MemoryTable table({"t"}, {{"1"}, {"9.0"}, {"2.0"}, {"9"}, {"2"}});
+  const TableScan seen = scan(table, {{ScanAs::Target}, {}, {"9"}});
+  EXPECT_EQ(seen.categories, (std::vector<std::string>{"1", "2"}));
+  EXPECT_EQ(seen.codes.at("2.0"), 1);
 }
 
 TEST(ColumnScan, TheColumnsOfNoInterestAreNotLookedAt) {
