@@ -17,12 +17,13 @@
 #include <string>
 #include <vector>
 
-#include "fit/case_feed.h"
-#include "fit/column_plan.h"
-#include "fit/column_scan.h"
-#include "input/cells.h"
-#include "input/open_table.h"
-#include "system/files.h"
+#include "toolkit/fit/case_feed.h"
+#include "toolkit/fit/column_plan.h"
+#include "toolkit/fit/column_scan.h"
+#include "toolkit/input/cells.h"
+#include "toolkit/input/open_table.h"
+#include "toolkit/monitor.h"
+#include "toolkit/system/files.h"
 
 using namespace mcbin;
 
@@ -91,14 +92,15 @@ void readWithLibcsv(const std::string& path) {
 std::uint64_t readAsTheProgram(const std::string& path) {
   InputOptions options;
   options.data = path;
-  const std::unique_ptr<TableReader> reader = openTable(options);
+  Monitor monitor;
+  const std::unique_ptr<TableReader> reader = openTable(options, monitor);
   FitRequest request;
   request.target = "target";
   request.naTexts = defaultNaTexts();
   std::vector<ColumnPlan> columns = planColumns(request, reader->ColumnNames());
   ScanRequest scan{std::vector<ScanAs>(columns.size(), ScanAs::Cells), request.naTexts, {}};
   scan.columns[0] = ScanAs::Target;
-  const TableScan seen = scanTable(*reader, scan, [](std::uint64_t) {});
+  const TableScan seen = scanTable(*reader, scan, monitor);
   applyScan(seen, columns);
 
   reader->Rewind();
