@@ -5,19 +5,20 @@
 
 #include "api/make_algorithm.h"
 #include "mcbinning/variable_list.h"
+#include "status/status_codes.h"
 
 using MCBinning::MCStatus;
 
 namespace {
 
-// OK or error 120003 about the first variable that makes the list unusable.
+// OK or an error about the first variable that makes the list unusable.
 MCStatus checkList(const BINVarList& varList) {
   std::vector<int> singleCategoryVars;
   std::vector<int> emptyVars;
   if (varList.IsValidList(singleCategoryVars, emptyVars)) {
     return {};
   }
-  MCStatus status(120003, false);
+  MCStatus status = MCBinning::errorStatus(MCBinning::kInvalidList);
   if (!emptyVars.empty()) {
     status.SetDiscreteDatum(1, emptyVars.front());
   } else if (!singleCategoryVars.empty()) {
@@ -41,7 +42,7 @@ Algorithm* create(Settings& settings, BINVarList& varList, Make make, MCStatus& 
       status = pending->GetStatus();
     }
   } catch (...) {
-    status = MCStatus(3, false);
+    status = MCBinning::errorStatus(MCBinning::kFailed);
   }
   Algorithm* created = status.IsError() ? nullptr : pending.release();
   pending = std::move(outer);

@@ -6,13 +6,15 @@
 #include <ostream>
 #include <utility>
 
+#include "status/status_codes.h"
+
 using MCBinning::MCStatus;
 
 namespace {
 
-MCStatus noSuchResult() { return {120013, false}; }
+MCStatus noSuchResult() { return MCBinning::errorStatus(MCBinning::kNoSuchIndex); }
 
-MCStatus noResults() { return {120020, false}; }
+MCStatus noResults() { return MCBinning::errorStatus(MCBinning::kNoResults); }
 
 bool isPossiblePair(int attribute, int target) {
   return attribute >= 0 && target >= 0 && attribute != target;
@@ -282,7 +284,7 @@ MCStatus EFBINOutput::SetAttributeResults(MCStatus status, const std::vector<dou
                                           double totalWeightWithMissing, double minimum,
                                           double maximum) {
   if (attribute < 0) {
-    return {120011, false};
+    return MCBinning::errorStatus(MCBinning::kAttributeOutOfRange);
   }
   BINAttributeResults record;
   record.status_ = status;

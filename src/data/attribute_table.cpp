@@ -8,6 +8,7 @@
 
 #include "data/binary_record_iterator.h"
 #include "data/category_code.h"
+#include "status/status_codes.h"
 
 namespace MCBinning {
 namespace {
@@ -44,16 +45,13 @@ bool BINAttributeTable::IsColumnUsed(int column) const {
 MCStatus BINAttributeTable::CheckTarget(int target) const {
   const int column = preparator_.GetColumnOf(target);
   return IsColumnUsed(column) && preparator_.HoldsCodes(column) ? MCStatus()
-                                                                : MCStatus(120010, false);
+                                                                : errorStatus(kUnusableTarget);
 }
 
 MCStatus BINAttributeTable::CheckAttribute(int attribute) const {
-  if (IsColumnUsed(preparator_.GetColumnOf(attribute))) {
-    return MCStatus();
-  }
-  MCStatus status(120013, false);
-  status.SetDiscreteDatum(0, attribute);
-  return status;
+  return IsColumnUsed(preparator_.GetColumnOf(attribute))
+             ? MCStatus()
+             : about(errorStatus(kNoSuchIndex), attribute);
 }
 
 MCStatus BINAttributeTable::BuildSupervisedTable(int attribute, int target,
@@ -111,7 +109,7 @@ MCStatus BINAttributeTable::Build(int attribute, int targetColumn, SortedRows& r
     return MCStatus();
   }
   DropBuild(rows);
-  return MCStatus(3, false);
+  return errorStatus(kFailed);
 }
 
 bool BINAttributeTable::FillRows(int attribute, int targetColumn, SortedRows& rows) {
@@ -215,7 +213,7 @@ void BINAttributeTable::SelectCases(bool withTarget, std::span<double> cells) {
 MCStatus BINAttributeTable::CountPerBin(const std::vector<double>* boundaries,
                                         bool rightBorderClosed, std::vector<double>& counts) const {
   if (boundaries == nullptr || boundaries->size() < 2) {
-    return MCStatus(120002, true);
+    return warningStatus(kInconsistentTable);
   }
   const std::size_t bins = boundaries->size() - 1;
   const std::size_t categories = targetCategories_;
@@ -235,13 +233,13 @@ MCStatus BINAttributeTable::CountPerBin(const std::vector<double>* boundaries,
       fileBin();
       std::fill(running.begin(), running.end(), 0.0);
       if (++bin == bins) {
-        return MCStatus(120002, true);
+        return warningStatus(kInconsistentTable);
       }
     }
     running[static_cast<std::size_t>(supervisedRows_.Code(row))] += supervisedRows_.Weight(row);
   }
   if (bin + 1 != bins) {
-    return MCStatus(120002, true);
+    return warningStatus(kInconsistentTable);
   }
   fileBin();
   return MCStatus();

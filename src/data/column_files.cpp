@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/cpu_clock.h"
+#include "status/status_codes.h"
 
 namespace MCBinning {
 namespace {
@@ -37,7 +38,7 @@ MCStatus ColumnFiles::SetUp(std::size_t columns) {
   if (prefix_.find('\0') != std::string::npos) {
     // The system would stop reading there, find the directory that stands before it under every
     // name, and the search would never end.
-    return MCStatus(120001, false);
+    return errorStatus(kNoTempDirectory);
   }
   MCStatus status;
   for (std::size_t column = 0; column < columns && status.IsOK(); ++column) {
@@ -55,14 +56,14 @@ MCStatus ColumnFiles::ChooseName(std::string& name) {
         cancelled = cancelState_.IsCancelled();
         continue;
       case NameState::NoDirectory:
-        return MCStatus(120001, false);
+        return errorStatus(kNoTempDirectory);
       case NameState::TooManyOpenFiles:
       case NameState::DirectoryRefused:
-        return MCStatus(120021, false);
+        return errorStatus(kNoTempFile);
       case NameState::Free:
         ++tick_;
         if (cancelled) {
-          return MCStatus(1, false);
+          return errorStatus(kCancelled);
         }
         name = std::move(candidate);
         return MCStatus();
@@ -93,7 +94,7 @@ void ColumnFiles::ForgetUnusedNames() {
 
 MCStatus ColumnFiles::OpenToAppend(std::size_t column, FileHandle& file) {
   if (created_[column]) {
-    return files_.OpenForAppend(names_[column], file) ? MCStatus() : MCStatus(120021, false);
+    return files_.OpenForAppend(names_[column], file) ? MCStatus() : errorStatus(kNoTempFile);
   }
   for (;;) {
     switch (files_.Create(names_[column], file)) {
@@ -101,7 +102,7 @@ MCStatus ColumnFiles::OpenToAppend(std::size_t column, FileHandle& file) {
         created_[column] = true;
         return MCStatus();
       case CreateResult::Failed:
-        return MCStatus(120021, false);
+        return errorStatus(kNoTempFile);
       case CreateResult::NameTaken: {
         // Somebody else took the name since it was chosen; it is theirs.
         const MCStatus status = ChooseName(names_[column]);
@@ -121,7 +122,7 @@ MCStatus ColumnFiles::Append(std::size_t column, const double* values, std::size
   }
   const bool written = files_.Write(file, values, count * sizeof(double));
   const bool closed = files_.Close(file);
-  return written && closed ? MCStatus() : MCStatus(120021, false);
+  return written && closed ? MCStatus() : errorStatus(kNoTempFile);
 }
 
 void ColumnFiles::Remove() noexcept {

@@ -11,6 +11,7 @@
 #include "mcbinning/encoders.h"
 #include "mcbinning/user_missing.h"
 #include "platform/cpu_clock.h"
+#include "status/status_codes.h"
 
 namespace MCBinning {
 namespace {
@@ -120,7 +121,7 @@ int BINDataPreparator::GetColumnOf(int variable) const {
 
 MCStatus BINDataPreparator::GetColumnUseFlag(int column, bool& isUsed) const {
   if (column < 0 || column >= GetNumberOfColumns()) {
-    return MCStatus(120013, false);
+    return errorStatus(kNoSuchIndex);
   }
   isUsed = columns_[static_cast<std::size_t>(column)].isUsed;
   return MCStatus();
@@ -135,7 +136,7 @@ MCStatus BINDataPreparator::PrepareData(BINCaseIterator& cases) {
     }
   } catch (...) {
     DiscardPass();
-    status_ = MCStatus(3, false);
+    status_ = errorStatus(kFailed);
     throw;
   }
   if (status_.IsError()) {
@@ -170,10 +171,10 @@ MCStatus BINDataPreparator::RunPass(BINCaseIterator& cases) {
   // What this flush loses is noticed when the column is read and ends early.
   columnFiles_.Flush(buffer);
   if (cancelState_.IsCancelled()) {
-    return MCStatus(1, false);
+    return errorStatus(kCancelled);
   }
   if (casesUsed_ == 0) {
-    return MCStatus(120004, false);
+    return errorStatus(kNoCases);
   }
   GiveUpColumnsWithUnknownCodes();
   return MCStatus();
@@ -182,7 +183,7 @@ MCStatus BINDataPreparator::RunPass(BINCaseIterator& cases) {
 MCStatus BINDataPreparator::SetUp(ColumnBuffer& buffer) {
   if (!buffer.Allocate(columns_.size(), kBufferedRecords) &&
       !buffer.Allocate(columns_.size(), kBufferedRecords / 2)) {
-    return MCStatus(3, false);
+    return errorStatus(kFailed);
   }
   return columnFiles_.SetUp(columns_.size());
 }
@@ -206,7 +207,7 @@ MCStatus BINDataPreparator::ReadCases(BINCaseIterator& cases, ColumnBuffer& buff
       if (outcome == CaseOutcome::Used) {
         // The count would wrap round. GCOVR_EXCL_START: no test has that many cases.
         if (casesUsed_ == kMaxCases) {
-          return MCStatus(3, false);
+          return errorStatus(kFailed);
         }
         // GCOVR_EXCL_STOP
         ++casesUsed_;
@@ -292,8 +293,7 @@ bool BINDataPreparator::TakeCode(Column& column, int code) {
 
 void BINDataPreparator::NoteCodeTooHigh(bool isWarning, int datum) {
   if (status_.IsOK() || !isWarning) {
-    status_ = MCStatus(120012, isWarning);
-    status_.SetDiscreteDatum(0, datum);
+    status_ = about({kNoCategoryCode, isWarning}, datum);
   }
 }
 

@@ -5,6 +5,7 @@
 #include "data/attribute_table.h"
 #include "data/data_preparator.h"
 #include "mcbinning/case_iterator.h"
+#include "status/status_codes.h"
 
 namespace MCBinning {
 
@@ -15,7 +16,7 @@ PreparedData::~PreparedData() = default;
 
 MCStatus PreparedData::Prepare(BINCaseIterator& cases, const Options& options) {
   if (!cases.HasNext()) {
-    return {120004, false};
+    return errorStatus(kNoCases);
   }
   auto preparator =
       std::make_unique<BINDataPreparator>(options.tempDirName, options.listener,

@@ -10,21 +10,10 @@
 #include "data/attribute_table.h"
 #include "data/sorted_rows.h"
 #include "status/attribute_progress.h"
+#include "status/status_codes.h"
 #include "supervised/ef_preprocess.h"
 
 namespace MCBinning {
-namespace {
-
-MCStatus cancelled() { return {1, false}; }
-
-MCStatus warningAboutAttribute(long code, int attribute) {
-  MCStatus status(code, true);
-  status.SetDiscreteDatum(0, attribute);
-  return status;
-}
-
-}  // namespace
-
 std::unique_ptr<IEFBINAlgorithm> MakeEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList) {
   return std::make_unique<EFBINAlgorithm>(settings, varList);
 }
@@ -45,21 +34,21 @@ MCStatus EFBINAlgorithm::Run(BINCaseIterator& cases, const std::vector<int>* att
     return RunUnguarded(cases, attributes);
   } catch (...) {
     data_.Discard();
-    return {3, false};
+    return errorStatus(kFailed);
   }
 }
 
 MCStatus EFBINAlgorithm::RunUnguarded(BINCaseIterator& cases, const std::vector<int>* attributes) {
   numberOfBins_ = settings_.GetNumberOfBins();
   if (numberOfBins_ <= 0) {
-    return {120009, false};
+    return errorStatus(kNoNumberOfBins);
   }
   std::vector<MCStatus> attributeStatuses;
   if (attributes != nullptr) {
     attributeStatuses = ValidateSelection(*attributes);
     if (std::none_of(attributeStatuses.begin(), attributeStatuses.end(),
                      [](const MCStatus& attributeStatus) { return attributeStatus.IsOK(); })) {
-      return {120011, false};
+      return errorStatus(kAttributeOutOfRange);
     }
   }
   MCStatus status;
@@ -75,11 +64,11 @@ MCStatus EFBINAlgorithm::RunUnguarded(BINCaseIterator& cases, const std::vector<
     }
   }
   if (!status_.IsOK()) {
-    status = MCStatus(120018, true);
+    status = warningStatus(kSomeNotOK);
   }
   if (cancelState_.IsCancelled()) {
     data_.Discard();  // no later run gets as far as using them
-    status_ = cancelled();
+    status_ = errorStatus(kCancelled);
     return status_;
   }
   return status;
@@ -90,9 +79,9 @@ std::vector<MCStatus> EFBINAlgorithm::ValidateSelection(const std::vector<int>& 
   statuses.reserve(attributes.size());
   for (const int attribute : attributes) {
     if (attribute < 0 || static_cast<std::uint64_t>(attribute) >= varList_.Size()) {
-      statuses.emplace_back(120011, false);
+      statuses.push_back(errorStatus(kAttributeOutOfRange));
     } else if (attribute == weightIndex_) {
-      statuses.emplace_back(120005, false);
+      statuses.push_back(errorStatus(kSameOrWeightVariable));
     } else {
       statuses.emplace_back();
     }
@@ -150,7 +139,7 @@ MCStatus EFBINAlgorithm::BinAttribute(int attribute) {
     File(std::move(record));
   }
   if (cancelState_.IsCancelled()) {
-    status_ = cancelled();
+    status_ = errorStatus(kCancelled);
     return status_;
   }
   return status;
@@ -170,16 +159,16 @@ void EFBINAlgorithm::Compute(BINAttributeResults& record) {
   }
   recordCount_ = table.GetNRows();
   if (recordCount_ == 0) {
-    record.status_ = MCStatus(120015, true);
+    record.status_ = warningStatus(kNoValidCases);
     return;
   }
   BINEFPreProcess(numberOfBins_, rightBorderClosed_)
       .RunOverPairs(*rows, record.cutPoints_, record.cellCounts_, record.totalWeight_);
   if (record.cutPoints_.empty()) {
-    record.status_ = warningAboutAttribute(120019, record.attributeIndex_);
+    record.status_ = about(warningStatus(kNoEqualFrequencyCut), record.attributeIndex_);
   }
   if (record.nDistinctValues_ == 1) {
-    record.status_ = warningAboutAttribute(120014, record.attributeIndex_);
+    record.status_ = about(warningStatus(kSingleValue), record.attributeIndex_);
   }
 }
 

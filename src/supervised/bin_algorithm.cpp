@@ -9,31 +9,13 @@
 #include "api/make_algorithm.h"
 #include "api/version_banner.h"
 #include "data/attribute_table.h"
+#include "status/status_codes.h"
 #include "supervised/candidate_table.h"
 #include "supervised/cut_point_search.h"
 #include "supervised/pre_bins.h"
 #include "supervised/small_bins.h"
 
 namespace MCBinning {
-namespace {
-
-constexpr long kCancelled = 1;
-constexpr long kException = 3;
-constexpr long kUnusableSelection = 120008;
-constexpr long kNoNumberOfBins = 120009;
-constexpr long kSingleValue = 120014;
-constexpr long kNoValidCases = 120015;
-constexpr long kSingleCategory = 120016;
-constexpr long kSomePairNotOK = 120018;
-
-MCStatus warningAbout(long code, int variable) {
-  MCStatus status(code, true);
-  status.SetDiscreteDatum(0, variable);
-  return status;
-}
-
-}  // namespace
-
 BINAlgorithm::BINAlgorithm(BINSettings& settings, BINVarList& varList, FileSystem& files)
     : settings_(settings),
       varList_(varList),
@@ -53,7 +35,7 @@ MCStatus BINAlgorithm::Run(BINCaseIterator& cases, const std::vector<int>* attri
   } catch (...) {
     preProcess_.reset();
     DiscardData();
-    return {kException, false};
+    return errorStatus(kFailed);
   }
 }
 
@@ -70,10 +52,10 @@ BINOutput* BINAlgorithm::GetOutput() { return &output_; }
 MCStatus BINAlgorithm::GetStatus() {
   try {
     if (cancelState_.IsCancelled()) {
-      status_ = {kCancelled, false};
+      status_ = errorStatus(kCancelled);
     }
   } catch (...) {
-    return {kException, false};
+    return errorStatus(kFailed);
   }
   return status_;
 }
@@ -94,11 +76,11 @@ void BINAlgorithm::Display(std::ostream& os) {
 MCStatus BINAlgorithm::RunSelection(BINCaseIterator& cases, const PairSelection& selection) {
   numberOfBins_ = settings_.GetNumberOfBins();
   if (numberOfBins_ <= 0) {
-    return {kNoNumberOfBins, false};
+    return errorStatus(kNoNumberOfBins);
   }
   if (!selection.IsWholeList() &&
       !CheckPairs(selection, varList_, targetIndex_, weightIndex_, pairStatuses_)) {
-    return {kUnusableSelection, false};
+    return errorStatus(kUnusableSelection);
   }
   MCStatus status;
   if (!cancelState_.IsCancelled()) {
@@ -111,11 +93,11 @@ MCStatus BINAlgorithm::RunSelection(BINCaseIterator& cases, const PairSelection&
     status = BinPairs(selection);
   }
   if (!status_.IsOK()) {
-    status = {kSomePairNotOK, true};
+    status = warningStatus(kSomeNotOK);
   }
   if (cancelState_.IsCancelled()) {
     DiscardData();  // no later run gets as far as using them
-    status_ = {kCancelled, false};
+    status_ = errorStatus(kCancelled);
     return status_;
   }
   return status;
@@ -215,7 +197,7 @@ void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
     return;
   }
   if (recordCount_ == 0) {
-    record.status_ = {kNoValidCases, true};
+    record.status_ = warningStatus(kNoValidCases);
     return;
   }
   targetCategoryCount_ = static_cast<int>(table.GetNTargetCategories());
@@ -228,10 +210,10 @@ void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
   record.cellCounts_ = bins.Rows();
   record.cutPoints_ = std::move(bins.cutPoints);
   if (record.nDistinctValues_ == 1) {
-    record.status_ = warningAbout(kSingleValue, record.attributeIndex_);
+    record.status_ = about(warningStatus(kSingleValue), record.attributeIndex_);
   }
   if (targetCategoryCount_ == 1) {
-    record.status_ = warningAbout(kSingleCategory, record.targetIndex_);
+    record.status_ = about(warningStatus(kSingleCategory), record.targetIndex_);
   }
 }
 

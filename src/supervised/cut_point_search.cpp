@@ -7,14 +7,12 @@
 #include <utility>
 #include <vector>
 
+#include "status/status_codes.h"
 #include "supervised/running_counts.h"
 #include "supervised/split_scan.h"
 
 namespace MCBinning {
 namespace {
-
-constexpr long kInconsistentTable = 120002;
-constexpr long kNoCutPoint = 120017;
 
 struct Interval {
   std::size_t first;
@@ -140,7 +138,7 @@ void countBins(const CandidateTable& table, const RunningCounts& counts, Bins& b
 MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins) {
   bins = Bins();
   if (!table.IsConsistent()) {
-    return {kInconsistentTable, false};
+    return errorStatus(kInconsistentTable);
   }
   RunningCounts counts(table);
   bins.cutPoints = Search(table, counts).Run();
@@ -149,7 +147,7 @@ MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins) {
   bins.cutPoints.erase(std::unique(bins.cutPoints.begin(), bins.cutPoints.end()),
                        bins.cutPoints.end());
   countBins(table, counts, bins);
-  return bins.cutPoints.empty() ? MCStatus(kNoCutPoint, true) : MCStatus();
+  return bins.cutPoints.empty() ? warningStatus(kNoSplit) : MCStatus();
 }
 
 }  // namespace MCBinning

@@ -3,13 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "status/status_codes.h"
+
 namespace MCBinning {
 namespace {
-
-constexpr long kBadPair = 120005;
-constexpr long kTargetNotCategorical = 120006;
-constexpr long kAttributeOutOfRange = 120011;
-constexpr long kIndexOutOfRange = 120013;
 
 bool isCategorical(const IBINVariable& variable) {
   const IBINVariable::MeasureLevel level = variable.GetMeasureLevel();
@@ -20,13 +17,13 @@ bool isCategorical(const IBINVariable& variable) {
 MCStatus checkPair(const BINVarList& varList, int weightIndex, int attribute, int target) {
   const IBINVariable* const targetVariable = varList.GetVarAt(target);
   if (targetVariable == nullptr || varList.GetVarAt(attribute) == nullptr) {
-    return {kIndexOutOfRange, false};
+    return errorStatus(kNoSuchIndex);
   }
   if (!isCategorical(*targetVariable)) {
-    return {kTargetNotCategorical, false};
+    return errorStatus(kTargetNotCategorical);
   }
   if (target == attribute || target == weightIndex || attribute == weightIndex) {
-    return {kBadPair, false};
+    return errorStatus(kSameOrWeightVariable);
   }
   return {};
 }
@@ -34,10 +31,10 @@ MCStatus checkPair(const BINVarList& varList, int weightIndex, int attribute, in
 MCStatus checkAttribute(const BINVarList& varList, int targetIndex, int weightIndex,
                         int attribute) {
   if (varList.GetVarAt(attribute) == nullptr) {
-    return {kAttributeOutOfRange, false};
+    return errorStatus(kAttributeOutOfRange);
   }
   if (attribute == weightIndex || attribute == targetIndex) {
-    return {kBadPair, false};
+    return errorStatus(kSameOrWeightVariable);
   }
   return {};
 }
