@@ -1,7 +1,5 @@
 #include "platform/file_system.h"
 
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <windows.h>
 
 #include <algorithm>

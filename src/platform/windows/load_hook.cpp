@@ -18,7 +18,9 @@ HMODULE findModule() {
 void* callAccessor(const char* name) {
   const HMODULE host = GetModuleHandleW(L"VORLWCOM.dll");
   const auto accessor =
-      host != nullptr ? reinterpret_cast<void* (*)()>(GetProcAddress(host, name)) : nullptr;
+      host != nullptr
+          ? reinterpret_cast<void* (*)()>(reinterpret_cast<void*>(GetProcAddress(host, name)))
+          : nullptr;
   return accessor != nullptr ? accessor() : nullptr;
 }
 
