@@ -11,6 +11,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/commands/options.h"
+#include "cli/system/muted_output.h"
 #include "cli/text/fit_report.h"
 #include "cli/text/terminal_monitor.h"
 #include "toolkit/errors.h"
@@ -160,7 +161,10 @@ void runFit(FitCommand& fit) {
     std::fputs(planText(columns, fit.request.input.data, rows, categories).c_str(), stderr);
   };
   FitTimings timings;
-  const Model model = fitModel(fit.request, *reader, {monitor, tellPlan, fit.timings}, timings);
+  const Model model = [&] {
+    const MutedStandardOutput muted;
+    return fitModel(fit.request, *reader, {monitor, tellPlan, fit.timings}, timings);
+  }();
   const auto start = std::chrono::steady_clock::now();
   if (file) {
     file->Write(modelToJson(model));

@@ -49,6 +49,8 @@ class CaseFeed : public BINCaseIterator {
   double Seconds() const { return std::chrono::duration<double>(timeSpent_).count(); }
 
   const CaseCounts& Cases() const { return cases_; }
+  /// Of all used cases, added in their order.
+  double TotalWeight() const { return totalWeight_; }
   const std::vector<double>& ClassWeights() const { return classWeights_; }
   double TargetMissingWeight() const { return targetMissingWeight_; }
   /// By position among the attributes.

@@ -4,9 +4,12 @@
 #include <mcbinning/mcbinning.h>
 #include <mccomvor/missing_value.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -131,10 +134,11 @@ void takeRecord(const BINAttributeTargetResults& record, std::size_t categories,
                 AttributeModel& attribute) {
   takeResults(record, attribute);
   const auto& rows = record.GetCellCounts();
+  require(rows.size() == attribute.bins.size(), "to count every bin");
   for (std::size_t bin = 0; bin < attribute.bins.size(); ++bin) {
     // An attribute that was not searched has an empty row; categories that no used case carries
     // may lack their columns.
-    std::vector<double> row = bin < rows.size() ? rows[bin] : std::vector<double>();
+    std::vector<double> row = rows[bin];
     row.resize(categories + 1, 0.0);
     attribute.bins[bin].weight = row.front();
     attribute.bins[bin].classWeights.assign(row.begin() + 1, row.end());
@@ -148,7 +152,9 @@ void takeRecord(const BINAttributeTargetResults& record, std::size_t categories,
 void takeRecord(const BINAttributeResults& record, AttributeModel& attribute) {
   takeResults(record, attribute);
   const std::vector<double>& weights = record.GetCellCounts();
-  for (std::size_t bin = 0; bin < attribute.bins.size() && bin < weights.size(); ++bin) {
+  if (weights.empty()) return;  // no case has a value
+  require(weights.size() == attribute.bins.size(), "to count every bin");
+  for (std::size_t bin = 0; bin < attribute.bins.size(); ++bin) {
     attribute.bins[bin].weight = weights[bin];
   }
 }
@@ -159,8 +165,37 @@ void checkRun(const RunSetting& run, const MCBinning::MCStatus& status) {
   throwIfRunFailed(status);
 }
 
-void checkQuery(const MCBinning::MCStatus& status) {
-  if (status.GetErrorCode() == 120020) throw std::runtime_error("the library left no results");
+/// Whether each of the run's column files holds a double for every used case; true, too, when the
+/// directory cannot be read.
+bool filesAreWhole(const RunSetting& run, std::size_t columns) {
+  const std::uintmax_t size = sizeof(double) * run.feed.Cases().used;
+  std::error_code unreadable;
+  std::size_t whole = 0;
+  for (const auto& file : std::filesystem::directory_iterator(run.directory.Path(), unreadable)) {
+    std::error_code gone;
+    if (file.file_size(gone) == size && !gone) ++whole;
+  }
+  return unreadable || whole >= columns;
+}
+
+std::size_t columnsOf(const Model& model) {
+  return model.attributes.size() + (model.target ? 1 : 0) + (model.weight ? 1 : 0);
+}
+
+/// Goes over the records, of which there is one for each attribute, and lets `take` file them.
+template <class Results, class Take>
+void takeRecords(const std::vector<Results>& records, const RunSetting& run, Model& model,
+                 Take take) {
+  require(records.size() == model.attributes.size(), "to bin every attribute");
+  for (std::size_t a = 0; a < records.size(); ++a) {
+    AttributeModel& attribute = model.attributes[a];
+    const MCBinning::MCStatus status = records[a].GetStatus();
+    if (status.IsError()) {
+      throwIfAttributeFailed(status, attribute.name, filesAreWhole(run, columnsOf(model)));
+    }
+    take(records[a], attribute);
+    require(attribute.totalWeightWithMissing == run.feed.TotalWeight(), "to count every case");
+  }
 }
 
 void runSupervised(RunSetting& run, Model& model) {
@@ -177,10 +212,10 @@ void runSupervised(RunSetting& run, Model& model) {
   model.library = algorithm->GetVersion();
   checkRun(run, algorithm->Run(run.feed, nullptr, nullptr));
   std::vector<BINAttributeTargetResults> records;
-  checkQuery(algorithm->GetOutput()->GetAllCutPoints(records));
-  for (std::size_t a = 0; a < model.attributes.size(); ++a) {
-    takeRecord(records.at(a), model.target->categories.size(), model.attributes[a]);
-  }
+  algorithm->GetOutput()->GetAllCutPoints(records);
+  takeRecords(records, run, model, [&](const auto& record, AttributeModel& attribute) {
+    takeRecord(record, model.target->categories.size(), attribute);
+  });
 }
 
 void runEqualFrequency(RunSetting& run, Model& model) {
@@ -194,10 +229,9 @@ void runEqualFrequency(RunSetting& run, Model& model) {
   model.library = algorithm->GetVersion();
   checkRun(run, algorithm->Run(run.feed, nullptr));
   std::vector<BINAttributeResults> records;
-  checkQuery(algorithm->GetOutput()->GetAllCutPoints(records));
-  for (std::size_t a = 0; a < model.attributes.size(); ++a) {
-    takeRecord(records.at(a), model.attributes[a]);
-  }
+  algorithm->GetOutput()->GetAllCutPoints(records);
+  takeRecords(records, run, model,
+              [](const auto& record, AttributeModel& attribute) { takeRecord(record, attribute); });
 }
 
 }  // namespace

@@ -28,17 +28,31 @@ std::string reasonOf(long code) {
     case 120019:
       return "not cut: the values are too few or too unevenly spread for another bin";
     default:
-      return fmt::format("not cut: status {} of the binning library", code);
+      return fmt::format("warning {} of the binning library", code);
   }
 }
 
 }  // namespace
 
 AttributeStatus attributeStatus(const MCBinning::MCStatus& status) {
-  const Severity severity = status.IsOK()        ? Severity::Ok
-                            : status.IsWarning() ? Severity::Warning
-                                                 : Severity::Error;
+  const Severity severity = status.IsOK() ? Severity::Ok : Severity::Warning;
   return {status.GetErrorCode(), severity, reasonOf(status.GetErrorCode())};
+}
+
+void throwIfAttributeFailed(const MCBinning::MCStatus& status, const std::string& name,
+                            bool filesAreWhole) {
+  if (!status.IsError()) return;
+  if (status.GetErrorCode() != 3) {
+    throw std::runtime_error(
+        fmt::format("status {} of the binning library for column {}", status.GetErrorCode(), name));
+  }
+  if (filesAreWhole) {
+    throw DataError(fmt::format("cannot bin column {}: memory or file descriptors ran out", name));
+  }
+  throw DataError(
+      fmt::format("cannot bin column {}: the temporary files in {} are not whole: is the disk "
+                  "full? TMPDIR names another directory",
+                  name, temporaryRoot()));
 }
 
 void throwIfRunFailed(const MCBinning::MCStatus& status) {

@@ -10,8 +10,14 @@
 
 namespace mcbin {
 
-/// How the binning of one attribute ended.
+/// How the binning of one attribute ended that did not end in error.
 AttributeStatus attributeStatus(const MCBinning::MCStatus& status);
+
+/// Throws what the error of the attribute `name` amounts to: DataError or, for what a right host
+/// never meets, std::runtime_error. `filesAreWhole` tells whether the run's temporary files are as
+/// long as they must be. Returns for OK and for warnings.
+void throwIfAttributeFailed(const MCBinning::MCStatus& status, const std::string& name,
+                            bool filesAreWhole);
 
 /// Throws what the error of a whole run amounts to: DataError or, for what a right host never
 /// meets, std::runtime_error. Returns for OK and for warnings.

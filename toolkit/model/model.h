@@ -48,9 +48,10 @@ struct WeightedCounts {
   std::vector<double> classWeights;
 };
 
-enum class Severity { Ok, Warning, Error };
-inline constexpr Choice<Severity> kSeverities[] = {
-    {"ok", Severity::Ok}, {"warning", Severity::Warning}, {"error", Severity::Error}};
+/// An attribute that ends in error has no place in a model.
+enum class Severity { Ok, Warning };
+inline constexpr Choice<Severity> kSeverities[] = {{"ok", Severity::Ok},
+                                                   {"warning", Severity::Warning}};
 
 /// How the binning of one attribute ended.
 struct AttributeStatus {

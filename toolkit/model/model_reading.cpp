@@ -39,7 +39,9 @@ WeightedCounts readCounts(const JsonNode& node, std::size_t categories) {
 AttributeStatus readStatus(const JsonNode& node) {
   AttributeStatus status;
   status.code = node["code"].Integer(0, kMaxInt);
-  status.severity = node["severity"].OneOf(kSeverities);
+  const JsonNode severity = node["severity"];
+  if (severity.Text() == "error") severity.Fail("is \"error\": no bins were found; fit it again");
+  status.severity = severity.OneOf(kSeverities);
   status.reason = node["reason"].Text();
   return status;
 }

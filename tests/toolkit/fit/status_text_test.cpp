@@ -21,15 +21,26 @@ TEST(StatusText, AnAttributesStatusKeepsCodeAndSeverity) {
   EXPECT_EQ(uncut.code, 120017);
   EXPECT_EQ(uncut.severity, Severity::Warning);
   EXPECT_EQ(uncut.reason, "not cut: no cut tells the target's categories apart well enough");
-  const AttributeStatus failed = attributeStatus(MCStatus(3, false));
-  EXPECT_EQ(failed.severity, Severity::Error);
-  EXPECT_EQ(failed.reason, "not cut: status 3 of the binning library");
 }
 
 TEST(StatusText, EveryWarningOfAnAttributeHasItsWords) {
   for (long code : {120002L, 120014L, 120015L, 120016L, 120017L, 120019L}) {
-    EXPECT_EQ(attributeStatus(MCStatus(code, true)).reason.find("status"), std::string::npos);
+    EXPECT_EQ(attributeStatus(MCStatus(code, true)).reason.find("library"), std::string::npos);
   }
+  EXPECT_EQ(attributeStatus(MCStatus(7, true)).reason, "warning 7 of the binning library");
+}
+
+TEST(StatusText, AnAttributesErrorIsThrown) {
+  EXPECT_NO_THROW(throwIfAttributeFailed(MCStatus(), "a", true));
+  EXPECT_NO_THROW(throwIfAttributeFailed(MCStatus(120017, true), "a", true));
+  EXPECT_EQ(messageOf<DataError>([] { throwIfAttributeFailed(MCStatus(3, false), "a", true); }),
+            "cannot bin column a: memory or file descriptors ran out");
+  EXPECT_EQ(messageOf<DataError>([] { throwIfAttributeFailed(MCStatus(3, false), "a", false); }),
+            "cannot bin column a: the temporary files in " + temporaryRoot() +
+                " are not whole: is the disk full? TMPDIR names another directory");
+  EXPECT_EQ(messageOf<std::runtime_error>(
+                [] { throwIfAttributeFailed(MCStatus(120013, false), "a", true); }),
+            "status 120013 of the binning library for column a");
 }
 
 TEST(StatusText, WarningsDoNotEndARun) {

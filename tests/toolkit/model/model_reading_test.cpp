@@ -95,6 +95,8 @@ TEST(ModelReading, WrongValuesNameTheirPlace) {
        [](Json& j) { j["options"]["bins"] = 2.5; }},
       {"m: schemaVersion must be a whole number from 1 to 2147483647",
        [](Json& j) { j["schemaVersion"] = 0; }},
+      {"m: attributes[1].status.severity is \"error\": no bins were found; fit it again",
+       [](Json& j) { j["attributes"][1]["status"]["severity"] = "error"; }},
       {"m: program must be a text", [](Json& j) { j["program"] = 1; }},
       {"m: leftOut must be an array", [](Json& j) { j["leftOut"] = 1; }},
   };

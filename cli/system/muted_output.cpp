@@ -1,0 +1,35 @@
+#include "cli/system/muted_output.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+
+#include "toolkit/errors.h"
+
+namespace mcbin {
+
+MutedStandardOutput::MutedStandardOutput() : kept_(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)) {
+  const int nowhere = kept_ < 0 ? -1 : ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (nowhere < 0) {
+    const int error = errno;
+    if (kept_ >= 0) ::close(kept_);
+    throw DataError(fmt::format("cannot open /dev/null: {}", std::strerror(error)));
+  }
+  std::fflush(stdout);
+  ::dup2(nowhere, STDOUT_FILENO);
+  ::close(nowhere);
+}
+
+MutedStandardOutput::~MutedStandardOutput() {
+  std::cout.flush();
+  std::fflush(stdout);
+  ::dup2(kept_, STDOUT_FILENO);
+  ::close(kept_);
+}
+
+}  // namespace mcbin
