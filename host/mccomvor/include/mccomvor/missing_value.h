@@ -5,8 +5,9 @@
 
 namespace MCMV {
 
-/// The system-missing value of scale cells, compared by plain equality. A host may choose any
-/// double; this stand-in uses the most negative finite one.
+/// The system-missing value of a cell, compared by plain equality. A host may choose any double
+/// that is no value, weight or category code (0 to 255) of its data. NaN will not do, since it
+/// equals nothing. This stand-in uses the most negative finite double.
 extern MCCOMVOR_API const double gMissingValue;
 
 }  // namespace MCMV
