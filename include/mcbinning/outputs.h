@@ -33,7 +33,8 @@ class MCBINNING_API BINAttributeTargetResults final {
 
   /// One row for each bin (number of cut points + 1), ascending by value. As the algorithm fills
   /// it, a row holds the bin's total weight, then the weight of each target category in code
-  /// order. A pair without counts has one empty row.
+  /// order. A pair without counts has one empty row. Rows beyond the outermost pre-bins lie in no
+  /// bin (warning 120002, which 120014, 120016 and 120017 replace).
   const std::vector<std::vector<double>>& GetCellCounts() const;
 
   /// Number of distinct values of the attribute among the valid cases.
@@ -134,11 +135,14 @@ class MCBINNING_API BINAttributeResults final {
   const MCBinning::MCStatus& GetStatus() const;
   int GetAttributeIndex() const;
 
-  /// The borders between the bins, ascending; empty when the attribute stays one bin.
+  /// The borders between the bins, ascending; empty when the attribute stays one bin. Neighbours
+  /// whose sum overflows make an infinite one, which may stand out of order; NaN neighbours, or
+  /// -infinity and +infinity, a NaN.
   const std::vector<double>& GetCutPoints() const;
 
   /// The weight of each bin, ascending by value: one more than there are cut points, or none when
-  /// nothing was counted.
+  /// nothing was counted. With neighbouring, huge or infinite values, or where sums round, they can
+  /// differ from the weight of the rows between the cut points and add up to less than the total.
   const std::vector<double>& GetCellCounts() const;
 
   /// Number of distinct values of the attribute among the valid cases.

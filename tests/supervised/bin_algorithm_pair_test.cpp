@@ -7,6 +7,7 @@
 #include <fstream>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "support/supervised_run.h"
 
@@ -212,16 +213,30 @@ TEST(BINAlgorithmPairTest, WeightsThatSomebodyMadeZeroInTheirFileMakeNoPreBins) 
 }
 
 TEST(BINAlgorithmPairTest, RowsBeyondThePreBinsGiveWarning120002AndTheRestIsSearched) {
-  PairRun run({{1, 0}, {2, 0}, {3, 0}, {4, 1}, {5, 1}, {kInf, 1}});
+  constexpr double kLargest = std::numeric_limits<double>::max();
+  for (const auto& [beyond, closed] : {std::pair{kInf, true}, {kInf, false}, {kLargest, false}}) {
+    PairRun run({{1, 0}, {2, 0}, {3, 0}, {4, 1}, {5, 1}, {beyond, 1}});
+    run.settings.SetNumDistinctValueThreshold(3);
+    run.settings.SetNumberOfBins(2);
+    run.settings.SetRightBorderClosed(closed);
+    EXPECT_EQ(run.Run(), MCStatus(120018, true));
+    const auto result = run.OnlyResult();
+    EXPECT_EQ(result.GetStatus(), MCStatus(120002, true));
+    EXPECT_THAT(result.GetCutPoints(), ElementsAre(3.5));
+    EXPECT_THAT(result.GetCellCounts(), ElementsAre(ElementsAre(3, 3, 0), ElementsAre(2, 0, 2)));
+    EXPECT_EQ(result.GetTotalWeight(), 6.0);
+    EXPECT_EQ(result.GetMaximum(), beyond);
+  }
+}
+
+TEST(BINAlgorithmPairTest, RowsUpToAnInfinitePreBinBorderAreNotCounted) {
+  PairRun run({{1, 0}, {1.2e308, 0}, {1.5e308, 1}, {1.7e308, 1}});
   run.settings.SetNumDistinctValueThreshold(3);
   run.settings.SetNumberOfBins(2);
-  EXPECT_EQ(run.Run(), MCStatus(120018, true));
-  const auto result = run.OnlyResult();
-  EXPECT_EQ(result.GetStatus(), MCStatus(120002, true));
-  EXPECT_THAT(result.GetCutPoints(), ElementsAre(3.5));
-  EXPECT_THAT(result.GetCellCounts(), ElementsAre(ElementsAre(3, 3, 0), ElementsAre(2, 0, 2)));
-  EXPECT_EQ(result.GetTotalWeight(), 6.0);
-  EXPECT_EQ(result.GetMaximum(), kInf);
+  run.Run();
+  EXPECT_EQ(run.OnlyResult().GetStatus(), MCStatus(120017, true));
+  EXPECT_THAT(run.OnlyResult().GetCellCounts(), ElementsAre(ElementsAre(0, 0, 0)));
+  EXPECT_EQ(run.OnlyResult().GetTotalWeight(), 4.0);
 }
 
 TEST(BINAlgorithmPairTest, WarningOfTheSearchReplacesTheOneOfCountingPreBins) {

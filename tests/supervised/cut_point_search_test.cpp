@@ -139,6 +139,20 @@ TEST(CutPointSearchTest, WinningPositionWithAnEmptyRightPartIsNotApplied) {
   EXPECT_THAT(inner.bins.cutPoints, ElementsAre(2));
 }
 
+TEST(CutPointSearchTest, WeightBelowTwoCanLeaveABinWithoutWeight) {
+  EXPECT_THAT(searchPreBins({-9, 1, 9}, {0, 0, 1.5, 0}, 2).bins.counts,
+              ElementsAre(0, 0, 0, 1.5, 1.5, 0));
+  EXPECT_THAT(searchPreBins({-9, 1, 9}, {0, 0, 2, 0}, 2).bins.cutPoints, IsEmpty());
+}
+
+TEST(CutPointSearchTest, ExchangedCodesCanMoveTheCutsOfFractionalWeights) {
+  ASSERT_LT(0.4 + 0.3 + 0.2 + 0.1, 0.3 + 0.4 + 0.1 + 0.2);
+  const Outcome one = searchRows({{1, 0, 0.3}, {1, 1, 0.4}, {2, 0, 0.1}, {2, 1, 0.2}}, 2);
+  const Outcome other = searchRows({{1, 1, 0.3}, {1, 0, 0.4}, {2, 1, 0.1}, {2, 0, 0.2}}, 2);
+  EXPECT_THAT(one.bins.cutPoints, ElementsAre(1));
+  EXPECT_THAT(other.bins.cutPoints, IsEmpty());
+}
+
 TEST(CutPointSearchTest, SideThatEndsNearerIsAddedUp) {
   // Added up, the left side has a second category, with which the split is rejected; taken from
   // the whole it would have lost the category to rounding.

@@ -239,6 +239,24 @@ TEST(EFPreProcessTest, InfiniteMidpointsAreOneCutPoint) {
   expectCuts(cutTriples(rows, 4, true), {kInfinity}, {});
 }
 
+TEST(EFPreProcessTest, OverflowingMidpointsNeedNotAscend) {
+  expectCuts(cutPairs(rowsOf({1e308, 1.5e308, 1.6e308, 1.7e308}, {1, 1, 3, 3}), 4, true),
+             {kInfinity, 1.6e308}, {2, 3, 3});
+  expectCuts(cutPairs(rowsOf({-1.7e308, -1.6e308, -1.5e308}, {3, 1, 4}), 4, true),
+             {-1.7e308, -kInfinity}, {3, 1, 4});
+  // Left out as repetitions, with the weight before them.
+  expectCuts(cutPairs(rowsOf({1e308, 1.5e308, 1.6e308, 1.7e308}), 4, true), {kInfinity}, {1, 1});
+}
+
+TEST(EFPreProcessTest, MidpointOnANeighbourCountsTheRowsOfThatValueOnItsOtherSide) {
+  const double greater = 0.1 + 0.2;
+  ASSERT_EQ((0.3 + greater) / 2, greater);
+  expectCuts(cutPairs(rowsOf({0.1, 0.3, greater, 0.7}), 2, true), {greater}, {2, 2});
+  const double next = std::nextafter(greater, 1.0);
+  ASSERT_EQ((greater + next) / 2, greater);
+  expectCuts(cutPairs(rowsOf({0.1, greater, next, 0.7}), 2, false), {greater}, {2, 2});
+}
+
 TEST(EFPreProcessTest, InfiniteTotalEnds) {
   const auto rows = rowsOf({1, 2, 3}, {1e308, 1e308, 1e308});
   EXPECT_TRUE(cutPairs(rows, 3, true).done);
