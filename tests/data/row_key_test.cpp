@@ -6,7 +6,8 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <random>
+
+#include "random/random_runs.h"
 
 namespace {
 
@@ -41,13 +42,11 @@ TEST(RowKeyTest, NaNIsNeverTheSameValue) {
 }
 
 TEST(RowKeyTest, EveryNumberComesBackFromItsKey) {
-  constexpr std::uint64_t kSeed = 5;
-  std::mt19937_64 random(kSeed);
-  for (int i = 0; i < 10000; ++i) {
-    const auto value = std::bit_cast<double>(std::uint64_t{random()});
+  mcbinning_tests::forRandomRuns(10000, [](mcbinning_tests::Choices& choices) {
+    const double value = choices.AnyBits();
     const double back = ValueOf(KeyOf(value));
     EXPECT_TRUE(back == value || (std::isnan(back) && std::isnan(value))) << value;
-  }
+  });
 }
 
 }  // namespace

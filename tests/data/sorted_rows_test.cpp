@@ -3,13 +3,9 @@
 #include <gtest/gtest.h>
 #include <mccomvor/missing_value.h>
 
-#include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <random>
-#include <string>
 #include <vector>
 
 #include "support/plain_rows.h"
@@ -159,41 +155,6 @@ TEST(SortedRowsTest, FillAndClearForgetTheRowsBefore) {
   EXPECT_EQ(rows.Weight(0), 2.5);
   rows.Clear();
   EXPECT_EQ(rows.Size(), 0U);
-}
-
-TEST(SortedRowsTest, RandomBitPatternsAreOrderedLikeByTheDirectRule) {
-  constexpr std::uint64_t kSeed = 20240711;
-  RecordProperty("seed", std::to_string(kSeed));
-  std::mt19937_64 random(kSeed);
-  for (const std::size_t size : {1U, 2U, 17U, 255U, 256U, 4097U}) {
-    std::vector<double> values(size);
-    for (double& value : values) {
-      const std::uint64_t bits = random();
-      value = bits % 3 == 0 ? static_cast<double>(static_cast<int>(bits >> 32) % 5)
-                            : std::bit_cast<double>(bits);
-    }
-    std::vector<std::size_t> order(size);
-    for (std::size_t i = 0; i < size; ++i) {
-      order[i] = i;
-    }
-    std::sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
-      const double a = values[left];
-      const double b = values[right];
-      if (std::isnan(a) != std::isnan(b)) {
-        return std::isnan(b);
-      }
-      return a < b || (!(b < a) && left < right);
-    });
-    const SortedRows rows = sorted(values);
-    for (std::size_t row = 0; row < size; ++row) {
-      const double expected = values[order[row]];
-      ASSERT_TRUE(rows.Value(row) == expected ||
-                  (std::isnan(rows.Value(row)) && std::isnan(expected)))
-          << "row " << row << " of " << size;
-      ASSERT_EQ(rows.Weight(row), static_cast<double>(order[row]) + 0.5);
-      ASSERT_EQ(rows.Code(row), static_cast<int>(order[row] % 256));
-    }
-  }
 }
 
 }  // namespace

@@ -12,9 +12,9 @@
 #include <utility>
 #include <vector>
 
-#include "fuzz/check.h"
+#include "random/agreement.h"
 
-namespace fuzz {
+namespace mcbinning_tests {
 
 namespace {
 
@@ -118,8 +118,8 @@ void checkRecord(const BINAttributeResults& record, bool cellsAreWhole) {
 }
 
 // One record for each pair asked for, in order.
-void checkPairs(const std::vector<BINAttributeTargetResults>& records,
-                const plain_model::Request& request, bool isComplete) {
+void checkPairs(const std::vector<BINAttributeTargetResults>& records, const Request& request,
+                bool isComplete) {
   if (!request.attributes) {
     std::set<std::pair<int, int>> pairs;
     for (const BINAttributeTargetResults& record : records) {
@@ -138,8 +138,8 @@ void checkPairs(const std::vector<BINAttributeTargetResults>& records,
   }
 }
 
-void checkPairs(const std::vector<BINAttributeResults>& records,
-                const plain_model::Request& request, bool isComplete) {
+void checkPairs(const std::vector<BINAttributeResults>& records, const Request& request,
+                bool isComplete) {
   if (!request.attributes) {
     for (std::size_t i = 1; i < records.size(); ++i) {
       check(records[i - 1].GetAttributeIndex() < records[i].GetAttributeIndex(), "in list order");
@@ -172,7 +172,7 @@ std::vector<Record> recordsFrom(const Output& output, std::size_t first) {
 
 }  // namespace
 
-void checkRecords(const BINOutput& output, std::size_t first, const plain_model::Request& request,
+void checkRecords(const BINOutput& output, std::size_t first, const Request& request,
                   const RunFacts& facts) {
   const auto records = recordsFrom<BINAttributeTargetResults>(output, first);
   checkPairs(records, request, facts.isComplete);
@@ -184,7 +184,7 @@ void checkRecords(const BINOutput& output, std::size_t first, const plain_model:
   }
 }
 
-void checkRecords(const EFBINOutput& output, std::size_t first, const plain_model::Request& request,
+void checkRecords(const EFBINOutput& output, std::size_t first, const Request& request,
                   const RunFacts& facts) {
   const auto records = recordsFrom<BINAttributeResults>(output, first);
   checkPairs(records, request, facts.isComplete);
@@ -197,15 +197,14 @@ void checkRecords(const EFBINOutput& output, std::size_t first, const plain_mode
   }
 }
 
-bool hasWholeCells(const plain_model::Request& request) {
+bool hasWholeCells(const Request& request) {
   constexpr double kModerate = 1e6;
   const auto isOrdinary = [](double cell) {
     return cell == MCMV::gMissingValue || (cell == std::floor(cell) && std::abs(cell) < kModerate);
   };
-  return std::all_of(request.cases.begin(), request.cases.end(),
-                     [&isOrdinary](const plain_model::Case& cells) {
-                       return std::all_of(cells.begin(), cells.end(), isOrdinary);
-                     });
+  return std::all_of(request.cases.begin(), request.cases.end(), [&isOrdinary](const Case& cells) {
+    return std::all_of(cells.begin(), cells.end(), isOrdinary);
+  });
 }
 
-}  // namespace fuzz
+}  // namespace mcbinning_tests

@@ -6,9 +6,9 @@
 
 #include <cstddef>
 
-#include "plain_model/random_run.h"
+#include "random/random_run.h"
 
-namespace fuzz {
+namespace mcbinning_tests {
 
 struct RunFacts {
   bool isComplete;     // the run was not ended by an error
@@ -17,15 +17,15 @@ struct RunFacts {
 
 /// Reads everything from record `first` on, the records that the request made, in every way that
 /// there is.
-void checkRecords(const BINOutput& output, std::size_t first, const plain_model::Request& request,
+void checkRecords(const BINOutput& output, std::size_t first, const Request& request,
                   const RunFacts& facts);
-void checkRecords(const EFBINOutput& output, std::size_t first, const plain_model::Request& request,
+void checkRecords(const EFBINOutput& output, std::size_t first, const Request& request,
                   const RunFacts& facts);
 
 /// Whether all cells of the request's cases that are not missing are whole numbers of moderate
 /// size.
-bool hasWholeCells(const plain_model::Request& request);
+bool hasWholeCells(const Request& request);
 
-}  // namespace fuzz
+}  // namespace mcbinning_tests
 
 #endif

@@ -2,42 +2,27 @@
 // them, once or several times. Either everything that can be read must agree with the plain model,
 // or files, iterator, listener and cancel query misbehave; then nothing may be left behind. In both
 // ways the results must be consistent.
-#include <mccomvor/missing_value.h>
-
 #include <iostream>
 #include <limits>
 #include <memory>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "ef/ef_bin_algorithm.h"
-#include "fuzz/check.h"
-#include "fuzz/input.h"
 #include "fuzz/run_checks.h"
-#include "fuzz/run_input.h"
-#include "plain_model/comparison.h"
+#include "random/agreement.h"
+#include "random/run_comparison.h"
 #include "supervised/bin_algorithm.h"
 #include "support/failing_file_system.h"
 #include "support/host_objects.h"
 #include "support/memory_file_system.h"
 #include "support/vector_cases.h"
 
+namespace mcbinning_tests {
 namespace {
 
-using fuzz::check;
-using fuzz::Input;
 using MCBinning::MCStatus;
-using mcbinning_tests::FailingFileSystem;
-using mcbinning_tests::FileOperation;
-using mcbinning_tests::MemoryFileSystem;
-using plain_model::RandomRun;
-using plain_model::Request;
-
-const std::vector<int>* pointerTo(const std::optional<std::vector<int>>& selection) {
-  return selection ? &*selection : nullptr;
-}
 
 MCStatus run(MCBinning::BINAlgorithm& algorithm, BINCaseIterator& cases, const Request& request) {
   return algorithm.Run(cases, pointerTo(request.attributes), pointerTo(request.targets));
@@ -52,8 +37,8 @@ class RecordChecks {
  public:
   template <typename Output>
   void Check(const Output& output, const Request& request, const MCStatus& status) {
-    cellsAreWhole_ = cellsAreWhole_ && fuzz::hasWholeCells(request);
-    fuzz::checkRecords(output, checked_, request, {!status.IsError(), cellsAreWhole_});
+    cellsAreWhole_ = cellsAreWhole_ && hasWholeCells(request);
+    checkRecords(output, checked_, request, {!status.IsError(), cellsAreWhole_});
     checked_ = CountOf(output);
   }
 
@@ -74,7 +59,7 @@ class RecordChecks {
 };
 
 // Lets the factories judge the list and puts the algorithms' files into memory.
-class MemoryHost final : public plain_model::ComparisonHost {
+class MemoryHost final : public ComparisonHost {
  public:
   explicit MemoryHost(MemoryFileSystem& files) : files_(files) {}
 
@@ -108,29 +93,29 @@ void compareRun(RandomRun& run) {
   MemoryFileSystem files;
   MemoryHost host(files);
   plain_model::Events events;
-  const std::string difference = plain_model::compareWithLibrary(run, "temp", host, events);
-  if (!difference.empty()) {
-    std::cerr << describe(run) << difference << std::endl;
+  try {
+    compareWithLibrary(run, "temp", host, events);
+  } catch (const Difference& difference) {
+    std::cerr << run << difference.what() << std::endl;
+    throw;
   }
-  check(difference.empty(), "library and model agree");
   check(files.Files() == 0 && files.OpenFiles() == 0, "no file is left");
 }
 
 // What goes wrong in a disturbed run; numbers count calls from 1.
 struct Disturbance {
-  explicit Disturbance(Input& input)
-      : operation(static_cast<FileOperation>(
-            input.Below(static_cast<int>(mcbinning_tests::kFileOperations) - 1))),
-        failFrom(When(input, 40)),
-        failures(When(input, 3)),
-        room(input.OneIn(4) ? When(input, 8000) : std::numeric_limits<std::size_t>::max()),
-        throwAtHasNext(When(input, 60)),
-        throwAtNext(When(input, 60)),
-        throwAtQuestion(When(input, 80)),
-        cancelFrom(input.OneIn(3) ? When(input, 80) : 0),
-        throwAtReport(When(input, 40)),
-        cancelAtReport(input.OneIn(4)),
-        directory(input.Text()) {}
+  explicit Disturbance(Choices& choices)
+      : operation(static_cast<FileOperation>(choices.Below(static_cast<int>(kFileOperations) - 1))),
+        failFrom(When(choices, 40)),
+        failures(When(choices, 3)),
+        room(choices.OneIn(4) ? When(choices, 8000) : std::numeric_limits<std::size_t>::max()),
+        throwAtHasNext(When(choices, 60)),
+        throwAtNext(When(choices, 60)),
+        throwAtQuestion(When(choices, 80)),
+        cancelFrom(choices.OneIn(3) ? When(choices, 80) : 0),
+        throwAtReport(When(choices, 40)),
+        cancelAtReport(choices.OneIn(4)),
+        directory(choices.Text()) {}
 
   FileOperation operation;
   std::size_t failFrom;
@@ -145,8 +130,8 @@ struct Disturbance {
   std::string directory;
 
  private:
-  static std::size_t When(Input& input, int most) {
-    return input.Flag() ? 0 : static_cast<std::size_t>(input.Between(1, most));
+  static std::size_t When(Choices& choices, int most) {
+    return choices.Flag() ? 0 : static_cast<std::size_t>(choices.Between(1, most));
   }
 };
 
@@ -163,9 +148,9 @@ void runDisturbed(RandomRun& made, const Disturbance& disturbance) {
     files.FailAt(disturbance.operation, disturbance.failFrom, disturbance.failures);
   }
   files.LimitRoom(disturbance.room);
-  mcbinning_tests::CountingQuery query(disturbance.cancelFrom);
+  CountingQuery query(disturbance.cancelFrom);
   query.ThrowAt(disturbance.throwAtQuestion);
-  mcbinning_tests::RecordingListener listener;
+  RecordingListener listener;
   listener.throwAt = disturbance.throwAtReport;
   Settings settings;
   apply(made.requests.front().settings, settings);
@@ -174,14 +159,14 @@ void runDisturbed(RandomRun& made, const Disturbance& disturbance) {
   settings.SetNSkippedCasesReports(7);
   settings.SetTempDirName(disturbance.directory);
   {
-    Algorithm algorithm(settings, made.hostList, files);
+    Algorithm algorithm(settings, made.list.host, files);
     if (disturbance.cancelAtReport) {
       listener.hook = [&algorithm] { algorithm.Cancel(); };
     }
     RecordChecks checks;
     for (const Request& request : made.requests) {
       apply(request.settings, *algorithm.GetSettings());
-      mcbinning_tests::VectorCases cases(request.cases);
+      VectorCases cases(request.cases);
       cases.ThrowAtHasNext(disturbance.throwAtHasNext);
       cases.ThrowAtNext(disturbance.throwAtNext);
       const MCStatus status = run(algorithm, cases, request);
@@ -196,26 +181,34 @@ void runDisturbed(RandomRun& made, const Disturbance& disturbance) {
   check(memory.Files() == 0, "no file is left");
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  Input input(bytes, size);
-  if (!input.OneIn(4)) {
-    RandomRun made = fuzz::makeRun(input);
-    compareRun(made);
-    return 0;
+void runAny(Choices& choices) {
+  if (choices.OneIn(12)) {
+    // More candidates than the bytes of a short input make.
+    choices.GoOnWith(choices.Bits(2));
   }
-  const Disturbance disturbance(input);
-  RandomRun made = fuzz::makeRun(input);
+  if (!choices.OneIn(4)) {
+    RandomRun made = makeRandomRun(choices);
+    return compareRun(made);
+  }
+  const Disturbance disturbance(choices);
+  RandomRun made = makeRandomRun(choices);
   std::vector<int> single;
   std::vector<int> empty;
-  if (!made.hostList.IsValidList(single, empty)) {
-    return 0;  // no factory makes an algorithm of it
+  if (!made.list.host.IsValidList(single, empty)) {
+    return;  // no factory makes an algorithm of it
   }
   if (made.supervised) {
     runDisturbed<MCBinning::BINAlgorithm, BINSettings>(made, disturbance);
   } else {
     runDisturbed<MCBinning::EFBINAlgorithm, EFBINSettings>(made, disturbance);
   }
+}
+
+}  // namespace
+}  // namespace mcbinning_tests
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  mcbinning_tests::Choices choices({bytes, size});
+  mcbinning_tests::runAny(choices);
   return 0;
 }

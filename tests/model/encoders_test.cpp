@@ -8,7 +8,6 @@
 #include <cmath>
 #include <limits>
 #include <memory>
-#include <random>
 #include <type_traits>
 
 #include "support/counting_user_missing.h"
@@ -138,30 +137,6 @@ TEST(CatNumEncoderTest, AllNaNAreOneValueAfterAllNumbers) {
   EXPECT_EQ(encoder.EncodeConst(kNaN), 1.0);
   EXPECT_EQ(encoder.GetNumberOfCategories(), 4);
   EXPECT_TRUE(std::isnan(encoder.Decode(1)));
-}
-
-TEST(CatNumEncoderTest, RandomValuesWithNaNKeepOneCodeEach) {
-  const unsigned int seed = 20240611;
-  SCOPED_TRACE(seed);
-  std::mt19937 random(seed);
-  BINCatNumEncoder encoder(0);
-  std::vector<double> values;  // by code, searched from the front
-  for (int i = 0; i < 5000; ++i) {
-    const int drawn = static_cast<int>(random() % 40);
-    const double value = drawn == 0 ? kNaN : drawn - 20.0;
-    const auto isSame = [value](double known) {
-      return known == value || (std::isnan(known) && std::isnan(value));
-    };
-    const auto known = std::find_if(values.begin(), values.end(), isSame);
-    const auto expected = static_cast<double>(known - values.begin());
-    if (known == values.end()) {
-      EXPECT_EQ(encoder.EncodeConst(value), -1.0);
-      values.push_back(value);
-    }
-    ASSERT_EQ(encoder.Encode(value), expected);
-    ASSERT_EQ(encoder.EncodeConst(value), expected);
-  }
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 40);
 }
 
 TEST(CatNumEncoderTest, LabelsAreSetWholeOrOneByOne) {

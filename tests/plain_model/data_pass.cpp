@@ -1,4 +1,4 @@
-// The variable list's bookkeeping and the single pass over the cases.
+// The check of the list and the single pass over the cases.
 #include <mccomvor/missing_value.h>
 
 #include <algorithm>
@@ -79,7 +79,7 @@ void processTarget(const VariableList& list, const Case& host, PreparedData& dat
     events.Count(Event::kMissingTarget);
   } else if (storeCode(raw, 0, data, cells)) {
     events.Count(Event::kTargetCodeRefused);
-    const bool goesOn = list.categoricalVariables >= 2;
+    const bool goesOn = list.categorical >= 2;
     result.status = goesOn ? warning(120012, list.target) : error(120012, list.target);
   }
 }
@@ -87,7 +87,7 @@ void processTarget(const VariableList& list, const Case& host, PreparedData& dat
 void processAttribute(const Variable& variable, double raw, std::size_t column, PreparedData& data,
                       Case& cells, CaseResult& result, Events& events) {
   if (variable.level == kScaleLevel) {
-    const bool userMissing = variable.kind == Kind::kScale && variable.missing.Contains(raw);
+    const bool userMissing = variable.kind == Kind::kScale && variable.IsMissing(raw);
     cells[column] = userMissing ? MCMV::gMissingValue : raw;
     events.CountIf(userMissing, Event::kUserMissingValue);
   } else if (raw == MCMV::gMissingValue || raw == -1.0) {
@@ -105,7 +105,7 @@ CaseResult processCase(const VariableList& list, const Case& host, PreparedData&
   CaseResult result;
   if (list.weight >= 0) {
     const auto index = static_cast<std::size_t>(list.weight);
-    const std::optional<double> weight = encodeWeight(list.At(list.weight), host[index]);
+    const std::optional<double> weight = list.At(list.weight).EncodeWeight(host[index]);
     if (!weight) {
       events.Count(Event::kCaseWithoutWeight);
       result.used = false;
@@ -134,7 +134,7 @@ void dropColumnsWithUnknownCodes(const VariableList& list, PreparedData& data, E
   for (std::size_t i = 0; i < list.variables.size(); ++i) {
     if (isCategoricalLevel(list.variables[i].level) && data.columnOf[i] >= 0) {
       const auto column = static_cast<std::size_t>(data.columnOf[i]);
-      if (data.highestCode[column] >= list.variables[i].categories) {
+      if (data.highestCode[column] >= list.variables[i].Categories()) {
         data.columnUsed[column] = false;
         events.Count(Event::kUndeclaredCategory);
       }
@@ -158,114 +158,16 @@ Status warning(int code, int datum) {
   return status;
 }
 
-bool MissingValues::Contains(double x) const {
-  for (const double value : values) {
-    if (value == x) {
-      return true;
-    }
-  }
-  return interval && interval->first <= x && x <= interval->second;
-}
-
-void VariableList::AddCategorical(int level, int categories, int role) {
-  Variable variable;
-  variable.kind = Kind::kCategorical;
-  variable.level = level;
-  variable.role = role;
-  variable.categories = categories;
-  variables.push_back(variable);
-  ++categoricalVariables;
-  if (role == kTargetRole) {
-    target = Size() - 1;
-  }
-}
-
-void VariableList::AddScale(int role, const MissingValues& missing) {
-  Variable variable;
-  variable.role = role;
-  variable.missing = missing;
-  variables.push_back(variable);
-}
-
-void VariableList::AddWeight(int rounding, const MissingValues& missing) {
-  Variable variable;
-  variable.kind = Kind::kWeight;
-  variable.level = kWeightLevel;
-  variable.role = kWeightRole;
-  variable.rounding = rounding;
-  variable.missing = missing;
-  variables.push_back(variable);
-  weight = Size() - 1;
-}
-
-void VariableList::SetRole(int index, int role) {
-  Variable& variable = variables[static_cast<std::size_t>(index)];
-  if (role != kTargetRole) {
-    if (variable.role == kTargetRole) {
-      target = -1;
-    }
-  } else if (target < 0) {
-    target = index;
-  }
-  if (variable.kind != Kind::kWeight) {
-    variable.role = role;
-  }
-}
-
-void VariableList::Remove(int index) {
-  const Variable removed = At(index);
-  variables.erase(variables.begin() + index);
-  if (removed.level != kScaleLevel && index != weight) {
-    --categoricalVariables;
-  }
-  if (removed.role == kTargetRole) {
-    target = -1;
-  } else if (index < target) {
-    --target;
-  }
-  if (index == weight) {
-    weight = -1;
-  } else if (index < weight) {
-    --weight;
-  }
-}
-
-Status checkList(const VariableList& list) {
-  int firstEmpty = -1;
-  int firstSingle = -1;
-  bool hasAttribute = false;
-  for (int i = list.Size() - 1; i >= 0; --i) {
-    const Variable& variable = list.At(i);
-    if (variable.kind == Kind::kCategorical && variable.categories == 1) {
-      firstSingle = i;
-    }
-    if (variable.kind == Kind::kCategorical && variable.categories <= 0) {
-      firstEmpty = i;
-    }
-    hasAttribute = hasAttribute || variable.role == kAttributeRole;
-  }
-  if (hasAttribute && firstEmpty < 0 && firstSingle < 0) {
+Status checkList(VariableList list) {
+  std::vector<int> single;
+  std::vector<int> empty;
+  if (list.IsValid(single, empty)) {
     return {};
   }
   Status status = error(120003);
-  status.discrete[1] = firstEmpty >= 0 ? firstEmpty : firstSingle;
+  empty.insert(empty.end(), single.begin(), single.end());
+  status.discrete[1] = empty.empty() ? -1 : empty.front();
   return status;
-}
-
-std::optional<double> encodeWeight(const Variable& weight, double raw) {
-  if (raw == MCMV::gMissingValue || weight.missing.Contains(raw) || !std::isfinite(raw)) {
-    return std::nullopt;
-  }
-  double rounded = raw;
-  if (weight.rounding == 0) {
-    rounded = std::floor(raw);
-  } else if (weight.rounding == 1) {
-    rounded = std::floor(raw + 0.5);
-  }
-  if (rounded <= 0.0) {
-    return std::nullopt;
-  }
-  return rounded;
 }
 
 PreparedData prepare(const VariableList& list, const std::vector<Case>& cases, Events& events) {

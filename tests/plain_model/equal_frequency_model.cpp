@@ -5,7 +5,7 @@ namespace plain_model {
 
 EqualFrequencyModel::EqualFrequencyModel(const VariableList& list, const Settings& initial,
                                          Events& events)
-    : settings(initial), list_(list), events_(events) {}
+    : settings(initial), list_(list.Copy()), events_(events) {}
 
 Status EqualFrequencyModel::Run(const std::vector<Case>& cases,
                                 const std::vector<int>* attributes) {

@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "plain_model/events.h"
+#include "plain_model/list.h"
 
 namespace plain_model {
 
@@ -38,58 +39,9 @@ struct Status {
 Status error(int code, int datum = 0);
 Status warning(int code, int datum = 0);
 
-enum class Kind { kCategorical, kScale, kWeight };
-
-constexpr int kUnknownLevel = 0;
-constexpr int kScaleLevel = 1;
-constexpr int kNumericLevel = 2;
-constexpr int kStringLevel = 3;
-constexpr int kWeightLevel = 4;
-
-constexpr int kNoRole = 0;
-constexpr int kAttributeRole = 1;
-constexpr int kTargetRole = 2;
-constexpr int kWeightRole = 3;
-
-/// The user-missing values of a scale or weight variable; those of categorical variables play no
-/// part, for their cells hold codes already.
-struct MissingValues {
-  std::vector<double> values;
-  std::optional<std::pair<double, double>> interval;
-
-  bool Contains(double x) const;
-};
-
-struct Variable {
-  Kind kind = Kind::kScale;
-  int level = kScaleLevel;
-  int role = kNoRole;
-  int categories = 0;  // the larger of the declared number and the codes the encoder holds
-  int rounding = 0;    // 0 truncates, 1 rounds to closest, anything else leaves weights alone
-  MissingValues missing;
-};
-
-/// The host's description of its data, with the bookkeeping of its adding and changing operations.
-struct VariableList {
-  std::vector<Variable> variables;
-  int target = -1;
-  int weight = -1;
-  int categoricalVariables = 0;
-
-  void AddCategorical(int level, int categories, int role);
-  void AddScale(int role, const MissingValues& missing);
-  void AddWeight(int rounding, const MissingValues& missing);
-  void SetRole(int index, int role);
-  void Remove(int index);
-
-  int Size() const { return static_cast<int>(variables.size()); }
-  bool Has(int index) const { return index >= 0 && index < Size(); }
-  const Variable& At(int index) const { return variables[static_cast<std::size_t>(index)]; }
-};
-
 /// What a factory answers for the list: OK, or error 120003 with the offending index in discrete
 /// slot 1.
-Status checkList(const VariableList& list);
+Status checkList(VariableList list);
 
 struct Settings {
   bool rightClosed = true;
@@ -100,9 +52,6 @@ struct Settings {
 
 /// One cell per variable of the list; an empty case stands for a null record.
 using Case = std::vector<double>;
-
-/// The weight that a raw weight stands for; nothing when the case is to be passed over.
-std::optional<double> encodeWeight(const Variable& weight, double raw);
 
 /// What the single pass over the cases leaves behind.
 struct PreparedData {
@@ -122,6 +71,16 @@ struct Row {
   int code;
   double weight;
 };
+
+/// Ascending by value, NaN last, equal values in the order they have. -0.0 and 0.0 are one value,
+/// for which the first of them stands.
+void sortRows(std::vector<Row>& rows);
+
+/// Sorted rows with those of one value and one code merged in their order, ascending by code.
+std::vector<Row> mergeRows(const std::vector<Row>& rows);
+
+/// Of sorted rows; every NaN is a value of its own.
+unsigned countDistinctValues(const std::vector<Row>& rows);
 
 /// The usable rows of one attribute, sorted by value, and what is known about them.
 struct ValueTable {
@@ -184,35 +143,40 @@ struct Bins {
   std::vector<ClassCounts> counts;
 };
 
+/// The best split of the candidates from `first` to `last`: after which of them, and the weighted
+/// entropy of the two parts. Nothing when no position is examined or no entropy is a number.
+struct Split {
+  std::size_t position;
+  double entropy;
+};
+std::optional<Split> bestSplit(const Candidates& candidates, std::size_t first, std::size_t last,
+                               Events& events);
+
 Bins searchCutPoints(const Candidates& candidates, int categories, Events& events);
 
 void mergeSmallBins(Bins& bins, double threshold, Events& events);
 
-/// One pair's results. A record that never got counts has one empty row of them.
-struct PairRecord {
+/// What the records of both algorithms hold.
+struct Record {
   Status status;
   int attribute = -1;
-  int target = -1;
   std::vector<double> cutPoints;
-  std::vector<std::vector<double>> cellCounts;
   unsigned distinctValues = 0;
   double totalWeight = 0.0;
   double totalWeightWithMissing = 0.0;
   double minimum = 0.0;
   double maximum = 0.0;
+};
+
+/// One pair's results. A record that never got counts has one empty row of them.
+struct PairRecord : Record {
+  int target = -1;
+  std::vector<std::vector<double>> cellCounts;
   double modelEntropy = 0.0;
 };
 
-struct AttributeRecord {
-  Status status;
-  int attribute = -1;
-  std::vector<double> cutPoints;
+struct AttributeRecord : Record {
   std::vector<double> cellCounts;
-  unsigned distinctValues = 0;
-  double totalWeight = 0.0;
-  double totalWeightWithMissing = 0.0;
-  double minimum = 0.0;
-  double maximum = 0.0;
 };
 
 /// The supervised algorithm. `settings` may be changed between runs.

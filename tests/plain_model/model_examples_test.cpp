@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "plain_model/model.h"
 
@@ -37,11 +38,33 @@ EqualFrequencyCuts cut(const std::vector<std::pair<double, double>>& valuesAndWe
   return cutEqualFrequency(rows, totalOf(rows), bins, rightClosed, true, events);
 }
 
+Variable variable(const std::string& name, int role) {
+  Variable made;
+  made.name = name;
+  made.role = role;
+  return made;
+}
+
+Variable categorical(const std::string& name, int categories, int role) {
+  Variable made = variable(name, role);
+  made.kind = Kind::kCategorical;
+  made.level = kNumericLevel;
+  made.declared = categories;
+  return made;
+}
+
+Variable weight() {
+  Variable made = variable("weight", kWeightRole);
+  made.kind = Kind::kWeight;
+  made.level = kWeightLevel;
+  return made;
+}
+
 // An attribute x (index 0) and a target (index 1) with the given number of categories.
 VariableList attributeAndTarget(int categories) {
   VariableList list;
-  list.AddScale(kAttributeRole, {});
-  list.AddCategorical(kNumericLevel, categories, kTargetRole);
+  list.AddScale(variable("x", kAttributeRole));
+  list.AddCategorical(categorical("target", categories, kTargetRole));
   return list;
 }
 
@@ -91,25 +114,24 @@ TEST(PlainEqualFrequency, NothingToDoWithoutBinsOrWeight) {
 }
 
 TEST(PlainWeight, IsRoundedByTheOption) {
-  Variable weight;
-  weight.rounding = 0;
-  EXPECT_EQ(encodeWeight(weight, 2.7), 2.0);
-  EXPECT_EQ(encodeWeight(weight, 0.9), std::nullopt);
-  weight.rounding = 1;
-  EXPECT_EQ(encodeWeight(weight, 2.5), 3.0);
-  EXPECT_EQ(encodeWeight(weight, 0.4), std::nullopt);
-  EXPECT_EQ(encodeWeight(weight, -3.0), std::nullopt);
-  weight.rounding = 2;
-  EXPECT_EQ(encodeWeight(weight, 0.4), 0.4);
-  EXPECT_EQ(encodeWeight(weight, 0.0), std::nullopt);
-  EXPECT_EQ(encodeWeight(weight, kNaN), std::nullopt);
-  EXPECT_EQ(encodeWeight(weight, kInfinity), std::nullopt);
-  EXPECT_EQ(encodeWeight(weight, kMissing), std::nullopt);
+  Variable made = weight();
+  EXPECT_EQ(made.EncodeWeight(2.7), 2.0);
+  EXPECT_EQ(made.EncodeWeight(0.9), std::nullopt);
+  made.rounding = 1;
+  EXPECT_EQ(made.EncodeWeight(2.5), 3.0);
+  EXPECT_EQ(made.EncodeWeight(0.4), std::nullopt);
+  EXPECT_EQ(made.EncodeWeight(-3.0), std::nullopt);
+  made.rounding = 2;
+  EXPECT_EQ(made.EncodeWeight(0.4), 0.4);
+  EXPECT_EQ(made.EncodeWeight(0.0), std::nullopt);
+  EXPECT_EQ(made.EncodeWeight(kNaN), std::nullopt);
+  EXPECT_EQ(made.EncodeWeight(kInfinity), std::nullopt);
+  EXPECT_EQ(made.EncodeWeight(kMissing), std::nullopt);
 }
 
 TEST(PlainDataPass, TargetAndAttributeCodesDifferAtMinusOneAndAHalf) {
   VariableList list = attributeAndTarget(300);
-  list.AddCategorical(kNumericLevel, 300, kAttributeRole);
+  list.AddCategorical(categorical("codes", 300, kAttributeRole));
   Events events;
   const PreparedData data = prepare(list, {{1, -1.5, -0.5}, {2, 255, -1.0}, {3, 0, -1.5}}, events);
   EXPECT_EQ(data.columns[0], std::vector<double>({kMissing, 255, 0}));
@@ -132,7 +154,7 @@ TEST(PlainDataPass, TargetCodeAbove255IsAnErrorWithOneCategoricalVariable) {
 
 TEST(PlainDataPass, NoUsedCaseIsAnError) {
   VariableList list = attributeAndTarget(2);
-  list.AddWeight(0, {});
+  list.AddWeight(weight());
   Events events;
   EXPECT_EQ(prepare(list, {{1, 0, 0.5}, {}}, events).status.code, 120004);
 }
@@ -262,8 +284,8 @@ TEST(PlainSupervisedRun, SelectionsAreRefusedAsStated) {
 
 TEST(PlainEqualFrequencyRun, WeightIsNeverBinned) {
   VariableList list;
-  list.AddScale(kAttributeRole, {});
-  list.AddWeight(0, {});
+  list.AddScale(variable("x", kAttributeRole));
+  list.AddWeight(weight());
   Events events;
   EqualFrequencyModel model(list, twentyBins(), events);
   EXPECT_TRUE(model.Run({{1, 1}, {2, 3}}, nullptr).IsOK());

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "plain_model/comparison.h"
+#include "random/run_comparison.h"
 #include "support/csv_table.h"
 #include "support/scratch_directory.h"
 
-namespace plain_model {
+namespace mcbinning_tests {
 namespace {
 
 struct DataSet {
@@ -25,7 +25,7 @@ void PrintTo(const DataSet& dataSet, std::ostream* os) { *os << dataSet.file; }
 
 // Target first, then the attributes, then the weight.
 RandomRun makeRun(const DataSet& dataSet) {
-  const mcbinning_tests::CsvTable table(std::string(MCBINNING_KNOWN_DATA) + "/" + dataSet.file);
+  const CsvTable table(std::string(MCBINNING_KNOWN_DATA) + "/" + dataSet.file);
   RandomRun run;
   run.requests.emplace_back();
   std::vector<Case>& cases = run.requests.front().cases;
@@ -33,19 +33,22 @@ RandomRun makeRun(const DataSet& dataSet) {
   for (const std::string& text : table.Texts(dataSet.target)) {
     cases.push_back({encoder.Encode(text)});
   }
-  const int categories = encoder.GetNumberOfCategories();
-  run.hostList.AddCatVar(dataSet.target, "", categories, IBINVariable::StringCategoricalLevel,
-                         IBINVariable::TargetRole);
-  run.list.AddCategorical(kStringLevel, categories, kTargetRole);
+  plain_model::Variable target;
+  target.name = dataSet.target;
+  target.level = plain_model::kStringLevel;
+  target.role = plain_model::kTargetRole;
+  target.declared = encoder.GetNumberOfCategories();
+  run.list.AddDeclared(target);
   std::vector<std::string> columns = dataSet.attributes;
+  plain_model::Variable variable;
+  variable.role = plain_model::kAttributeRole;
   for (const std::string& attribute : dataSet.attributes) {
-    run.hostList.AddContVar(attribute, "", IBINVariable::AttributeRole);
-    run.list.AddScale(kAttributeRole, {});
+    variable.name = attribute;
+    run.list.AddScale(variable);
   }
   if (!dataSet.weight.empty()) {
     columns.push_back(dataSet.weight);
-    run.hostList.AddWeightVar(dataSet.weight, "", IBINVariable::TruncateToSmallerInt);
-    run.list.AddWeight(0, {});
+    run.list.AddWeight(variable);
   }
   for (const std::string& column : columns) {
     const std::vector<double> numbers = table.Numbers(column);
@@ -64,23 +67,23 @@ class PublicData : public testing::TestWithParam<DataSet> {
     }
   }
 
-  void Compare(RandomRun& run, bool supervised, const Settings& settings) {
+  void Compare(RandomRun& run, bool supervised, const plain_model::Settings& settings) {
     run.supervised = supervised;
     run.requests.front().settings = settings;
-    Events events;
-    EXPECT_EQ(compareWithLibrary(run, directory_.Path(), events), "")
+    plain_model::Events events;
+    EXPECT_NO_THROW(compareWithLibrary(run, directory_.Path(), events))
         << (settings.rightClosed ? "right closed" : "right open") << ", threshold "
         << settings.distinctValueThreshold << ", small bins " << settings.smallBinThreshold;
   }
 
  private:
-  mcbinning_tests::ScratchDirectory directory_;
+  ScratchDirectory directory_;
 };
 
 TEST_P(PublicData, LibraryAgreesBitForBit) {
   RandomRun run = makeRun(GetParam());
   for (const bool rightClosed : {true, false}) {
-    Settings settings;
+    plain_model::Settings settings;
     settings.rightClosed = rightClosed;
     settings.numberOfBins = 20;
     Compare(run, false, settings);
@@ -105,4 +108,4 @@ INSTANTIATE_TEST_SUITE_P(
         DataSet{"wine-white.csv", "quality", "", {"alcohol", "density", "pH", "chlorides"}}));
 
 }  // namespace
-}  // namespace plain_model
+}  // namespace mcbinning_tests

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <set>
 
 #include "plain_model/model.h"
@@ -73,12 +74,6 @@ struct Interval {
   std::size_t last;
 };
 
-struct Best {
-  bool found = false;
-  std::size_t position = 0;
-  double splitEntropy = std::numeric_limits<double>::infinity();
-};
-
 // The positions of the interval that are worth an evaluation, in ascending order.
 std::vector<std::size_t> positionsToExamine(const Candidates& candidates, Interval interval,
                                             Events& events) {
@@ -101,26 +96,6 @@ std::vector<std::size_t> positionsToExamine(const Candidates& candidates, Interv
   return positions;
 }
 
-Best findBest(const Candidates& candidates, Interval interval, const ClassCounts& all,
-              Events& events) {
-  Best best;
-  ClassCounts left(all.size(), 0.0);
-  ClassCounts right = all;
-  std::size_t i = interval.first;
-  for (const std::size_t position : positionsToExamine(candidates, interval, events)) {
-    for (; i <= position; ++i) {
-      addCandidate(candidates.weights[i], 1.0, left);
-      addCandidate(candidates.weights[i], -1.0, right);
-    }
-    const double value = splitEntropy(left, right);
-    events.CountIf(best.found && value == best.splitEntropy, Event::kEqualEntropies);
-    if (value < best.splitEntropy) {
-      best = {true, position, value};
-    }
-  }
-  return best;
-}
-
 bool isAccepted(const ClassCounts& all, const ClassCounts& left, const ClassCounts& right,
                 double bestEntropy) {
   const double n = all[0];
@@ -137,30 +112,30 @@ bool isAccepted(const ClassCounts& all, const ClassCounts& left, const ClassCoun
 // The position after which the interval is to be split, or the interval's last candidate.
 std::size_t findSplit(const Candidates& candidates, Interval interval, Events& events) {
   const ClassCounts all = sumCounts(candidates, interval.first, interval.last);
-  const Best best = findBest(candidates, interval, all, events);
-  if (!best.found || best.position == interval.last) {
-    events.CountIf(best.found, Event::kLastPositionBest);
+  const std::optional<Split> best = bestSplit(candidates, interval.first, interval.last, events);
+  if (!best || best->position == interval.last) {
+    events.CountIf(best.has_value(), Event::kLastPositionBest);
     return interval.last;
   }
   ClassCounts left;
   ClassCounts right;
-  if (best.position <= (interval.first + interval.last) / 2) {
-    left = sumCounts(candidates, interval.first, best.position);
+  if (best->position <= (interval.first + interval.last) / 2) {
+    left = sumCounts(candidates, interval.first, best->position);
     right = subtract(all, left);
   } else {
-    right = sumCounts(candidates, best.position + 1, interval.last);
+    right = sumCounts(candidates, best->position + 1, interval.last);
     left = subtract(all, right);
   }
-  if (!isAccepted(all, left, right, best.splitEntropy)) {
+  if (!isAccepted(all, left, right, best->entropy)) {
     events.Count(Event::kSplitRefused);
     return interval.last;
   }
-  if (std::isnan(candidates.cutAfter[best.position])) {
+  if (std::isnan(candidates.cutAfter[best->position])) {
     events.Count(Event::kNaNCutRefused);
     return interval.last;
   }
   events.Count(Event::kSplitAccepted);
-  return best.position;
+  return best->position;
 }
 
 void splitInterval(const Candidates& candidates, Interval interval, std::set<std::size_t>& splits,
@@ -225,6 +200,26 @@ double entropy(const ClassCounts& counts) {
 
 double splitEntropy(const ClassCounts& left, const ClassCounts& right) {
   return (left[0] * entropy(left) + right[0] * entropy(right)) / (left[0] + right[0]);
+}
+
+std::optional<Split> bestSplit(const Candidates& candidates, std::size_t first, std::size_t last,
+                               Events& events) {
+  std::optional<Split> best;
+  ClassCounts right = sumCounts(candidates, first, last);
+  ClassCounts left(right.size(), 0.0);
+  std::size_t i = first;
+  for (const std::size_t position : positionsToExamine(candidates, {first, last}, events)) {
+    for (; i <= position; ++i) {
+      addCandidate(candidates.weights[i], 1.0, left);
+      addCandidate(candidates.weights[i], -1.0, right);
+    }
+    const double value = splitEntropy(left, right);
+    events.CountIf(best && value == best->entropy, Event::kEqualEntropies);
+    if (value < (best ? best->entropy : std::numeric_limits<double>::infinity())) {
+      best = {position, value};
+    }
+  }
+  return best;
 }
 
 Bins searchCutPoints(const Candidates& candidates, int categories, Events& events) {

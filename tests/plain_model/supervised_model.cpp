@@ -57,7 +57,7 @@ double modelEntropy(const std::vector<ClassCounts>& bins, double totalWeight) {
 }  // namespace
 
 SupervisedModel::SupervisedModel(const VariableList& list, const Settings& initial, Events& events)
-    : settings(initial), list_(list), events_(events) {}
+    : settings(initial), list_(list.Copy()), events_(events) {}
 
 Status SupervisedModel::Run(const std::vector<Case>& cases, const std::vector<int>* attributes,
                             const std::vector<int>* targets) {

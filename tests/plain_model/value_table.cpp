@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "plain_model/model.h"
 
@@ -38,16 +39,6 @@ void countValueEvents(const ValueTable& table, Events& events) {
   events.CountIf(table.rows.size() > table.distinctValues, Event::kTiedValues);
 }
 
-// -0.0 and 0.0 are one value, for which the first of the cases that have it stands.
-void unifyZeros(std::vector<Row>& rows) {
-  const auto isZero = [](const Row& row) { return row.value == 0.0; };
-  const auto first = std::find_if(rows.begin(), rows.end(), isZero);
-  const double zero = first == rows.end() ? 0.0 : first->value;
-  for (Row& row : rows) {
-    row.value = isZero(row) ? zero : row.value;
-  }
-}
-
 // Reads the columns case by case; a negative target column stands for a table without target.
 ValueTable readTable(const PreparedData& data, int attributeColumn, int targetColumn,
                      Events& events) {
@@ -64,28 +55,59 @@ ValueTable readTable(const PreparedData& data, int attributeColumn, int targetCo
       table.rows.push_back({value, static_cast<int>(target), weight});
     }
   }
-  unifyZeros(table.rows);
-  std::stable_sort(table.rows.begin(), table.rows.end(), comesBefore);
+  sortRows(table.rows);
   if (!table.rows.empty()) {
     table.minimum = table.rows.front().value;
     table.maximum = table.rows.back().value;
-    table.distinctValues = 1;
   }
-  for (std::size_t i = 1; i < table.rows.size(); ++i) {
-    if (table.rows[i].value != table.rows[i - 1].value) {
-      ++table.distinctValues;
-    }
-  }
+  table.distinctValues = countDistinctValues(table.rows);
   countValueEvents(table, events);
   return table;
 }
 
 }  // namespace
 
+void sortRows(std::vector<Row>& rows) {
+  const auto isZero = [](const Row& row) { return row.value == 0.0; };
+  const auto first = std::find_if(rows.begin(), rows.end(), isZero);
+  const double zero = first == rows.end() ? 0.0 : first->value;
+  for (Row& row : rows) {
+    row.value = isZero(row) ? zero : row.value;
+  }
+  std::stable_sort(rows.begin(), rows.end(), comesBefore);
+}
+
+std::vector<Row> mergeRows(const std::vector<Row>& rows) {
+  std::vector<Row> merged;
+  for (std::size_t begin = 0; begin < rows.size();) {
+    std::map<int, double> weights;
+    std::size_t end = begin;
+    do {
+      weights[rows[end].code] += rows[end].weight;
+      ++end;
+    } while (end < rows.size() && rows[end].value == rows[begin].value);
+    for (const auto& [code, weight] : weights) {
+      merged.push_back({rows[begin].value, code, weight});
+    }
+    begin = end;
+  }
+  return merged;
+}
+
+unsigned countDistinctValues(const std::vector<Row>& rows) {
+  unsigned distinct = 0;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    distinct += i == 0 || rows[i].value != rows[i - 1].value ? 1U : 0U;
+  }
+  return distinct;
+}
+
 ValueTable::ValueTable() : minimum(MCMV::gMissingValue), maximum(MCMV::gMissingValue) {}
 
 Status checkTarget(const VariableList& list, const PreparedData& data, int target) {
-  return usableColumn(list, data, target) < 0 ? error(120010) : Status();
+  const bool holdsCodes = target == list.target || (target != list.weight && list.Has(target) &&
+                                                    list.At(target).level != kScaleLevel);
+  return usableColumn(list, data, target) < 0 || !holdsCodes ? error(120010) : Status();
 }
 
 ValueTable supervisedTable(const VariableList& list, const PreparedData& data, int attribute,

@@ -2,52 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include "random/run_comparison.h"
 
 namespace properties {
 
 namespace {
-
-/// What the host hands over for a case of that weight.
-double rawWeight(double weight, Weights weights) {
-  switch (weights) {
-    case Weights::kTruncated:
-      return weight + 0.75;
-    case Weights::kRounded:
-      return weight + 0.25;
-    default:
-      return weight;
-  }
-}
-
-std::vector<std::vector<double>> recordsOf(const DataSet& data) {
-  std::vector<std::vector<double>> records;
-  for (const Case& one : data.cases) {
-    records.push_back(one.values);
-    records.back().push_back(one.code);
-    records.back().push_back(rawWeight(one.weight, data.weights));
-  }
-  return records;
-}
-
-BINVarList listOf(const DataSet& data) {
-  BINVarList list;
-  for (int i = 0; i < data.attributes; ++i) {
-    list.AddContVar("x" + std::to_string(i), "", IBINVariable::AttributeRole);
-    list.AddDiscreteUserMissing(i, data.missingValue, "");
-    list.SetMissingInterval(i, data.missingLow, data.missingHigh);
-  }
-  list.AddCatVar("target", "", data.categories, IBINVariable::NumericCategoricalLevel,
-                 IBINVariable::TargetRole);
-  if (data.weights == Weights::kTruncated) {
-    list.AddWeightVar("weight", "", IBINVariable::TruncateToSmallerInt);
-  } else if (data.weights == Weights::kRounded) {
-    list.AddWeightVar("weight", "", IBINVariable::RoundToClosestInt);
-  } else if (data.weights != Weights::kNone) {
-    list.AddWeightVar("weight", "", static_cast<IBINVariable::BINWRoundingOption>(2));
-  }
-  return list;
-}
 
 template <typename LibraryRecord>
 Record commonPart(const LibraryRecord& from) {
@@ -74,21 +33,17 @@ void PrintTo(const Record& record, std::ostream* os) {
 }
 
 Binning::Binning(const DataSet& data, Algorithm algorithm)
-    : cases_(recordsOf(data)), target_(data.attributes) {
-  BINVarList list = listOf(data);
+    : cases_(data.cases), target_(data.list.plain.target) {
+  BINVarList list = data.list.host;
   if (algorithm == Algorithm::kSupervised) {
     BINSettings settings;
     settings.SetTempDirName(directory_.Path());
-    settings.SetNumberOfBins(data.numberOfBins);
-    settings.SetRightBorderClosed(data.rightBorderClosed);
-    settings.SetNumDistinctValueThreshold(data.distinctValueThreshold);
-    settings.SetSmallBinDetectionThreshold(data.smallBinThreshold);
+    mcbinning_tests::apply(data.settings, settings);
     supervised_.reset(BINFactory().CreateBINAlgorithm(settings, list));
   } else {
     EFBINSettings settings;
     settings.SetTempDirName(directory_.Path());
-    settings.SetNumberOfBins(data.numberOfBins);
-    settings.SetRightBorderClosed(data.rightBorderClosed);
+    mcbinning_tests::apply(data.settings, settings);
     equalFrequency_.reset(EFBINFactory().CreateEFBINAlgorithm(settings, list));
   }
 }

@@ -8,11 +8,10 @@
 #include <cstdint>
 #include <memory>
 #include <ostream>
-#include <string>
 #include <vector>
 
 #include "properties/data_set.h"
-#include "support/random_runs.h"
+#include "random/random_runs.h"
 #include "support/scratch_directory.h"
 #include "support/vector_cases.h"
 
@@ -63,13 +62,10 @@ std::vector<Record> bin(const DataSet& data, Algorithm algorithm);
 /// Calls `check` with random data sets until one fails, and says with which seed.
 template <typename Check>
 void forRandomDataSets(Check check) {
-  const mcbinning_tests::RandomRuns random(200);
-  for (std::uint64_t i = 0; i < random.runs && !testing::Test::HasFailure(); ++i) {
-    SCOPED_TRACE("MCB_SEED=" + std::to_string(random.seed + i) + " MCB_RUNS=1");
-    Dice dice(random.seed + i);
-    DataSet data = makeDataSet(dice);
-    check(data, dice);
-  }
+  mcbinning_tests::forRandomRuns(200, [&check](Choices& choices) {
+    DataSet data(choices);
+    check(data, choices);
+  });
 }
 
 }  // namespace properties

@@ -24,11 +24,11 @@ struct Row {
 std::vector<Row> rowsOf(const DataSet& data, Algorithm algorithm, std::size_t attribute) {
   std::vector<Row> rows;
   for (const Case& one : data.cases) {
-    const bool hasTarget = one.code != kMissing && one.code != -1.0;
-    if (one.weight > 0.0 && !data.IsMissing(one.values[attribute]) &&
-        (hasTarget || algorithm == Algorithm::kEqualFrequency)) {
-      const std::size_t code = hasTarget ? static_cast<std::size_t>(one.code) : 0;
-      rows.push_back({one.values[attribute], code, one.weight});
+    const double weight = data.WeightOf(one);
+    if (weight > 0.0 && !data.IsMissing(attribute, one[attribute]) &&
+        (data.HasTarget(one) || algorithm == Algorithm::kEqualFrequency)) {
+      const std::size_t code = data.HasTarget(one) ? static_cast<std::size_t>(one[data.target]) : 0;
+      rows.push_back({one[attribute], code, weight});
     }
   }
   return rows;
@@ -44,14 +44,14 @@ std::vector<double> valuesOf(const std::vector<Row>& rows) {
 }
 
 bool isPreBinned(const DataSet& data, const Record& record) {
-  return data.distinctValueThreshold > 0 &&
-         record.distinctValues > static_cast<unsigned>(data.distinctValueThreshold);
+  return data.settings.distinctValueThreshold > 0 &&
+         record.distinctValues > static_cast<unsigned>(data.settings.distinctValueThreshold);
 }
 
 std::size_t binOf(double value, const DataSet& data, const Record& record) {
   const auto& cuts = record.cutPoints;
-  const auto cut = data.rightBorderClosed ? std::lower_bound(cuts.begin(), cuts.end(), value)
-                                          : std::upper_bound(cuts.begin(), cuts.end(), value);
+  const auto cut = data.settings.rightClosed ? std::lower_bound(cuts.begin(), cuts.end(), value)
+                                             : std::upper_bound(cuts.begin(), cuts.end(), value);
   return static_cast<std::size_t>(cut - cuts.begin());
 }
 
@@ -84,7 +84,7 @@ double sumOf(const std::vector<double>& weights) {
 // value uncounted (docs/numeric-contract.md): the weight of that value when it did.
 double lostWeight(const DataSet& data, Algorithm algorithm, const Record& record,
                   const std::vector<Row>& rows) {
-  if (algorithm == Algorithm::kSupervised || data.rightBorderClosed || data.HasExactSums()) {
+  if (algorithm == Algorithm::kSupervised || data.settings.rightClosed || data.HasExactSums()) {
     return 0.0;
   }
   double counted = 0.0;
@@ -113,7 +113,7 @@ class Bins : public testing::TestWithParam<Algorithm> {
   // which there is at least one.
   template <typename Check>
   void ForEachRecord(Check check) {
-    forRandomDataSets([&](const DataSet& data, Dice&) {
+    forRandomDataSets([&](const DataSet& data, Choices&) {
       const std::vector<Record> records = bin(data, GetParam());
       for (std::size_t i = 0; i < records.size(); ++i) {
         const std::vector<Row> rows = rowsOf(data, GetParam(), i);
@@ -152,7 +152,7 @@ TEST_P(Bins, CutPointsAscendStrictlyAndAreValuesOrMidpointsOfNeighbours) {
       const double cut = record.cutPoints[i];
       EXPECT_TRUE(i == 0 || record.cutPoints[i - 1] < cut) << testing::PrintToString(record);
       EXPECT_TRUE(borders.count(cut) == 1) << testing::PrintToString(record);
-      EXPECT_TRUE(data.rightBorderClosed ? cut < record.maximum : cut > record.minimum)
+      EXPECT_TRUE(data.settings.rightClosed ? cut < record.maximum : cut > record.minimum)
           << testing::PrintToString(record);
     }
   });
@@ -203,7 +203,7 @@ INSTANTIATE_TEST_SUITE_P(, Bins,
 
 // Exactly it never does; docs/numeric-contract.md says how far rounding can lift it.
 TEST(ModelEntropy, ExceedsTheEntropyOfTheTargetByRoundingAtMost) {
-  forRandomDataSets([](const DataSet& data, Dice&) {
+  forRandomDataSets([](const DataSet& data, Choices&) {
     for (const Record& record : bin(data, Algorithm::kSupervised)) {
       if (record.totalWeight == 0.0) {
         continue;

@@ -1,112 +1,83 @@
 #include "properties/data_set.h"
 
-#include <cstddef>
-#include <limits>
+#include <mcbinning/user_missing.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
 
 namespace properties {
 
-namespace {
-
-/// How the values of one attribute are drawn.
-struct Column {
-  int style = 0;
-  int distinct = 2;
-  double noise = 0.0;
-  double missing = 0.0;
-};
-
-Column drawColumn(Dice& dice) {
-  return {dice.Below(6), dice.Pick({1, 2, 5, 12, 40, 200}), dice.Pick({0.0, 0.1, 0.4}),
-          dice.Pick({0.0, 0.0, 0.1, 0.6})};
+DataSet::DataSet(Choices& choices) {
+  mcbinning_tests::RandomRun run = makeOrdinaryRun(choices);
+  list = run.list;
+  settings = run.requests.front().settings;
+  cases = run.requests.front().cases;
+  target = static_cast<std::size_t>(list.plain.target);
 }
 
-double drawValue(Dice& dice, const DataSet& data, const Column& column, int caseClass) {
-  if (dice.Chance(column.missing)) {
-    return drawMissing(dice, data);
-  }
-  const double draw = dice.Below(column.distinct);
-  const int valueClass = dice.Chance(column.noise) ? dice.Below(data.categories) : caseClass;
-  switch (column.style) {
-    case 0:
-      return draw;
-    case 1:
-      return 0.1 * draw - 3.0;
-    case 2:
-      return dice.Unit();
-    case 3:  // a band of values of each class
-      return 10.0 * valueClass + dice.Below(8);
-    case 4:  // each class has two bands
-      return 10.0 * valueClass + (dice.Chance(0.5) ? 0.0 : 100.0) + dice.Unit();
-    default:  // neighbouring numbers
-      return 1.0 + draw * std::numeric_limits<double>::epsilon();
-  }
+bool DataSet::IsMissing(std::size_t attribute, double value) const {
+  return value == kMissing || list.plain.variables[attribute].IsMissing(value);
 }
 
-int drawNumberOfCases(Dice& dice) {
-  switch (dice.Weighted({1, 10, 50, 39})) {
-    case 0:
-      return 0;
-    case 1:
-      return dice.Between(1, 4);
-    case 2:
-      return dice.Between(5, 80);
-    default:
-      return dice.Between(81, 400);
-  }
+double DataSet::WeightOf(const Case& one) const {
+  return HasWeight() ? list.plain.At(list.plain.weight).EncodeWeight(one.back()).value_or(0.0)
+                     : 1.0;
 }
 
-}  // namespace
-
-double drawWeight(Dice& dice, Weights weights) {
-  switch (weights) {
-    case Weights::kNone:
-      return 1.0;
-    case Weights::kQuarters:
-      return 0.25 * dice.Between(0, 16);
-    case Weights::kFractions:
-      return 3.0 * dice.Unit();
-    default:
-      return dice.Between(0, 5);
-  }
+bool DataSet::HasExactSums() const {
+  return std::all_of(cases.begin(), cases.end(), [this](const Case& one) {
+    return std::floor(4.0 * WeightOf(one)) == 4.0 * WeightOf(one);
+  });
 }
 
-double drawCode(Dice& dice, const DataSet& data) { return dice.Below(data.categories); }
-
-double drawMissing(Dice& dice, const DataSet& data) {
-  return dice.Pick({kMissing, data.missingValue, data.missingLow, data.missingHigh});
+bool DataSet::HasWholeWeights() const {
+  return std::all_of(cases.begin(), cases.end(), [this](const Case& one) {
+    return std::floor(WeightOf(one)) == WeightOf(one);
+  });
 }
 
-void addEveryCategory(DataSet& data) {
-  const std::vector<double> missing(static_cast<std::size_t>(data.attributes), kMissing);
-  for (int code = 0; code < data.categories; ++code) {
-    data.cases.push_back({missing, static_cast<double>(code), 1.0});
-  }
-}
-
-DataSet makeDataSet(Dice& dice) {
-  DataSet data;
-  data.attributes = dice.Between(1, 3);
-  data.categories = dice.Between(2, 5);
-  data.weights = dice.Pick({Weights::kNone, Weights::kTruncated, Weights::kRounded,
-                            Weights::kQuarters, Weights::kFractions});
-  data.rightBorderClosed = dice.Chance(0.5);
-  data.numberOfBins = dice.Pick({2, 3, 5, 10, 30});
-  data.distinctValueThreshold = dice.Pick({0, 0, 3, 20});
-  data.smallBinThreshold = dice.Pick({0.0, 0.0, 0.5, 1.0});
-  std::vector<Column> columns;
-  for (int i = 0; i < data.attributes; ++i) {
-    columns.push_back(drawColumn(dice));
-  }
-  data.cases.resize(static_cast<std::size_t>(drawNumberOfCases(dice)));
-  for (Case& one : data.cases) {
-    const int caseClass = dice.Below(data.categories);
-    for (const Column& column : columns) {
-      one.values.push_back(drawValue(dice, data, column, caseClass));
+void DataSet::DropWeight() {
+  if (HasWeight()) {
+    list.Remove(list.plain.weight);
+    for (Case& one : cases) {
+      one.pop_back();
     }
-    one.code = dice.Chance(0.05) ? dice.Pick({kMissing, -1.0}) : caseClass;
-    one.weight = drawWeight(dice, data.weights);
   }
-  return data;
+}
+
+void DataSet::Scale(double factor) {
+  for (std::size_t i = 0; i < target; ++i) {
+    plain_model::Definition& plain = *list.plain.variables[i].missing;
+    plain.numbers.front() *= factor;
+    plain.interval = {plain.interval->first * factor, plain.interval->second * factor};
+    auto definition = std::make_unique<BINNumericUserMissing>();
+    definition->AddValue(plain.numbers.front(), "");
+    definition->SetInterval(BINNumericInterval(plain.interval->first, plain.interval->second));
+    list.host.GetVarAt(static_cast<int>(i))->SetUserMissingInfo(definition.release());
+    for (Case& one : cases) {
+      one[i] = one[i] == kMissing ? kMissing : one[i] * factor;
+    }
+  }
+}
+
+void DataSet::AddEveryCategory() {
+  Case one(list.plain.variables.size(), kMissing);
+  one.back() = 1.0;
+  for (int code = 0; code < list.plain.variables[target].declared; ++code) {
+    one[target] = code;
+    cases.push_back(one);
+  }
+}
+
+Case DataSet::WithoutAttributes(Choices& choices) const {
+  Case one = choices.Pick(cases);
+  for (std::size_t i = 0; i < target; ++i) {
+    const plain_model::Definition& missing = *list.plain.variables[i].missing;
+    one[i] = choices.Pick(
+        {kMissing, missing.numbers.front(), missing.interval->first, missing.interval->second});
+  }
+  return one;
 }
 
 }  // namespace properties

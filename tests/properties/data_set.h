@@ -1,80 +1,56 @@
-/// Random data for the properties of the algorithms. Values are moderate numbers; what becomes of
-/// NaN and infinite ones is compared case by case elsewhere.
+/// Random data for the properties of the algorithms: ordinary runs. Their values are moderate
+/// numbers; what becomes of NaN and infinite ones is compared case by case elsewhere.
 #ifndef MCBINNING_TESTS_PROPERTIES_DATA_SET_H
 #define MCBINNING_TESTS_PROPERTIES_DATA_SET_H
 
 #include <mccomvor/missing_value.h>
 
 #include <cstddef>
-#include <utility>
 #include <vector>
 
-#include "plain_model/dice.h"
+#include "random/random_run.h"
 
 namespace properties {
 
-using plain_model::Dice;
+using mcbinning_tests::Case;
+using mcbinning_tests::Choices;
 
 inline const double kMissing = MCMV::gMissingValue;
 
-enum class Weights { kNone, kTruncated, kRounded, kQuarters, kFractions };
-
-struct Case {
-  std::vector<double> values;  // one per attribute
-  double code = 0.0;           // of the target's category
-  double weight = 1.0;         // what the case counts for; 0 when it counts for nothing
-};
-
+/// The attributes have the indexes from 0 on, then comes the target, then maybe a weight.
 struct DataSet {
-  int attributes = 1;
-  int categories = 2;
-  Weights weights = Weights::kNone;
+  explicit DataSet(Choices& choices);
 
-  /// User-missing in every attribute: one value and the interval of two others.
-  double missingValue = 7.0;
-  double missingLow = 20.0;
-  double missingHigh = 22.5;
+  bool IsMissing(std::size_t attribute, double value) const;
+  bool HasTarget(const Case& one) const { return one[target] != kMissing && one[target] != -1.0; }
+  bool HasWeight() const { return list.plain.weight >= 0; }
 
-  bool rightBorderClosed = true;
-  int numberOfBins = 10;
-  int distinctValueThreshold = 0;
-  double smallBinThreshold = 0.0;
-  std::vector<Case> cases;
-
-  bool IsMissing(double value) const {
-    return value == kMissing || value == missingValue ||
-           (missingLow <= value && value <= missingHigh);
-  }
+  /// What the case counts for; 0 when it counts for nothing.
+  double WeightOf(const Case& one) const;
 
   /// Whether sums of weights are the same in any order, to the last bit.
-  bool HasExactSums() const { return weights != Weights::kFractions; }
-  bool HasWholeWeights() const {
-    return weights != Weights::kFractions && weights != Weights::kQuarters;
-  }
+  bool HasExactSums() const;
+  bool HasWholeWeights() const;
+
+  /// Without the weight variable every case counts for 1.
+  void DropWeight();
+
+  /// Multiplies the values of every attribute and what is user-missing in it.
+  void Scale(double factor);
+
+  /// Adds a case of every category that is missing in every attribute. The number of categories
+  /// that an algorithm sees is that of the highest code; after this it stays, whatever is done to
+  /// the cases that count.
+  void AddEveryCategory();
+
+  /// One of the cases with every attribute missing.
+  Case WithoutAttributes(Choices& choices) const;
+
+  mcbinning_tests::ListPair list;
+  plain_model::Settings settings;
+  std::vector<Case> cases;
+  std::size_t target;  // its index, the number of attributes
 };
-
-DataSet makeDataSet(Dice& dice);
-
-/// A case weight of the kind that the data set has.
-double drawWeight(Dice& dice, Weights weights);
-
-/// The code of one of the data set's categories.
-double drawCode(Dice& dice, const DataSet& data);
-
-/// System-missing or user-missing.
-double drawMissing(Dice& dice, const DataSet& data);
-
-/// Adds a case of every category that is missing in every attribute. The number of categories that
-/// an algorithm sees is that of the highest code; after this it stays, whatever is done to the
-/// cases that count.
-void addEveryCategory(DataSet& data);
-
-template <typename T>
-void shuffle(Dice& dice, std::vector<T>& items) {
-  for (std::size_t i = items.size(); i > 1; --i) {
-    std::swap(items[i - 1], items[static_cast<std::size_t>(dice.Below(static_cast<int>(i)))]);
-  }
-}
 
 }  // namespace properties
 

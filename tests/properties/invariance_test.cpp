@@ -18,39 +18,39 @@ class Invariance : public testing::TestWithParam<Algorithm> {
 };
 
 TEST_P(Invariance, AWeightCountsLikeThatManyCases) {
-  forRandomDataSets([](DataSet& data, Dice&) {
+  forRandomDataSets([](DataSet& data, Choices&) {
     if (!data.HasWholeWeights()) {
       return;
     }
-    addEveryCategory(data);
+    data.AddEveryCategory();
     DataSet copies = data;
-    copies.weights = Weights::kNone;
     copies.cases.clear();
     for (const Case& one : data.cases) {
-      copies.cases.insert(copies.cases.end(), static_cast<std::size_t>(one.weight), one);
+      copies.cases.insert(copies.cases.end(), static_cast<std::size_t>(data.WeightOf(one)), one);
     }
+    copies.DropWeight();
     EXPECT_EQ(Bin(copies), Bin(data));
   });
 }
 
 // With other weights the sums depend on the order in the last bit, and with them what is cut.
 TEST_P(Invariance, TheOrderOfTheCasesDoesNotMatterWhereSumsAreExact) {
-  forRandomDataSets([](const DataSet& data, Dice& dice) {
+  forRandomDataSets([](const DataSet& data, Choices& choices) {
     if (data.HasExactSums()) {
       DataSet shuffled = data;
-      shuffle(dice, shuffled.cases);
+      choices.Shuffle(shuffled.cases);
       EXPECT_EQ(Bin(shuffled), Bin(data));
     }
   });
 }
 
 TEST_P(Invariance, TheOrderOfTheCasesChangesSumsOfFractionsByRoundingOnly) {
-  forRandomDataSets([](DataSet& data, Dice& dice) {
-    for (Case& one : data.cases) {
-      one.weight = drawWeight(dice, data.weights = Weights::kFractions);
+  forRandomDataSets([](const DataSet& data, Choices& choices) {
+    if (data.HasExactSums()) {
+      return;
     }
     DataSet shuffled = data;
-    shuffle(dice, shuffled.cases);
+    choices.Shuffle(shuffled.cases);
     const std::vector<Record> records = Bin(data);
     const std::vector<Record> others = Bin(shuffled);
     ASSERT_EQ(others.size(), records.size());
@@ -73,46 +73,44 @@ TEST_P(Invariance, TheOrderOfTheCasesChangesSumsOfFractionsByRoundingOnly) {
 }
 
 TEST_P(Invariance, CasesWithoutTheAttributeChangeTheWeightWithMissingOnly) {
-  forRandomDataSets([](DataSet& data, Dice& dice) {
-    addEveryCategory(data);
+  forRandomDataSets([](DataSet& data, Choices& choices) {
+    data.AddEveryCategory();
     std::vector<Record> expected = Bin(data);
-    for (int added = dice.Between(1, 40); added > 0; --added) {
-      Case one{{}, drawCode(dice, data), drawWeight(dice, data.weights)};
-      for (int i = 0; i < data.attributes; ++i) {
-        one.values.push_back(drawMissing(dice, data));
-      }
-      data.cases.push_back(one);
+    for (int added = choices.Between(1, 40); added > 0; --added) {
+      data.cases.push_back(data.WithoutAttributes(choices));
       for (Record& record : expected) {
-        record.totalWeightWithMissing += one.weight;
+        record.totalWeightWithMissing += data.WeightOf(data.cases.back());
       }
     }
     if (data.HasExactSums()) {
-      shuffle(dice, data.cases);
+      choices.Shuffle(data.cases);
     }
     EXPECT_EQ(Bin(data), expected);
   });
 }
 
 TEST_P(Invariance, AWeightOfZeroIsNoCase) {
-  forRandomDataSets([](DataSet& data, Dice& dice) {
-    if (data.weights == Weights::kNone) {
+  forRandomDataSets([](DataSet& data, Choices& choices) {
+    if (!data.HasWeight()) {
       return;
     }
-    addEveryCategory(data);
+    data.AddEveryCategory();
     const std::vector<Record> expected = Bin(data);
-    for (int added = dice.Between(1, 40); added > 0; --added) {
-      data.cases.push_back({{}, drawCode(dice, data), 0.0});
-      for (int i = 0; i < data.attributes; ++i) {
-        data.cases.back().values.push_back(100.0 * dice.Unit());
+    for (int added = choices.Between(1, 40); added > 0; --added) {
+      Case one = choices.Pick(data.cases);
+      for (std::size_t i = 0; i < data.target; ++i) {
+        one[i] = 100.0 * choices.Unit();
       }
+      one.back() = choices.Pick({0.0, -0.0, -1.0, kMissing});
+      data.cases.push_back(one);
     }
     EXPECT_EQ(Bin(data), expected);
   });
 }
 
 TEST_P(Invariance, AFactorOfAPowerOfTwoMovesTheCutPointsOnly) {
-  forRandomDataSets([](DataSet& data, Dice& dice) {
-    const double factor = std::ldexp(1.0, dice.Between(-40, 40));
+  forRandomDataSets([](DataSet& data, Choices& choices) {
+    const double factor = std::ldexp(1.0, choices.Between(-40, 40));
     std::vector<Record> expected = Bin(data);
     for (Record& record : expected) {
       for (double& cut : record.cutPoints) {
@@ -122,20 +120,13 @@ TEST_P(Invariance, AFactorOfAPowerOfTwoMovesTheCutPointsOnly) {
         *end = *end == kMissing ? kMissing : *end * factor;
       }
     }
-    for (double* missing : {&data.missingValue, &data.missingLow, &data.missingHigh}) {
-      *missing *= factor;
-    }
-    for (Case& one : data.cases) {
-      for (double& value : one.values) {
-        value = value == kMissing ? kMissing : value * factor;
-      }
-    }
+    data.Scale(factor);
     EXPECT_EQ(Bin(data), expected);
   });
 }
 
 TEST_P(Invariance, EveryRunGivesTheSame) {
-  forRandomDataSets([](const DataSet& data, Dice&) {
+  forRandomDataSets([](const DataSet& data, Choices&) {
     const std::vector<Record> once = Bin(data);
     EXPECT_EQ(Bin(data), once);
     Binning binning(data, GetParam());
@@ -160,27 +151,32 @@ INSTANTIATE_TEST_SUITE_P(, Invariance,
                          });
 
 TEST(TargetInvariance, CasesWithoutTheTargetChangeTheWeightWithMissingOnly) {
-  forRandomDataSets([](DataSet& data, Dice& dice) {
-    addEveryCategory(data);
+  forRandomDataSets([](DataSet& data, Choices& choices) {
+    data.AddEveryCategory();
     std::vector<Record> expected = bin(data, Algorithm::kSupervised);
-    for (int added = dice.Between(1, 40); added > 0; --added) {
-      Case one = dice.Pick(data.cases);
-      one.code = dice.Pick({kMissing, -1.0});
-      one.weight = drawWeight(dice, data.weights);
+    for (int added = choices.Between(1, 40); added > 0; --added) {
+      Case one = choices.Pick(data.cases);
+      one[data.target] = choices.Pick({kMissing, -1.0});
       data.cases.push_back(one);
       for (Record& record : expected) {
-        record.totalWeightWithMissing += one.weight;
+        record.totalWeightWithMissing += data.WeightOf(one);
       }
     }
     EXPECT_EQ(bin(data, Algorithm::kSupervised), expected);
   });
 }
 
+std::vector<int> codesOf(const DataSet& data) {
+  std::vector<int> codes(static_cast<std::size_t>(data.list.plain.variables[data.target].declared));
+  std::iota(codes.begin(), codes.end(), 0);
+  return codes;
+}
+
 // Gives category i the code codes[i].
 void recode(DataSet& data, const std::vector<int>& codes) {
   for (Case& one : data.cases) {
-    if (one.code != kMissing && one.code != -1.0) {
-      one.code = codes[static_cast<std::size_t>(one.code)];
+    if (data.HasTarget(one)) {
+      one[data.target] = codes[static_cast<std::size_t>(one[data.target])];
     }
   }
 }
@@ -199,13 +195,12 @@ std::vector<std::vector<double>> recoded(const std::vector<std::vector<double>>&
 // The entropy of a side adds its terms in code order. The sum of the first two does not depend on
 // which comes first, so with two categories nothing depends on their codes.
 TEST(TargetInvariance, ExchangingTheFirstTwoCodesExchangesTheirColumns) {
-  forRandomDataSets([](DataSet& data, Dice&) {
+  forRandomDataSets([](DataSet& data, Choices&) {
     if (!data.HasExactSums()) {
       return;
     }
-    addEveryCategory(data);
-    std::vector<int> codes(static_cast<std::size_t>(data.categories));
-    std::iota(codes.begin(), codes.end(), 0);
+    data.AddEveryCategory();
+    std::vector<int> codes = codesOf(data);
     std::swap(codes[0], codes[1]);
     std::vector<Record> expected = bin(data, Algorithm::kSupervised);
     for (Record& record : expected) {
@@ -221,14 +216,13 @@ TEST(TargetInvariance, ExchangingTheFirstTwoCodesExchangesTheirColumns) {
 TEST(TargetInvariance, RecodingPermutesTheColumnsWhereItMovesNoCut) {
   std::size_t moved = 0;
   std::size_t all = 0;
-  forRandomDataSets([&](DataSet& data, Dice& dice) {
+  forRandomDataSets([&](DataSet& data, Choices& choices) {
     if (!data.HasExactSums()) {
       return;
     }
-    addEveryCategory(data);
-    std::vector<int> codes(static_cast<std::size_t>(data.categories));
-    std::iota(codes.begin(), codes.end(), 0);
-    shuffle(dice, codes);
+    data.AddEveryCategory();
+    std::vector<int> codes = codesOf(data);
+    choices.Shuffle(codes);
     const std::vector<Record> records = bin(data, Algorithm::kSupervised);
     recode(data, codes);
     const std::vector<Record> others = bin(data, Algorithm::kSupervised);

@@ -2,15 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 #include <numeric>
-#include <random>
 #include <vector>
 
 #include "data/sorted_rows.h"
+#include "random/equal_frequency_steps.h"
+#include "random/random_runs.h"
 
 namespace {
 
@@ -285,54 +284,8 @@ TEST(EFPreProcessTest, OneObjectServesManyTables) {
   }
 }
 
-// The weight of the rows between the cut points.
-std::vector<double> recount(const std::vector<SortedRows::Row>& rows, const Cuts& cuts,
-                            bool rightBorderClosed) {
-  std::vector<double> weights(cuts.cutPoints.size() + 1, 0.0);
-  for (const SortedRows::Row& row : rows) {
-    const auto begin = cuts.cutPoints.begin();
-    const auto end = cuts.cutPoints.end();
-    const auto bin = rightBorderClosed ? std::lower_bound(begin, end, row.value)
-                                       : std::upper_bound(begin, end, row.value);
-    weights[static_cast<std::size_t>(bin - begin)] += row.weight;
-  }
-  return weights;
-}
-
-std::vector<SortedRows::Row> randomRows(std::mt19937& random) {
-  std::uniform_int_distribution<int> size(1, 60);
-  std::uniform_int_distribution<int> value(0, std::uniform_int_distribution<int>(0, 80)(random));
-  std::uniform_int_distribution<int> weight(1, std::uniform_int_distribution<int>(1, 30)(random));
-  std::vector<SortedRows::Row> rows(static_cast<std::size_t>(size(random)));
-  for (SortedRows::Row& row : rows) {
-    row = {value(random) / 4.0, 0, static_cast<double>(weight(random))};
-  }
-  std::stable_sort(rows.begin(), rows.end(),
-                   [](const auto& left, const auto& right) { return left.value < right.value; });
-  return rows;
-}
-
-TEST(EFPreProcessTest, RandomBinsHoldTheRowsBetweenTheirCutPoints) {
-  constexpr std::uint32_t kSeed = 20240611;
-  RecordProperty("seed", static_cast<int>(kSeed));
-  std::mt19937 random(kSeed);
-  for (int round = 0; round < 20000; ++round) {
-    SCOPED_TRACE(testing::Message() << "seed " << kSeed << " round " << round);
-    const auto rows = randomRows(random);
-    const int numberOfBins = std::uniform_int_distribution<int>(2, 25)(random);
-    for (const bool closed : {true, false}) {
-      const Cuts cuts = cutPairs(rows, numberOfBins, closed);
-      ASSERT_TRUE(cuts.done);
-      ASSERT_LT(cuts.cutPoints.size(), static_cast<std::size_t>(numberOfBins));
-      ASSERT_TRUE(std::is_sorted(cuts.cutPoints.begin(), cuts.cutPoints.end(),
-                                 [](double left, double right) { return left <= right; }));
-      ASSERT_EQ(cuts.binWeights, recount(rows, cuts, closed)) << "closed " << closed;
-      const Cuts triples = cutTriples(rows, numberOfBins, closed);
-      ASSERT_TRUE(triples.binWeights.empty());
-      ASSERT_TRUE(std::includes(triples.cutPoints.begin(), triples.cutPoints.end(),
-                                cuts.cutPoints.begin(), cuts.cutPoints.end()));
-    }
-  }
+TEST(EFPreProcessTest, RandomRowsAreCutAsByThePlainModel) {
+  mcbinning_tests::forRandomRuns(20000, mcbinning_tests::stepsOfEqualFrequency);
 }
 
 }  // namespace

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <random>
+#include <string>
+#include <utility>
 #include <vector>
+
+#include "random/random_runs.h"
 
 namespace MCBinning {
 namespace {
@@ -30,14 +32,13 @@ void expectCountsOfAScan(const CandidateTable& table, RunningCounts& counts, std
   }
 }
 
-void expectCountsOfScans(std::size_t candidates, bool fractions) {
-  constexpr std::uint64_t kSeed = 17;
-  std::mt19937_64 random(kSeed);
+void expectCountsOfScans(mcbinning_tests::Choices& choices, std::size_t candidates,
+                         bool fractions) {
   std::vector<SortedRows::Row> rows;
   for (std::size_t i = 0; i < 2 * candidates; ++i) {
-    const double weight = static_cast<double>(random() % 9 + 1);
-    rows.push_back({static_cast<double>(i / 2), static_cast<int>(random() % 3),
-                    fractions ? weight / 10.0 : weight});
+    const double weight = choices.Between(1, 9);
+    rows.push_back(
+        {static_cast<double>(i / 2), choices.Below(3), fractions ? weight / 10.0 : weight});
   }
   const CandidateTable table = CandidateTable::FromRows(SortedRows(rows), 3, true);
   RunningCounts counts(table);
@@ -63,14 +64,13 @@ void expectCountsOfScans(std::size_t candidates, bool fractions) {
 }
 
 // 768 candidates end where counts are kept.
-TEST(RunningCountsTest, WholeWeightsGiveTheCountsOfAScan) {
-  expectCountsOfScans(1000, false);
-  expectCountsOfScans(768, false);
-}
-
-TEST(RunningCountsTest, FractionalWeightsGiveTheCountsOfAScan) {
-  expectCountsOfScans(1000, true);
-  expectCountsOfScans(768, true);
+TEST(RunningCountsTest, AreThoseOfAScan) {
+  mcbinning_tests::forRandomRuns(3, [](mcbinning_tests::Choices& choices) {
+    for (const std::size_t candidates : {1000U, 768U}) {
+      expectCountsOfScans(choices, candidates, false);
+      expectCountsOfScans(choices, candidates, true);
+    }
+  });
 }
 
 TEST(RunningCountsTest, EmptyTableHasNothingToCount) {

@@ -7,24 +7,41 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
-#include <random>
 #include <string>
 #include <vector>
 
-#include "support/plain_split_scan.h"
+#include "plain_model/model.h"
+#include "random/random_runs.h"
+#include "support/candidate_entries.h"
 
 namespace MCBinning {
 namespace {
+
+using mcbinning_tests::Choices;
+
+plain_model::Candidates candidatesOf(const CandidateTable& table) {
+  plain_model::Candidates candidates;
+  for (std::size_t candidate = 0; candidate < table.Size(); ++candidate) {
+    std::vector<double>& weights = candidates.weights.emplace_back(table.GetNCategories(), 0.0);
+    for (std::size_t e = table.FirstEntry(candidate); e < table.FirstEntry(candidate + 1); ++e) {
+      weights[table.Code(e)] = table.Weight(e);
+    }
+  }
+  return candidates;
+}
 
 /// What the scan finds, which must be what evaluating every position finds.
 SplitScan::Split bestSplitOf(const CandidateTable& table, std::size_t first, std::size_t last) {
   RunningCounts counts(table);
   counts.Start(first, last);
   const SplitScan::Split split = SplitScan(table, counts).FindBest(first, last);
-  const SplitScan::Split plain = mcbinning_tests::plainBestSplit(table, first, last);
-  EXPECT_EQ(split.found, plain.found);
-  EXPECT_EQ(split.position, plain.position);
-  EXPECT_EQ(split.entropy, plain.entropy);
+  plain_model::Events events;
+  const auto plain = plain_model::bestSplit(candidatesOf(table), first, last, events);
+  EXPECT_EQ(split.found, plain.has_value());
+  if (split.found && plain) {
+    EXPECT_EQ(split.position, plain->position);
+    EXPECT_EQ(split.entropy, plain->entropy);
+  }
   return split;
 }
 
@@ -118,112 +135,94 @@ TEST(SplitScanTest, RunningCountsMoveByOneCandidateAtATime) {
   EXPECT_EQ(split.entropy, WeightedEntropy(left, right));
 }
 
-using Random = std::mt19937_64;
-
 struct Shape {
   const char* name;
   // The category of the candidate at i of n, of k.
-  std::function<unsigned(double i, double n, unsigned k, Random&)> code;
+  std::function<int(double i, double n, int k, Choices&)> code;
 };
 
+int step(double i, double n, int k) { return static_cast<int>(i * k / n); }
+
 const std::vector<Shape>& shapes() {
-  const auto share = [](Random& random) {
-    return std::uniform_real_distribution<double>(0.0, 1.0)(random);
-  };
   static const std::vector<Shape> all = {
-      {"noise",
-       [](double, double, unsigned k, Random& r) { return static_cast<unsigned>(r() % k); }},
-      {"one category", [](double, double, unsigned, Random&) { return 0U; }},
-      {"steps",
-       [](double i, double n, unsigned k, Random&) { return static_cast<unsigned>(i * k / n); }},
-      {"noisy steps",
-       [share](double i, double n, unsigned k, Random& r) {
-         const bool isNoise = share(r) < 0.3;
-         return static_cast<unsigned>(isNoise ? share(r) * k : i * k / n);
-       }},
-      {"mirrored",
-       [](double i, double n, unsigned k, Random&) {
-         return static_cast<unsigned>(std::min(i, n - 1 - i) * 2 * k / n) % k;
-       }},
-      {"alternating",
-       [](double i, double, unsigned k, Random&) { return static_cast<unsigned>(i) % k; }},
-      {"rare",
-       [share](double, double, unsigned k, Random& r) {
-         return share(r) < 0.999 ? 0U : static_cast<unsigned>(r() % k);
-       }},
+      {"noise", [](double, double, int k, Choices& c) { return c.Below(k); }},
+      {"one category", [](double, double, int, Choices&) { return 0; }},
+      {"steps", [](double i, double n, int k, Choices&) { return step(i, n, k); }},
+      {"noisy steps", [](double i, double n, int k,
+                         Choices& c) { return c.Chance(0.3) ? c.Below(k) : step(i, n, k); }},
+      {"mirrored", [](double i, double n, int k,
+                      Choices&) { return step(2 * std::min(i, n - 1 - i), n, k) % k; }},
+      {"alternating", [](double i, double, int k, Choices&) { return static_cast<int>(i) % k; }},
+      {"rare", [](double, double, int k, Choices& c) { return c.Chance(0.999) ? 0 : c.Below(k); }},
       {"first half of all, then one",
-       [share](double i, double n, unsigned k, Random& r) {
-         return i < n / 2 ? static_cast<unsigned>(share(r) * k) : 0U;
-       }},
+       [](double i, double n, int k, Choices& c) { return i < n / 2 ? c.Below(k) : 0; }},
   };
   return all;
 }
 
-using WeightOf = std::function<double(Random&)>;
+using WeightOf = std::function<double(Choices&)>;
 
-std::vector<SortedRows::Row> makeRows(const Shape& shape, std::size_t n, unsigned k,
-                                      double rowsPerValue, const WeightOf& weight, Random& random) {
+std::vector<SortedRows::Row> makeRows(const Shape& shape, int n, int k, double rowsPerValue,
+                                      const WeightOf& weight, Choices& choices) {
   std::vector<SortedRows::Row> rows;
   double value = 0.0;
-  for (std::size_t i = 0; i < n; ++i) {
-    const auto code = shape.code(static_cast<double>(i), static_cast<double>(n), k, random);
-    rows.push_back({value, static_cast<int>(code), weight(random)});
-    value += static_cast<double>(random() % 1000) < 1000.0 / rowsPerValue ? 1.0 : 0.0;
+  for (int i = 0; i < n; ++i) {
+    rows.push_back({value, shape.code(i, n, k, choices), weight(choices)});
+    value += choices.Chance(1.0 / rowsPerValue) ? 1.0 : 0.0;
   }
   return rows;
 }
 
 /// The whole of each table and stretches of it.
-void expectPlainSplits(std::size_t n, unsigned k, const WeightOf& weight, std::uint64_t seed) {
-  for (const Shape& shape : shapes()) {
-    for (const double rowsPerValue : {1.0, 1.5, 20.0}) {
-      SCOPED_TRACE(std::string(shape.name) + ", rows per value " + std::to_string(rowsPerValue) +
-                   ", seed " + std::to_string(seed));
-      Random random(seed);
-      const auto rows = makeRows(shape, n, k, rowsPerValue, weight, random);
-      const CandidateTable table = CandidateTable::FromRows(SortedRows(rows), k, true);
-      if (table.Size() < 2) {
-        continue;
-      }
-      bestSplitOf(table, 0, table.Size() - 1);
-      for (int stretch = 0; stretch < 3; ++stretch) {
-        const std::size_t first = random() % (table.Size() - 1);
-        bestSplitOf(table, first, first + 1 + random() % (table.Size() - first - 1));
+void expectPlainSplits(int n, int k, const WeightOf& weight, std::uint64_t runs = 1) {
+  mcbinning_tests::forRandomRuns(runs, [&](Choices& choices) {
+    for (const Shape& shape : shapes()) {
+      for (const double rowsPerValue : {1.0, 1.5, 20.0}) {
+        SCOPED_TRACE(std::string(shape.name) + ", rows per value " + std::to_string(rowsPerValue));
+        const auto rows = makeRows(shape, n, k, rowsPerValue, weight, choices);
+        const CandidateTable table =
+            CandidateTable::FromRows(SortedRows(rows), static_cast<std::size_t>(k), true);
+        const auto last = static_cast<int>(table.Size()) - 1;
+        if (last < 1) {
+          continue;
+        }
+        bestSplitOf(table, 0, table.Size() - 1);
+        for (int stretch = 0; stretch < 3; ++stretch) {
+          const int first = choices.Below(last);
+          bestSplitOf(table, static_cast<std::size_t>(first),
+                      static_cast<std::size_t>(choices.Between(first + 1, last)));
+        }
       }
     }
-  }
+  });
 }
 
-double one(Random&) { return 1.0; }
-double whole(Random& random) { return static_cast<double>(1 + random() % 50); }
-double heavy(Random& random) { return static_cast<double>(1 + random() % 100000); }
-double fraction(Random& random) {
-  return std::uniform_real_distribution<double>(1e-3, 2.0)(random);
+double one(Choices&) { return 1.0; }
+double whole(Choices& choices) { return choices.Between(1, 50); }
+double heavy(Choices& choices) { return choices.Between(1, 100000); }
+double fraction(Choices& choices) { return 1e-3 + 2.0 * choices.Unit(); }
+double wild(Choices& choices) { return std::exp2(2070.0 * choices.Unit() - 1070.0); }
+double tiny(Choices& choices) {
+  return choices.Between(1, 7) * std::numeric_limits<double>::denorm_min();
 }
-double wild(Random& random) {
-  return std::exp2(std::uniform_real_distribution<double>(-1070.0, 1000.0)(random));
-}
-double tiny(Random& random) {
-  return static_cast<double>(1 + random() % 7) * std::numeric_limits<double>::denorm_min();
-}
-double huge(Random&) { return 1e308; }
+double huge(Choices&) { return 1e308; }
 
 TEST(SplitScanTest, WholeWeightsGiveTheSplitOfThePlainScan) {
-  expectPlainSplits(40, 2, one, 1);
-  expectPlainSplits(5000, 2, one, 2);
-  expectPlainSplits(5000, 3, whole, 3);
-  expectPlainSplits(3000, 10, one, 4);
-  expectPlainSplits(2000, 100, whole, 5);
-  expectPlainSplits(2000, 256, one, 6);
-  expectPlainSplits(3000, 10, heavy, 7);
+  expectPlainSplits(40, 2, one);
+  expectPlainSplits(5000, 2, one);
+  expectPlainSplits(5000, 3, whole);
+  expectPlainSplits(3000, 10, one);
+  expectPlainSplits(2000, 100, whole);
+  expectPlainSplits(2000, 256, one);
+  expectPlainSplits(3000, 10, heavy);
 }
 
 TEST(SplitScanTest, FractionalWeightsGiveTheSplitOfThePlainScan) {
-  expectPlainSplits(40, 2, fraction, 11);
-  expectPlainSplits(5000, 2, fraction, 12);
-  expectPlainSplits(3000, 3, fraction, 13);
-  expectPlainSplits(2000, 100, fraction, 14);
-  expectPlainSplits(2000, 256, fraction, 15);
+  expectPlainSplits(40, 2, fraction);
+  expectPlainSplits(5000, 2, fraction);
+  expectPlainSplits(3000, 3, fraction);
+  expectPlainSplits(2000, 100, fraction);
+  expectPlainSplits(2000, 256, fraction);
 }
 
 // The two borders of the mixed middle part are equally good, so the rounding of thousands of
@@ -250,12 +249,10 @@ TEST(SplitScanTest, RoundingOfManyFractionalWeightsGivesTheSplitOfThePlainScan) 
 }
 
 TEST(SplitScanTest, WeightsOfAnySizeGiveTheSplitOfThePlainScan) {
-  for (std::uint64_t seed = 20; seed < 40; ++seed) {
-    expectPlainSplits(300, 2, wild, seed);
-    expectPlainSplits(1000, 5, wild, seed);
-  }
-  expectPlainSplits(3000, 3, tiny, 40);
-  expectPlainSplits(1000, 3, huge, 41);
+  expectPlainSplits(300, 2, wild, 20);
+  expectPlainSplits(1000, 5, wild, 20);
+  expectPlainSplits(3000, 3, tiny);
+  expectPlainSplits(1000, 3, huge);
 }
 
 // The running counts of both sides then add up to infinity at some positions, where the direct
@@ -278,9 +275,9 @@ TEST(SplitScanTest, WeightsThatAddUpToTheLargestDoubleGiveTheSplitOfThePlainScan
 }
 
 TEST(SplitScanTest, ManySmallTablesGiveTheSplitOfThePlainScan) {
-  for (unsigned seed = 100; seed < 200; ++seed) {
-    expectPlainSplits(20 + seed, 2 + seed % 3, one, seed);
-    expectPlainSplits(20 + seed, 2 + seed % 3, fraction, seed);
+  for (const int categories : {2, 3, 4}) {
+    expectPlainSplits(50 * categories, categories, one, 40);
+    expectPlainSplits(50 * categories, categories, fraction, 40);
   }
 }
 

@@ -3,13 +3,13 @@
 
 #include <mccomvor/missing_value.h>
 
-#include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 #include "data/sorted_rows.h"
+#include "plain_model/model.h"
+#include "random/agreement.h"
 
 namespace mcbinning_tests {
 
@@ -24,54 +24,39 @@ struct PlainCases {
   }
 };
 
-/// The rows as they are defined: one per case with a value, in ascending order, NaN last, equal
-/// values in the order of the cases. The first zero stands for -0.0 and 0.0 alike.
-inline std::vector<MCBinning::SortedRows::Row> plainRows(const PlainCases& cases) {
-  std::vector<MCBinning::SortedRows::Row> rows;
-  const auto zero = std::find(cases.values.begin(), cases.values.end(), 0.0);
+/// The sorted rows, one per case with a value.
+inline std::vector<plain_model::Row> plainRows(const PlainCases& cases) {
+  std::vector<plain_model::Row> rows;
   for (std::size_t i = 0; i < cases.values.size(); ++i) {
     if (cases.values[i] != MCMV::gMissingValue) {
-      rows.push_back({cases.values[i] == 0.0 ? *zero : cases.values[i], cases.codes[i],
-                      cases.weights.empty() ? 1.0 : cases.weights[i]});
+      rows.push_back(
+          {cases.values[i], cases.codes[i], cases.weights.empty() ? 1.0 : cases.weights[i]});
     }
   }
-  std::stable_sort(rows.begin(), rows.end(), [](const auto& left, const auto& right) {
-    return left.value < right.value || (std::isnan(right.value) && !std::isnan(left.value));
-  });
+  plain_model::sortRows(rows);
   return rows;
 }
 
-/// The same with the rows of one value and one code merged in row order, ascending by code.
-inline std::vector<MCBinning::SortedRows::Row> mergedRows(
-    const std::vector<MCBinning::SortedRows::Row>& rows) {
-  std::vector<MCBinning::SortedRows::Row> merged;
-  for (std::size_t begin = 0; begin < rows.size();) {
-    std::size_t end = begin + 1;
-    while (end < rows.size() && rows[end].value == rows[begin].value) {
-      ++end;
-    }
-    for (int code = 0; code < 256; ++code) {
-      bool isPresent = false;
-      double weight = 0.0;
-      for (std::size_t row = begin; row < end; ++row) {
-        isPresent = isPresent || rows[row].code == code;
-        weight += rows[row].code == code ? rows[row].weight : 0.0;
-      }
-      if (isPresent) {
-        merged.push_back({rows[begin].value, code, weight});
-      }
-    }
-    begin = end;
+/// The rows as the library holds them.
+inline std::vector<plain_model::Row> rowsOf(const MCBinning::SortedRows& sorted) {
+  std::vector<plain_model::Row> rows;
+  for (std::size_t row = 0; row < sorted.Size(); ++row) {
+    rows.push_back({sorted.Value(row), sorted.Code(row), sorted.Weight(row)});
   }
-  return merged;
+  return rows;
 }
 
-inline std::size_t distinctValues(const std::vector<MCBinning::SortedRows::Row>& rows) {
-  std::size_t distinct = 0;
-  for (std::size_t row = 0; row < rows.size(); ++row) {
-    distinct += row == 0 || rows[row].value != rows[row - 1].value ? 1 : 0;
+/// Throws a Difference.
+inline void compareRows(const std::vector<plain_model::Row>& library,
+                        const std::vector<plain_model::Row>& plain) {
+  compare("number of rows", library.size(), plain.size());
+  for (std::size_t row = 0; row < plain.size(); ++row) {
+    within("row", row, [&] {
+      compare("value", library[row].value, plain[row].value);
+      compare("code", library[row].code, plain[row].code);
+      compare("weight", library[row].weight, plain[row].weight);
+    });
   }
-  return distinct;
 }
 
 }  // namespace mcbinning_tests

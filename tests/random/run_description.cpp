@@ -1,9 +1,9 @@
 // Random runs as text.
-#include <sstream>
+#include <ostream>
 
-#include "plain_model/comparison.h"
+#include "random/random_run.h"
 
-namespace plain_model {
+namespace mcbinning_tests {
 
 namespace {
 
@@ -16,19 +16,22 @@ void writeList(std::ostream& os, const char* name, const std::vector<T>& list) {
   os << '\n';
 }
 
-void writeVariable(std::ostream& os, const Variable& variable) {
+void writeVariable(std::ostream& os, const plain_model::Variable& variable) {
   static constexpr const char* kKinds[] = {"categorical", "scale", "weight"};
   os << kKinds[static_cast<int>(variable.kind)] << " level " << variable.level << " role "
-     << variable.role << " categories " << variable.categories << " rounding " << variable.rounding;
-  if (variable.missing.interval) {
-    os << " missing from " << variable.missing.interval->first << " to "
-       << variable.missing.interval->second;
+     << variable.role << " categories " << variable.Categories() << " rounding "
+     << variable.rounding << '\n';
+  if (variable.missing) {
+    writeList(os, " missing", variable.missing->numbers);
+    if (variable.missing->interval) {
+      os << " missing from " << variable.missing->interval->first << " to "
+         << variable.missing->interval->second << '\n';
+    }
   }
-  writeList(os, " missing", variable.missing.values);
 }
 
 void writeRequest(std::ostream& os, const Request& request) {
-  const Settings& settings = request.settings;
+  const plain_model::Settings& settings = request.settings;
   os << "run: " << (settings.rightClosed ? "right closed" : "right open") << ", threshold "
      << settings.distinctValueThreshold << ", bins " << settings.numberOfBins << ", small bins "
      << settings.smallBinThreshold << (request.cancelBefore ? ", cancelled before" : "") << '\n';
@@ -45,18 +48,17 @@ void writeRequest(std::ostream& os, const Request& request) {
 
 }  // namespace
 
-std::string describe(const RandomRun& run) {
-  std::ostringstream os;
+std::ostream& operator<<(std::ostream& os, const RandomRun& run) {
   os.precision(17);
-  os << (run.supervised ? "supervised" : "equal frequency") << ", target " << run.list.target
-     << ", weight " << run.list.weight << '\n';
-  for (const Variable& variable : run.list.variables) {
+  os << (run.supervised ? "supervised" : "equal frequency") << ", target " << run.list.plain.target
+     << ", weight " << run.list.plain.weight << '\n';
+  for (const plain_model::Variable& variable : run.list.plain.variables) {
     writeVariable(os, variable);
   }
   for (const Request& request : run.requests) {
     writeRequest(os, request);
   }
-  return os.str();
+  return os;
 }
 
-}  // namespace plain_model
+}  // namespace mcbinning_tests

@@ -1,38 +1,39 @@
 /// Random variable lists together with the way in which each variable's cells are drawn.
-#ifndef MCBINNING_TESTS_PLAIN_MODEL_RANDOM_LIST_H
-#define MCBINNING_TESTS_PLAIN_MODEL_RANDOM_LIST_H
-
-#include <mcbinning/variable_list.h>
+#ifndef MCBINNING_TESTS_RANDOM_PLANNED_LIST_H
+#define MCBINNING_TESTS_RANDOM_PLANNED_LIST_H
 
 #include <vector>
 
-#include "plain_model/dice.h"
-#include "plain_model/model.h"
+#include "random/choices.h"
+#include "random/list_pair.h"
 
-namespace plain_model {
+namespace mcbinning_tests {
 
 enum class CellStyle {
   // scale variables
-  kConstant,
   kFewIntegers,
   kContinuous,
-  kBands,
-  kShifted,
   kGrid,
   kNeighbours,
+  kShifted,
+  kBands,
+  kConstant,
   kSpecials,
+  kNumbers,
   kAllMissing,
   // categorical variables
   kCodes,
   kOddCodes,
   kRefusedCodes,
   kHighCodes,
+  kAnyCodes,
   // weights
   kCounts,
   kQuarters,
   kFractions,
   kLargeWeights,
-  kExtremeWeights
+  kExtremeWeights,
+  kAnyWeights
 };
 
 /// A band of values in which one class is found.
@@ -53,14 +54,18 @@ struct CellPlan {
 };
 
 struct PlannedList {
-  BINVarList host;
-  VariableList plain;
+  ListPair list;
   std::vector<CellPlan> plans;  // parallel to the variables
   int classes = 2;              // of the cases' hidden class
 };
 
-PlannedList makeRandomList(Dice& dice);
+/// Any list, made to reach the rare rules often.
+PlannedList makeAnyList(Choices& choices);
 
-}  // namespace plain_model
+/// Scale attributes of moderate numbers, each with the same user-missing values, then a target of
+/// valid codes, then maybe a weight.
+PlannedList makeOrdinaryList(Choices& choices);
+
+}  // namespace mcbinning_tests
 
 #endif

@@ -1,7 +1,7 @@
 /// Runs a random run through the library's exported interface and through the plain model and
 /// compares everything that a host can read.
-#ifndef MCBINNING_TESTS_PLAIN_MODEL_COMPARISON_H
-#define MCBINNING_TESTS_PLAIN_MODEL_COMPARISON_H
+#ifndef MCBINNING_TESTS_RANDOM_RUN_COMPARISON_H
+#define MCBINNING_TESTS_RANDOM_RUN_COMPARISON_H
 
 #include <mcbinning/algorithms.h>
 #include <mcbinning/factories.h>
@@ -9,11 +9,12 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "plain_model/events.h"
-#include "plain_model/random_run.h"
+#include "random/random_run.h"
 
-namespace plain_model {
+namespace mcbinning_tests {
 
 /// How a comparison makes the library's algorithms, by the factories unless overridden, and who is
 /// told when a run has ended.
@@ -37,18 +38,19 @@ class ComparisonHost {
 };
 
 /// Sets what `settings` sets.
-void apply(const Settings& settings, BINSettings& host);
-void apply(const Settings& settings, EFBINSettings& host);
+void apply(const plain_model::Settings& settings, BINSettings& host);
+void apply(const plain_model::Settings& settings, EFBINSettings& host);
 
-/// The first difference in words, empty when there is none. Doubles are compared bit by bit, except
-/// that all NaN values are equal.
-std::string compareWithLibrary(RandomRun& run, const std::string& tempDirectory, Events& events);
-std::string compareWithLibrary(RandomRun& run, const std::string& tempDirectory,
-                               ComparisonHost& host, Events& events);
+/// The selection as `Run` takes it.
+const std::vector<int>* pointerTo(const std::optional<std::vector<int>>& selection);
 
-/// The whole run as text, for whoever has to reduce a difference.
-std::string describe(const RandomRun& run);
+/// Throws the first Difference. Doubles are compared bit by bit, except that all NaN values are
+/// equal.
+void compareWithLibrary(RandomRun& run, const std::string& tempDirectory,
+                        plain_model::Events& events);
+void compareWithLibrary(RandomRun& run, const std::string& tempDirectory, ComparisonHost& host,
+                        plain_model::Events& events);
 
-}  // namespace plain_model
+}  // namespace mcbinning_tests
 
 #endif

@@ -5,82 +5,87 @@
 #include <utility>
 #include <vector>
 
-#include "fuzz/check.h"
-#include "fuzz/list_comparison.h"
-#include "fuzz/list_steps.h"
+#include "random/agreement.h"
+#include "random/list_comparison.h"
+#include "random/steps.h"
 #include "support/counting_user_missing.h"
+#include "support/display.h"
 
-namespace fuzz {
+namespace mcbinning_tests {
 
 namespace {
+
+using plain_model::Definition;
+using plain_model::Kind;
+using plain_model::Variable;
 
 /// A definition with its model.
 struct MadeDefinition {
   std::unique_ptr<IBINUserMissing> definition;
-  std::optional<DefinitionModel> model;
+  std::optional<Definition> model;
 };
 
-MadeDefinition makeNumeric(Input& input) {
+MadeDefinition makeNumeric(Choices& choices) {
   auto definition = std::make_unique<BINNumericUserMissing>();
-  DefinitionModel model;
-  for (int i = input.Below(4); i > 0; --i) {
-    model.numbers.push_back(input.Number());
-    model.labels.push_back(input.Text());
+  Definition model;
+  for (int i = choices.Below(4); i > 0; --i) {
+    model.numbers.push_back(choices.Number());
+    model.labels.push_back(choices.Text());
     definition->AddValue(model.numbers.back(), model.labels.back());
   }
-  if (input.Flag()) {
-    const double low = input.Number();
-    model.interval = {low, input.Number()};
+  if (choices.Flag()) {
+    const double low = choices.Number();
+    model.interval = {low, choices.Number()};
     definition->SetInterval(BINNumericInterval(low, model.interval->second));
   }
   return {std::move(definition), model};
 }
 
-MadeDefinition makeString(Input& input) {
+MadeDefinition makeString(Choices& choices) {
   auto definition = std::make_unique<BINStringUserMissing>();
-  DefinitionModel model;
+  Definition model;
   model.isString = true;
-  for (int i = input.Below(4); i > 0; --i) {
-    model.texts.push_back(input.Text());
-    model.labels.push_back(input.Text());
+  for (int i = choices.Below(4); i > 0; --i) {
+    model.texts.push_back(choices.Text());
+    model.labels.push_back(choices.Text());
     definition->AddValue(model.texts.back(), model.labels.back());
   }
   return {std::move(definition), model};
 }
 
-MadeDefinition makeForeign(Input& input) {
-  DefinitionModel model;
+MadeDefinition makeForeign(Choices& choices) {
+  Definition model;
   model.isForeign = true;
-  model.isString = input.Flag();
-  return {std::make_unique<mcbinning_tests::ForeignUserMissing>(
-              model.isString ? IBINUserMissing::StringData : IBINUserMissing::NumericData),
+  model.isString = choices.Flag();
+  return {std::make_unique<ForeignUserMissing>(model.isString ? IBINUserMissing::StringData
+                                                              : IBINUserMissing::NumericData),
           model};
 }
 
-MadeDefinition makeDefinition(Input& input) {
-  switch (input.Below(8)) {
+MadeDefinition makeDefinition(Choices& choices) {
+  switch (choices.Below(8)) {
     case 0:
       return {};  // null: no definition
     case 1:
-      return makeForeign(input);
+      return makeForeign(choices);
     case 2:
     case 3:
     case 4:
-      return makeString(input);
+      return makeString(choices);
     default:
-      return makeNumeric(input);
+      return makeNumeric(choices);
   }
 }
 
 // `Owner` is the variable, or the encoder of a categorical one.
 template <typename Owner>
-void replaceDefinition(Input& input, Owner& owner, VariableModel& model) {
-  if (input.OneIn(6)) {
+void replaceDefinition(Choices& choices, Owner& owner, Variable& model) {
+  if (choices.OneIn(6)) {
     check(owner.SetUserMissingInfo(owner.GetUserMissingInfo()), "the held definition again");
     model.isLent = model.missing.has_value();
     return;
   }
-  MadeDefinition made = makeDefinition(input);
+  MadeDefinition made = makeDefinition(choices);
   const bool isAccepted = !made.model || made.model->isString == model.HasStringEncoder();
   check(owner.SetUserMissingInfo(made.definition.get()) == isAccepted, "replace definition");
   if (isAccepted) {
@@ -90,12 +95,12 @@ void replaceDefinition(Input& input, Owner& owner, VariableModel& model) {
   }
 }
 
-void changeLabels(Input& input, IBINEncoder& encoder, VariableModel& model) {
-  if (input.Flag()) {
-    const std::vector<std::string> labels = input.Several(5, [&] { return input.Text(); });
+void changeLabels(Choices& choices, IBINEncoder& encoder, Variable& model) {
+  if (choices.Flag()) {
+    const std::vector<std::string> labels = choices.Several(5, [&] { return choices.Text(); });
     encoder.SetValueLabels(labels);
     model.valueLabels = labels;
-  } else if (!model.valueLabels.empty() && input.OneIn(4)) {
+  } else if (!model.valueLabels.empty() && choices.OneIn(4)) {
     // A label that stands among the labels, which may move while it is set.
     const std::string first = model.valueLabels.front();
     const int code = model.Codes() - 1;
@@ -103,52 +108,52 @@ void changeLabels(Input& input, IBINEncoder& encoder, VariableModel& model) {
     model.SetValueLabel(code, first);
     encoder.SetValueLabels(*encoder.GetValueLabels());
   } else {
-    const int code = input.Index(static_cast<std::size_t>(model.Codes()));
-    const std::string label = input.Text();
+    const int code = choices.Index(model.Codes());
+    const std::string label = choices.Text();
     encoder.SetValueLabel(code, label);
     model.SetValueLabel(code, label);
   }
 }
 
-void encode(Input& input, IBINEncoder& encoder, VariableModel& model) {
-  const bool adds = input.Below(3) != 0;
+void encode(Choices& choices, IBINEncoder& encoder, Variable& model) {
+  const bool adds = choices.Below(3) != 0;
   if (auto* numbers = dynamic_cast<BINCatNumEncoder*>(&encoder)) {
-    const double value = input.Number();
+    const double value = choices.Number();
     check(isSame(adds ? numbers->Encode(value) : numbers->EncodeConst(value),
                  adds ? model.Encode(value) : model.EncodeConst(value)),
           "encode a number");
   } else {
     auto& texts = dynamic_cast<BINStringEncoder&>(encoder);
-    const std::string value = input.Text();
+    const std::string value = choices.Text();
     check(isSame(adds ? texts.Encode(value) : texts.EncodeConst(value),
                  adds ? model.Encode(value) : model.EncodeConst(value)),
           "encode a text");
   }
 }
 
-void stepOfCategoricalEncoder(Input& input, IBINEncoder& encoder, VariableModel& model) {
-  switch (input.Below(6)) {
+void stepOfCategoricalEncoder(Choices& choices, IBINEncoder& encoder, Variable& model) {
+  switch (choices.Below(6)) {
     case 0:
-      return changeLabels(input, encoder, model);
+      return changeLabels(choices, encoder, model);
     case 1:
-      return replaceDefinition(input, encoder, model);
+      return replaceDefinition(choices, encoder, model);
     case 2: {
       const std::unique_ptr<IBINEncoder> clone(encoder.Clone());
-      check(displayed(*clone) == displayed(encoder), "clone of an encoder");
+      compare("clone of an encoder", DisplayOf(*clone), DisplayOf(encoder));
       check(clone->GetUserMissingInfo() == nullptr ||
                 clone->GetUserMissingInfo() != encoder.GetUserMissingInfo(),
             "a clone has a definition of its own");
       return;
     }
     default:
-      return encode(input, encoder, model);
+      return encode(choices, encoder, model);
   }
 }
 
 // A weight encoder only borrows definitions, so what is set must live in the variable.
-void stepOfWeightEncoder(Input& input, BINRoundEncoder& encoder, IBINVariable& variable,
-                         VariableModel& model) {
-  switch (input.Below(4)) {
+void stepOfWeightEncoder(Choices& choices, BINRoundEncoder& encoder, IBINVariable& variable,
+                         Variable& model) {
+  switch (choices.Below(4)) {
     case 0:
       check(encoder.SetUserMissingInfo(nullptr), "no definition for a weight encoder");
       model.isLent = false;
@@ -160,7 +165,7 @@ void stepOfWeightEncoder(Input& input, BINRoundEncoder& encoder, IBINVariable& v
       return;
     }
     case 2: {
-      model.rounding = input.OneIn(4) ? input.AnyInt() : input.Below(3);
+      model.rounding = choices.OneIn(4) ? choices.AnyInt() : choices.Below(3);
       BINRoundEncoder other(static_cast<IBINVariable::BINWRoundingOption>(model.rounding));
       other.SetUserMissingInfo(encoder.GetUserMissingInfo());
       encoder = other;
@@ -170,145 +175,145 @@ void stepOfWeightEncoder(Input& input, BINRoundEncoder& encoder, IBINVariable& v
     }
     default: {
       encoder.SetValueLabels({"ignored"});
-      encoder.SetValueLabel(input.AnyInt(), "ignored");
+      encoder.SetValueLabel(choices.AnyInt(), "ignored");
       BINStringUserMissing refused;
       check(!encoder.SetUserMissingInfo(&refused), "no texts for a weight encoder");
       const std::unique_ptr<IBINEncoder> clone(encoder.Clone());
-      check(clone->GetUserMissingInfo() == encoder.GetUserMissingInfo(), "a clone borrows");
+      compare("a clone borrows", clone->GetUserMissingInfo(), encoder.GetUserMissingInfo());
     }
   }
 }
 
-void stepOfEncoder(Input& input, IBINVariable& variable, VariableModel& model) {
+void stepOfEncoder(Choices& choices, IBINVariable& variable, Variable& model) {
   IBINEncoder* encoder = variable.GetEncoder();
   if (auto* weights = dynamic_cast<BINRoundEncoder*>(encoder)) {
-    stepOfWeightEncoder(input, *weights, variable, model);
+    stepOfWeightEncoder(choices, *weights, variable, model);
   } else if (encoder != nullptr) {
-    stepOfCategoricalEncoder(input, *encoder, model);
+    stepOfCategoricalEncoder(choices, *encoder, model);
   }
 }
 
 // Assigns a variable of either list to one of its class, which may be itself.
-void assignVariable(Input& input, ListPair& pair, ListPair& other, int to) {
-  ListPair& giving = input.Flag() && other.model.Size() > 0 ? other : pair;
-  const int from = input.Below(giving.model.Size());
+void assignVariable(Choices& choices, ListPair& pair, ListPair& other, int to) {
+  ListPair& giving = choices.Flag() && other.plain.Size() > 0 ? other : pair;
+  const int from = choices.Below(giving.plain.Size());
   const bool isSelf = &giving == &pair && from == to;
-  VariableModel& target = *pair.model.At(to);
-  const VariableModel source = *giving.model.At(from);
+  Variable& target = pair.plain.At(to);
+  const Variable source = giving.plain.At(from);
   if (target.kind != source.kind) {
     return;
   }
   const int rounding = target.rounding;
   const bool isLent = target.isLent;
   if (source.IsCategorical()) {
-    dynamic_cast<BINCatVar&>(*pair.list.GetVarAt(to)) =
-        dynamic_cast<BINCatVar&>(*giving.list.GetVarAt(from));
-  } else if (source.kind == VariableModel::Kind::kScale) {
-    dynamic_cast<BINContVar&>(*pair.list.GetVarAt(to)) =
-        dynamic_cast<BINContVar&>(*giving.list.GetVarAt(from));
+    dynamic_cast<BINCatVar&>(*pair.host.GetVarAt(to)) =
+        dynamic_cast<BINCatVar&>(*giving.host.GetVarAt(from));
+  } else if (source.kind == Kind::kScale) {
+    dynamic_cast<BINContVar&>(*pair.host.GetVarAt(to)) =
+        dynamic_cast<BINContVar&>(*giving.host.GetVarAt(from));
   } else {
-    dynamic_cast<BINWeightVar&>(*pair.list.GetVarAt(to)) =
-        dynamic_cast<BINWeightVar&>(*giving.list.GetVarAt(from));
+    dynamic_cast<BINWeightVar&>(*pair.host.GetVarAt(to)) =
+        dynamic_cast<BINWeightVar&>(*giving.host.GetVarAt(from));
   }
   target = source;
   target.rounding = rounding;  // the encoder stays
   target.isLent = isSelf ? isLent : target.missing.has_value();
 }
 
-void cloneVariable(IBINVariable& variable, const VariableModel& model) {
+void cloneVariable(IBINVariable& variable, const Variable& model) {
   const std::unique_ptr<IBINVariable> clone(variable.Clone());
-  VariableModel modelOfClone = model;
+  Variable modelOfClone = model;
   modelOfClone.isLent = model.missing.has_value();
   compareVariable(*clone, modelOfClone);
 }
 
-void askStatus(IBINVariable& variable, VariableModel& model) {
+void askStatus(IBINVariable& variable, Variable& model) {
   const int declared = model.UpdateDeclared();
   const auto expected = !model.IsCategorical() || declared >= 2 ? IBINVariable::VarValid
                         : declared == 1                         ? IBINVariable::VarSingleCategory
                                                                 : IBINVariable::VarNoCategories;
-  check(variable.GetVarStatus() == expected, "status of a variable");
+  compare("status of a variable", variable.GetVarStatus(), expected);
 }
 
 }  // namespace
 
-void stepOfVariable(Input& input, ListPair& pair, ListPair& other) {
-  if (pair.model.Size() == 0) {
+void stepOfVariable(Choices& choices, ListPair& pair, ListPair& other) {
+  if (pair.plain.Size() == 0) {
     return;
   }
-  const int index = input.Below(pair.model.Size());
-  IBINVariable& variable = *pair.list.GetVarAt(index);
-  VariableModel& model = *pair.model.At(index);
-  switch (input.Below(10)) {
+  const int index = choices.Below(pair.plain.Size());
+  IBINVariable& variable = *pair.host.GetVarAt(index);
+  Variable& model = pair.plain.At(index);
+  switch (choices.Below(10)) {
     case 0:
-      model.label = input.Text();
+      model.label = choices.Text();
       return variable.SetVariableLabel(model.label);
     case 1: {
       // Past the list, whose target index stays.
-      const int role = input.AnyInt();
+      const int role = choices.AnyInt();
       variable.SetVariableRole(static_cast<IBINVariable::VariableRole>(role));
-      model.role = model.kind == VariableModel::Kind::kWeight ? kWeightRole : role;
+      model.role = model.kind == Kind::kWeight ? plain_model::kWeightRole : role;
       return;
     }
     case 2:
       if (auto* categorical = dynamic_cast<BINCatVar*>(&variable)) {
-        model.declared = input.AnyInt();
+        model.declared = choices.AnyInt();
         categorical->SetNumberOfCategories(model.declared);
       }
       return;
     case 3:
-      check(variable.UpdateNumberOfCategories() == model.UpdateDeclared(), "update categories");
+      compare("update categories", variable.UpdateNumberOfCategories(), model.UpdateDeclared());
       return;
     case 4:
       return askStatus(variable, model);
     case 5:
-      return replaceDefinition(input, variable, model);
+      return replaceDefinition(choices, variable, model);
     case 6:
-      return assignVariable(input, pair, other, index);
+      return assignVariable(choices, pair, other, index);
     case 7:
       return cloneVariable(variable, model);
     default:
-      return stepOfEncoder(input, variable, model);
+      return stepOfEncoder(choices, variable, model);
   }
 }
 
-void stepsOfEncoders(Input& input) {
-  const std::vector<double> numbers = input.Several(12, [&] { return input.Number(); });
-  const std::vector<std::string> texts = input.Several(12, [&] { return input.Text(); });
+void stepsOfEncoders(Choices& choices) {
+  const std::vector<double> numbers = choices.Several(60, [&] { return choices.Number(); });
+  const std::vector<std::string> texts = choices.Several(60, [&] { return choices.Text(); });
   BINCatNumEncoder ofNumbers(numbers);
   BINStringEncoder ofTexts(texts);
-  BINCatNumEncoder oneByOne(input.AnyInt());
-  BINStringEncoder textByText(input.AnyInt());
-  VariableModel model;
+  BINCatNumEncoder oneByOne(choices.AnyInt());
+  BINStringEncoder textByText(choices.AnyInt());
+  Variable model;
   for (const double value : numbers) {
-    check(isSame(oneByOne.Encode(value), model.Encode(value)), "encode one by one");
-    check(isSame(ofNumbers.EncodeConst(value), model.EncodeConst(value)), "encode at once");
+    compare("encode one by one", oneByOne.Encode(value), model.Encode(value));
+    compare("encode at once", ofNumbers.EncodeConst(value), model.EncodeConst(value));
   }
-  check(displayed(oneByOne) == displayed(ofNumbers), "both have the same numbers");
-  model = VariableModel();
+  compare("both have the same numbers", DisplayOf(oneByOne), DisplayOf(ofNumbers));
+  model = Variable();
   for (const std::string& value : texts) {
-    check(isSame(textByText.Encode(value), model.Encode(value)), "encode text by text");
-    check(isSame(ofTexts.EncodeConst(value), model.EncodeConst(value)), "encode texts at once");
+    compare("encode text by text", textByText.Encode(value), model.Encode(value));
+    compare("encode texts at once", ofTexts.EncodeConst(value), model.EncodeConst(value));
   }
-  check(displayed(textByText) == displayed(ofTexts), "both have the same texts");
+  compare("both have the same texts", DisplayOf(textByText), DisplayOf(ofTexts));
 }
 
-void stepsOfDefinitions(Input& input) {
-  MadeDefinition first = makeDefinition(input);
-  MadeDefinition second = makeDefinition(input);
+void stepsOfDefinitions(Choices& choices) {
+  MadeDefinition first = makeDefinition(choices);
+  MadeDefinition second = makeDefinition(choices);
   if (first.definition == nullptr) {
     return;
   }
   const std::unique_ptr<IBINUserMissing> clone(first.definition->Clone());
   compareDefinition(*clone, *first.model);
-  check(displayed(*clone) == displayed(*first.definition), "clone of a definition");
+  compare("clone of a definition", DisplayOf(*clone), DisplayOf(*first.definition));
   const bool isEqual = second.model && first.model->IsEqualTo(*second.model);
   check(first.definition->IsEqualTo(second.definition.get()) == isEqual, "equal definitions");
   if (auto* numeric = dynamic_cast<BINNumericUserMissing*>(first.definition.get())) {
-    const double value = input.Number();
-    check(numeric->Contains(value) == first.model->Contains(value), "contains a number");
+    const double value = choices.Number();
+    compare("contains a number", numeric->Contains(value), first.model->Contains(value));
     if (const auto* other = dynamic_cast<BINNumericUserMissing*>(second.definition.get())) {
-      *numeric = input.Flag() ? *other : *numeric;
+      *numeric = choices.Flag() ? *other : *numeric;
     }
     if (numeric->GetNDiscreteValues() > 0) {
       // What is added stands in the vectors that grow.
@@ -318,10 +323,10 @@ void stepsOfDefinitions(Input& input) {
             "a value of its own added");
     }
   } else if (auto* strings = dynamic_cast<BINStringUserMissing*>(first.definition.get())) {
-    const std::string value = input.Text();
-    check(strings->Contains(value) == first.model->Contains(value), "contains a text");
+    const std::string value = choices.Text();
+    compare("contains a text", strings->Contains(value), first.model->Contains(value));
     if (const auto* other = dynamic_cast<BINStringUserMissing*>(second.definition.get())) {
-      *strings = input.Flag() ? *other : *strings;
+      *strings = choices.Flag() ? *other : *strings;
     }
     if (strings->GetNDiscreteValues() > 0) {
       strings->AddValue(strings->GetDiscreteValues().front(), strings->GetValueLabels().front());
@@ -332,4 +337,4 @@ void stepsOfDefinitions(Input& input) {
   }
 }
 
-}  // namespace fuzz
+}  // namespace mcbinning_tests

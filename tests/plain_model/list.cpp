@@ -1,4 +1,4 @@
-#include "fuzz/list_model.h"
+#include "plain_model/list.h"
 
 #include <mccomvor/missing_value.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-namespace fuzz {
+namespace plain_model {
 
 namespace {
 
@@ -36,52 +36,68 @@ double addCode(std::vector<Value>& byCode, const Value& value) {
 
 }  // namespace
 
-bool DefinitionModel::Contains(double value) const {
+bool Definition::Contains(double value) const {
   const bool isListed = std::find(numbers.begin(), numbers.end(), value) != numbers.end();
   return isListed || (interval && interval->first <= value && value <= interval->second);
 }
 
-bool DefinitionModel::Contains(const std::string& value) const {
+bool Definition::Contains(const std::string& value) const {
   return std::find(texts.begin(), texts.end(), value) != texts.end();
 }
 
-bool DefinitionModel::IsEqualTo(const DefinitionModel& other) const {
+bool Definition::IsEqualTo(const Definition& other) const {
   return !isForeign && !other.isForeign && isString == other.isString && numbers == other.numbers &&
          texts == other.texts && interval == other.interval;
 }
 
-double VariableModel::Encode(double value) {
-  if (value == MCMV::gMissingValue || (missing && missing->Contains(value))) {
+double Variable::Encode(double value) {
+  if (value == MCMV::gMissingValue || IsMissing(value)) {
     return -1.0;
   }
   return addCode(numbers, value);
 }
 
-double VariableModel::Encode(const std::string& value) {
+double Variable::Encode(const std::string& value) {
   return missing && missing->Contains(value) ? -1.0 : addCode(texts, value);
 }
 
-double VariableModel::EncodeConst(double value) const {
-  return missing && missing->Contains(value) ? -1.0 : codeOf(numbers, value);
+double Variable::EncodeConst(double value) const {
+  return IsMissing(value) ? -1.0 : codeOf(numbers, value);
 }
 
-double VariableModel::EncodeConst(const std::string& value) const {
+double Variable::EncodeConst(const std::string& value) const {
   return missing && missing->Contains(value) ? -1.0 : codeOf(texts, value);
 }
 
-void VariableModel::SetValueLabel(int code, const std::string& valueLabel) {
+std::optional<double> Variable::EncodeWeight(double raw) const {
+  if (raw == MCMV::gMissingValue || !std::isfinite(raw) || (isLent && IsMissing(raw))) {
+    return std::nullopt;
+  }
+  double rounded = raw;
+  if (rounding == 0) {
+    rounded = std::floor(raw);
+  } else if (rounding == 1) {
+    rounded = std::floor(raw + 0.5);
+  }
+  if (rounded <= 0.0) {
+    return std::nullopt;
+  }
+  return rounded;
+}
+
+void Variable::SetValueLabel(int code, const std::string& valueLabel) {
   valueLabels.resize(std::max(valueLabels.size(), static_cast<std::size_t>(Codes())));
   if (code >= 0 && code < Codes()) {
     valueLabels[static_cast<std::size_t>(code)] = valueLabel;
   }
 }
 
-int VariableModel::UpdateDeclared() {
-  declared = std::max(declared, Codes());
+int Variable::UpdateDeclared() {
+  declared = Categories();
   return declared;
 }
 
-bool VariableModel::AddMissing(double value, const std::string& valueLabel) {
+bool Variable::AddMissing(double value, const std::string& valueLabel) {
   if (level == kStringLevel || (missing && (missing->isForeign || missing->isString))) {
     return false;
   }
@@ -89,24 +105,24 @@ bool VariableModel::AddMissing(double value, const std::string& valueLabel) {
     return true;  // asked for and refused by the variable
   }
   isLent = isLent || !missing;
-  missing = missing ? missing : DefinitionModel();
+  missing = missing ? missing : Definition();
   missing->numbers.push_back(value);
   missing->labels.push_back(valueLabel);
   return true;
 }
 
-bool VariableModel::AddMissing(const std::string& value, const std::string& valueLabel) {
+bool Variable::AddMissing(const std::string& value, const std::string& valueLabel) {
   if (level != kStringLevel || (missing && (missing->isForeign || !missing->isString))) {
     return false;
   }
-  missing = missing ? missing : DefinitionModel();
+  missing = missing ? missing : Definition();
   missing->isString = true;
   missing->texts.push_back(value);
   missing->labels.push_back(valueLabel);
   return true;
 }
 
-bool VariableModel::SetMissingInterval(double low, double high) {
+bool Variable::SetMissingInterval(double low, double high) {
   if (level == kStringLevel ||
       (missing && (missing->isForeign || missing->isString || missing->interval))) {
     return false;
@@ -115,12 +131,12 @@ bool VariableModel::SetMissingInterval(double low, double high) {
     return true;
   }
   isLent = isLent || !missing;
-  missing = missing ? missing : DefinitionModel();
+  missing = missing ? missing : Definition();
   missing->interval = {low, high};
   return true;
 }
 
-bool VariableModel::CanMergeWith(const VariableModel& other) const {
+bool Variable::CanMergeWith(const Variable& other) const {
   if (name != other.name || label != other.label || role != other.role || level != other.level) {
     return false;
   }
@@ -131,7 +147,7 @@ bool VariableModel::CanMergeWith(const VariableModel& other) const {
          (level == kScaleLevel || (declared == Codes() && other.declared == other.Codes()));
 }
 
-bool VariableModel::HasSameMissing(const VariableModel& other) const {
+bool Variable::HasSameMissing(const Variable& other) const {
   if (!missing || !other.missing) {
     return !missing && !other.missing;
   }
@@ -139,22 +155,18 @@ bool VariableModel::HasSameMissing(const VariableModel& other) const {
   return missing->IsEqualTo(*other.missing) || (missing->isForeign && this == &other);
 }
 
-VariableModel* ListModel::At(int index) {
-  return index < 0 || index >= Size() ? nullptr : &variables[static_cast<std::size_t>(index)];
-}
-
-int ListModel::Find(const std::string& name) const {
+int VariableList::Find(const std::string& name) const {
   const auto found = std::find_if(variables.begin(), variables.end(),
                                   [&name](const auto& variable) { return variable.name == name; });
   return found == variables.end() ? -1 : static_cast<int>(found - variables.begin());
 }
 
-int ListModel::Add(const VariableModel& variable) {
+int VariableList::Add(const Variable& variable) {
   variables.push_back(variable);
   return Size() - 1;
 }
 
-int ListModel::AddCategorical(const VariableModel& variable) {
+int VariableList::AddCategorical(const Variable& variable) {
   if (!IsFree(variable.name)) {
     return -1;
   }
@@ -164,7 +176,7 @@ int ListModel::AddCategorical(const VariableModel& variable) {
   return index;
 }
 
-int ListModel::AddScale(const VariableModel& variable) {
+int VariableList::AddScale(const Variable& variable) {
   if (!IsFree(variable.name) || variable.role == kTargetRole) {
     return -1;
   }
@@ -172,7 +184,7 @@ int ListModel::AddScale(const VariableModel& variable) {
   return Add(variable);
 }
 
-int ListModel::AddWeight(const VariableModel& variable) {
+int VariableList::AddWeight(const Variable& variable) {
   if (weight >= 0) {
     return -1;
   }
@@ -180,33 +192,33 @@ int ListModel::AddWeight(const VariableModel& variable) {
   return weight;
 }
 
-bool ListModel::SetRole(int index, int role) {
-  VariableModel* variable = At(index);
-  if (variable == nullptr) {
+bool VariableList::SetRole(int index, int role) {
+  if (!Has(index)) {
     return false;
   }
+  Variable& variable = At(index);
   if (role == kTargetRole && target < 0) {
     target = index;
-  } else if (role != kTargetRole && variable->role == kTargetRole) {
+  } else if (role != kTargetRole && variable.role == kTargetRole) {
     target = -1;
   }
-  if (variable->kind != VariableModel::Kind::kWeight) {
-    variable->role = role;
+  if (variable.kind != Kind::kWeight) {
+    variable.role = role;
   }
   return true;
 }
 
-bool ListModel::Remove(int index) {
-  const VariableModel* removed = At(index);
-  if (removed == nullptr) {
+bool VariableList::Remove(int index) {
+  if (!Has(index)) {
     return false;
   }
-  if (removed->level == kScaleLevel) {
+  const Variable& removed = At(index);
+  if (removed.level == kScaleLevel) {
     --scale;
   } else if (index != weight) {
     --categorical;
   }
-  if (removed->role == kTargetRole) {
+  if (removed.role == kTargetRole) {
     target = -1;
   } else if (index < target) {
     --target;
@@ -220,9 +232,9 @@ bool ListModel::Remove(int index) {
   return true;
 }
 
-int ListModel::UpdateNumbersOfCategories() {
+int VariableList::UpdateNumbersOfCategories() {
   long long sum = 0;
-  for (VariableModel& variable : variables) {
+  for (Variable& variable : variables) {
     sum += variable.UpdateDeclared();
   }
   const long long least = std::numeric_limits<int>::min();
@@ -230,10 +242,10 @@ int ListModel::UpdateNumbersOfCategories() {
   return static_cast<int>(std::min(std::max(sum, least), most));
 }
 
-bool ListModel::IsValid(std::vector<int>& single, std::vector<int>& empty) {
+bool VariableList::IsValid(std::vector<int>& single, std::vector<int>& empty) {
   bool hasAttribute = false;
   for (int i = 0; i < Size(); ++i) {
-    VariableModel& variable = *At(i);
+    Variable& variable = At(i);
     hasAttribute = hasAttribute || variable.role == kAttributeRole;
     variable.UpdateDeclared();
     if (variable.IsCategorical() && variable.declared < 2) {
@@ -243,7 +255,15 @@ bool ListModel::IsValid(std::vector<int>& single, std::vector<int>& empty) {
   return single.empty() && empty.empty() && hasAttribute;
 }
 
-std::optional<int> ListModel::FirstDifference(const ListModel& other) const {
+VariableList VariableList::Copy() const {
+  VariableList copy = *this;
+  for (Variable& variable : copy.variables) {
+    variable.isLent = variable.missing.has_value();
+  }
+  return copy;
+}
+
+std::optional<int> VariableList::FirstDifference(const VariableList& other) const {
   if (Size() != other.Size()) {
     return std::min(Size(), other.Size());
   }
@@ -258,4 +278,4 @@ std::optional<int> ListModel::FirstDifference(const ListModel& other) const {
   return std::nullopt;
 }
 
-}  // namespace fuzz
+}  // namespace plain_model
