@@ -258,9 +258,8 @@ TEST(SplitScanTest, WeightsOfAnySizeGiveTheSplitOfThePlainScan) {
 // The running counts of both sides then add up to infinity at some positions, where the direct
 // formula gives 0.
 TEST(SplitScanTest, WeightsThatAddUpToTheLargestDoubleGiveTheSplitOfThePlainScan) {
-  for (std::uint64_t seed = 50; seed < 150; ++seed) {
-    Random random(seed);
-    auto rows = makeRows(shapes()[seed % shapes().size()], 300, 2, 1.5, fraction, random);
+  mcbinning_tests::forRandomRuns(100, [](Choices& choices) {
+    auto rows = makeRows(choices.Pick(shapes()), 300, 2, 1.5, fraction, choices);
     double total = 0.0;
     for (const SortedRows::Row& row : rows) {
       total += row.weight;
@@ -269,9 +268,8 @@ TEST(SplitScanTest, WeightsThatAddUpToTheLargestDoubleGiveTheSplitOfThePlainScan
     for (SortedRows::Row& row : rows) {
       row.weight *= scale;
     }
-    SCOPED_TRACE(seed);
     bestSplitOf(rows, 2);
-  }
+  });
 }
 
 TEST(SplitScanTest, ManySmallTablesGiveTheSplitOfThePlainScan) {
