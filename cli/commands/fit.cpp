@@ -17,6 +17,7 @@
 #include "toolkit/errors.h"
 #include "toolkit/fit/fit_model.h"
 #include "toolkit/fit/fit_request.h"
+#include "toolkit/fit/text_cases.h"
 #include "toolkit/input/cells.h"
 #include "toolkit/model/model_json.h"
 #include "toolkit/system/output_file.h"
@@ -161,9 +162,10 @@ void runFit(FitCommand& fit) {
     std::fputs(planText(columns, fit.request.input.data, rows, categories).c_str(), stderr);
   };
   FitTimings timings;
+  TextCases cases(*reader, fit.request.naTexts);
   const Model model = [&] {
     const MutedStandardOutput muted;
-    return fitModel(fit.request, *reader, {monitor, tellPlan, fit.timings}, timings);
+    return fitModel(fit.request, cases, {monitor, tellPlan, fit.timings}, timings);
   }();
   const auto start = std::chrono::steady_clock::now();
   if (file) {

@@ -6,7 +6,6 @@
 #include <cmath>
 
 #include "toolkit/errors.h"
-#include "toolkit/input/cells.h"
 
 namespace mcbin {
 namespace {
@@ -30,14 +29,13 @@ void add(WeightedCounts& counts, int code, double weight) {
 
 }  // namespace
 
-CaseFeed::CaseFeed(TableReader& reader, const std::vector<ColumnPlan>& columns,
+CaseFeed::CaseFeed(CaseSource& source, const std::vector<ColumnPlan>& columns,
                    const FeedLayout& layout, const TableScan& scan,
                    const std::vector<std::string>& naTexts, WeightRounding rounding, bool isTimed)
-    : reader_(reader),
+    : source_(source),
       columns_(columns),
       layout_(layout),
       naTexts_(naTexts),
-      cells_(naTexts),
       codes_(scan.codes),
       weightEncoder_(roundingOption(rounding)),
       record_(sizeOf(layout)),
@@ -49,21 +47,21 @@ CaseFeed::CaseFeed(TableReader& reader, const std::vector<ColumnPlan>& columns,
 }
 
 bool CaseFeed::HasNext() {
-  if (atEnd_ || rowIsReady_) return !atEnd_;
+  if (atEnd_ || caseIsReady_) return !atEnd_;
   // The library asks for the case next, so the two calls are timed as one.
   if (isTimed_) started_ = Clock::now();
   try {
-    rowIsReady_ = reader_.NextRow(row_);
+    caseIsReady_ = source_.NextCase();
   } catch (...) {
     failure_ = std::current_exception();
   }
-  atEnd_ = !rowIsReady_;
+  atEnd_ = !caseIsReady_;
   if (atEnd_ && isTimed_) timeSpent_ += Clock::now() - started_;
-  return rowIsReady_;
+  return caseIsReady_;
 }
 
 const MCCommon::Record* CaseFeed::Next() {
-  rowIsReady_ = false;
+  caseIsReady_ = false;
   try {
     FillRecord();
   } catch (...) {
@@ -100,11 +98,11 @@ void CaseFeed::FillRecord() {
   }
 }
 
-int CaseFeed::TargetCode() const {
+int CaseFeed::TargetCode() {
   if (!layout_.targetColumn) return -1;
   const std::size_t column = *layout_.targetColumn;
   const std::string_view category =
-      categoryOf(row_.cells[column], naTexts_, columns_[column].missingTexts);
+      categoryOf(source_.ReadText(column), naTexts_, columns_[column].missingTexts);
   if (category.empty()) return -1;
   const auto code = codes_.find(category);
   if (code == codes_.end()) FailChanged(column);
@@ -132,9 +130,9 @@ void CaseFeed::FillAttribute(std::size_t attribute, int code, double weight) {
   }
 }
 
-std::optional<double> CaseFeed::ReadValue(std::size_t column) const {
+std::optional<double> CaseFeed::ReadValue(std::size_t column) {
   double value = 0.0;
-  switch (cells_.Read(row_.cells[column], value)) {
+  switch (source_.ReadNumber(column, value)) {
     case CellKind::Missing:
       return std::nullopt;
     case CellKind::Number:
@@ -146,21 +144,21 @@ std::optional<double> CaseFeed::ReadValue(std::size_t column) const {
     throw DataError(
         fmt::format("{}: '{}' in column {} is the number that stands for a missing "
                     "value inside the library: name it with --na if it is missing",
-                    reader_.Where(row_), row_.cells[column], columns_[column].name));
+                    source_.Where(), source_.ReadText(column), columns_[column].name));
   }
   return value;
 }
 
 void CaseFeed::FailChanged(std::size_t column) const {
   throw DataError(fmt::format("{}: column {} changed while the data were read: run it again",
-                              reader_.Where(row_), columns_[column].name));
+                              source_.Where(), columns_[column].name));
 }
 
 void CaseFeed::FailWeightOverflow() const {
   throw DataError(
       fmt::format("{}: the weights in column {} add up to more than a number can hold: "
                   "divide them all by the same large number",
-                  reader_.Where(row_), columns_[*layout_.weightColumn].name));
+                  source_.Where(), columns_[*layout_.weightColumn].name));
 }
 
 const WeightedCounts& CaseFeed::MissingCases(std::size_t attribute) const {

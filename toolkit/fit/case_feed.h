@@ -1,4 +1,4 @@
-/// The second pass over the data: rows become the cases that the library asks for.
+/// The second pass over the data: cases become the records that the library asks for.
 #ifndef MCBIN_TOOLKIT_FIT_CASE_FEED_H
 #define MCBIN_TOOLKIT_FIT_CASE_FEED_H
 
@@ -13,10 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/fit/case_source.h"
 #include "toolkit/fit/column_plan.h"
 #include "toolkit/fit/column_scan.h"
-#include "toolkit/input/cells.h"
-#include "toolkit/input/table_reader.h"
 #include "toolkit/model/model.h"
 
 namespace mcbin {
@@ -29,13 +28,13 @@ struct FeedLayout {
   std::vector<std::size_t> attributeColumns;
 };
 
-/// Hands the rows of a table to the library, and counts on the way what the library does not tell
+/// Hands the cases of a source to the library, and counts on the way what the library does not tell
 /// apart: missing and user-missing values by target category, cases dropped for their weight. A
 /// failure while reading ends the cases; RethrowFailure brings it up after the run.
 class CaseFeed : public BINCaseIterator {
  public:
-  /// Everything is borrowed. The table must stand in front of its first row.
-  CaseFeed(TableReader& reader, const std::vector<ColumnPlan>& columns, const FeedLayout& layout,
+  /// Everything is borrowed. The source must stand in front of its first case.
+  CaseFeed(CaseSource& source, const std::vector<ColumnPlan>& columns, const FeedLayout& layout,
            const TableScan& scan, const std::vector<std::string>& naTexts, WeightRounding rounding,
            bool isTimed);
 
@@ -61,23 +60,21 @@ class CaseFeed : public BINCaseIterator {
   using Clock = std::chrono::steady_clock;
 
   void FillRecord();
-  int TargetCode() const;
+  int TargetCode();
   double RoundedWeight();
   void FillAttribute(std::size_t attribute, int code, double weight);
-  std::optional<double> ReadValue(std::size_t column) const;
+  std::optional<double> ReadValue(std::size_t column);
   [[noreturn]] void FailChanged(std::size_t column) const;
   [[noreturn]] void FailWeightOverflow() const;
 
-  TableReader& reader_;
+  CaseSource& source_;
   const std::vector<ColumnPlan>& columns_;
   const FeedLayout& layout_;
   const std::vector<std::string>& naTexts_;
-  ScaleCells cells_;
   const ClassCodes& codes_;
   BINRoundEncoder weightEncoder_;
   MCCommon::Record record_;
-  TableRow row_;
-  bool rowIsReady_ = false;
+  bool caseIsReady_ = false;
   bool atEnd_ = false;
   std::exception_ptr failure_;
   bool isTimed_;

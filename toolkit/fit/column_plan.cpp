@@ -194,6 +194,7 @@ void requireNumbers(const ColumnPlan& column, const ColumnScan& scan) {
 
 /// Why a column cannot be cut, or an empty text.
 std::string reasonNotToCut(const ColumnPlan& column, const ColumnScan& scan) {
+  if (!scan.unfit.empty()) return scan.unfit;
   if (column.declaredType == ColumnType::Category) return "declared a category";
   if (column.declaredType == ColumnType::Scale) {
     requireNumbers(column, scan);
@@ -227,6 +228,10 @@ std::vector<ColumnPlan> planColumns(const FitRequest& request,
 void applyScan(const TableScan& scan, std::vector<ColumnPlan>& columns) {
   for (std::size_t c = 0; c < columns.size(); ++c) {
     ColumnPlan& column = columns[c];
+    const bool isTaken = column.use == ColumnUse::Target || column.use == ColumnUse::Weight;
+    if (isTaken && !scan.columns[c].unfit.empty()) {
+      throw DataError(fmt::format("column {}: {}", column.name, scan.columns[c].unfit));
+    }
     if (column.use == ColumnUse::Target) checkTarget(scan, column);
     if (column.use == ColumnUse::Weight) requireNumbers(column, scan.columns[c]);
     if (column.use != ColumnUse::Attribute) continue;

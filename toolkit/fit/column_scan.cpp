@@ -15,17 +15,25 @@ constexpr std::uint64_t kReportInterval = 4096;
 
 class Scanner {
  public:
-  Scanner(TableReader& reader, const ScanRequest& request)
-      : reader_(reader), request_(request), cells_(request.naTexts) {
+  Scanner(CaseSource& cases, const ScanRequest& request) : cases_(cases), request_(request) {
     scan_.columns.resize(request.columns.size());
+    for (std::size_t c = 0; c < request.columns.size(); ++c) {
+      scan_.columns[c].unfit = cases.WhyUnfit(c);
+      if (!scan_.columns[c].unfit.empty()) continue;
+      if (request.columns[c] == ScanAs::Cells) open_.push_back(c);
+      if (request.columns[c] == ScanAs::Target) target_ = c;
+    }
   }
 
-  void Row(const TableRow& row) {
+  void Case() {
     ++scan_.rows;
-    for (std::size_t c = 0; c < request_.columns.size(); ++c) {
-      if (request_.columns[c] == ScanAs::Cells) Cell(row, c);
-      if (request_.columns[c] == ScanAs::Target) TargetCell(row, c);
+    bool isSettled = false;
+    for (std::size_t c : open_) {
+      Cell(c);
+      isSettled = isSettled || IsSettled(c);
     }
+    if (isSettled) std::erase_if(open_, [this](std::size_t c) { return IsSettled(c); });
+    if (target_) TargetCell(*target_);
   }
 
   TableScan Finish() {
@@ -36,68 +44,73 @@ class Scanner {
   std::uint64_t Rows() const { return scan_.rows; }
 
  private:
-  void Cell(const TableRow& row, std::size_t column) {
+  /// Whether more cells of the column can tell nothing more. One of numbers and texts is refused
+  /// whatever follows.
+  bool IsSettled(std::size_t column) const {
+    const ColumnScan& scan = scan_.columns[column];
+    return scan.firstNumber && (scan.firstText || cases_.HoldsOnlyNumbers(column));
+  }
+
+  void Cell(std::size_t column) {
     ColumnScan& scan = scan_.columns[column];
-    // A column of numbers and texts is refused whatever follows.
-    if (scan.firstNumber && scan.firstText) return;
     double value = 0.0;
-    switch (cells_.Read(row.cells[column], value)) {
+    switch (cases_.ReadNumber(column, value)) {
       case CellKind::Missing:
         break;
       case CellKind::Number:
-        Note(scan.firstNumber, row, column);
+        Note(scan.firstNumber, column);
         break;
       case CellKind::Text:
-        Note(scan.firstText, row, column);
+        Note(scan.firstText, column);
         break;
       case CellKind::OutOfRange:
-        Note(scan.firstOutOfRange, row, column);
+        Note(scan.firstOutOfRange, column);
         break;
     }
   }
 
-  void Note(std::optional<Sighting>& sighting, const TableRow& row, std::size_t column) {
+  void Note(std::optional<Sighting>& sighting, std::size_t column) {
     if (!sighting) {
-      sighting = Sighting{reader_.Where(row), std::string(trimmed(row.cells[column]))};
+      sighting = Sighting{cases_.Where(), std::string(trimmed(cases_.ReadText(column)))};
     }
   }
 
-  void TargetCell(const TableRow& row, std::size_t column) {
+  void TargetCell(std::size_t column) {
     const std::string_view category =
-        categoryOf(row.cells[column], request_.naTexts, request_.targetMissingTexts);
+        categoryOf(cases_.ReadText(column), request_.naTexts, request_.targetMissingTexts);
     if (category.empty() || classes_.Has(category)) return;
-    const std::string& name = reader_.ColumnNames()[column];
+    const std::string& name = cases_.ColumnNames()[column];
     if (!isUtf8(category)) {
       throw DataError(
           fmt::format("{}: the category in column {} is not UTF-8 text: convert the "
                       "file (iconv -f LATIN1 -t UTF-8)",
-                      reader_.Where(row), name));
+                      cases_.Where(), name));
     }
     if (!classes_.Add(category)) {
       throw DataError(fmt::format(
           "{}: the target {} has more than {} categories: '{}' is one too many; is it really a "
           "class? (--missing {}=TEXT and --na take texts out)",
-          reader_.Where(row), name, kMaxClasses, category, name));
+          cases_.Where(), name, kMaxClasses, category, name));
     }
   }
 
-  TableReader& reader_;
+  CaseSource& cases_;
   const ScanRequest& request_;
-  ScaleCells cells_;
   TargetClasses classes_;
+  std::vector<std::size_t> open_;  ///< Columns whose next cell may tell something.
+  std::optional<std::size_t> target_;
   TableScan scan_;
 };
 
 }  // namespace
 
-TableScan scanTable(TableReader& reader, const ScanRequest& request, Monitor& monitor) {
-  Scanner scanner(reader, request);
-  TableRow row;
-  while (reader.NextRow(row)) {
-    scanner.Row(row);
+TableScan scanTable(CaseSource& cases, const ScanRequest& request, Monitor& monitor) {
+  Scanner scanner(cases, request);
+  while (cases.NextCase()) {
+    scanner.Case();
     if (scanner.Rows() % kReportInterval == 0) {
       monitor.ThrowIfStopped();
-      monitor.Update("looking at the columns", reader.ShareRead(),
+      monitor.Update("looking at the columns", cases.ShareRead(),
                      static_cast<double>(scanner.Rows()), "cases");
     }
   }

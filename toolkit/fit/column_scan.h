@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/fit/case_source.h"
 #include "toolkit/fit/target_classes.h"
-#include "toolkit/input/table_reader.h"
 #include "toolkit/monitor.h"
 
 namespace mcbin {
@@ -29,6 +29,7 @@ struct ColumnScan {
   std::optional<Sighting> firstNumber;
   std::optional<Sighting> firstText;
   std::optional<Sighting> firstOutOfRange;
+  std::string unfit = {};  ///< CaseSource::WhyUnfit.
 };
 
 struct TableScan {
@@ -45,9 +46,9 @@ struct ScanRequest {
   std::vector<std::string> targetMissingTexts;
 };
 
-/// Reads the table once to its end. DataError for a target with more than 256 categories or a
+/// Goes over the cases once to their end. DataError for a target with more than 256 categories or a
 /// category that is not UTF-8.
-TableScan scanTable(TableReader& reader, const ScanRequest& request, Monitor& monitor);
+TableScan scanTable(CaseSource& cases, const ScanRequest& request, Monitor& monitor);
 
 /// The text of the category that a target cell names, empty when it is missing or declared missing;
 /// a number is declared missing in whatever way it is written.

@@ -97,21 +97,21 @@ void takeCounts(const CaseFeed& feed, Model& model) {
 
 }  // namespace
 
-Model fitModel(const FitRequest& request, TableReader& reader, const FitWatch& watch,
+Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& watch,
                FitTimings& timings) {
   auto start = std::chrono::steady_clock::now();
-  std::vector<ColumnPlan> columns = planColumns(request, reader.ColumnNames());
-  const TableScan seen = scanTable(reader, scanRequest(request, columns), watch.monitor);
+  std::vector<ColumnPlan> columns = planColumns(request, cases.ColumnNames());
+  const TableScan seen = scanTable(cases, scanRequest(request, columns), watch.monitor);
   applyScan(seen, columns);
   timings.scanning = secondsSince(start);
   watch.monitor.Clear();
   if (watch.planned) watch.planned(columns, seen.rows, seen.categories);
 
   start = std::chrono::steady_clock::now();
-  reader.Rewind();
+  cases.Rewind();
   const FeedLayout layout = layoutOf(columns);
   Model model = modelOf(request, columns, layout, seen.categories);
-  CaseFeed feed(reader, columns, layout, seen, request.naTexts, request.rounding, watch.timesFeed);
+  CaseFeed feed(cases, columns, layout, seen, request.naTexts, request.rounding, watch.timesFeed);
   runLibrary(feed, seen.rows, watch.monitor, model);
   takeCounts(feed, model);
   watch.monitor.Clear();

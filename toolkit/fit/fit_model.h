@@ -1,4 +1,4 @@
-/// From a table to a model.
+/// From cases to a model.
 #ifndef MCBIN_TOOLKIT_FIT_FIT_MODEL_H
 #define MCBIN_TOOLKIT_FIT_FIT_MODEL_H
 
@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/fit/case_source.h"
 #include "toolkit/fit/column_plan.h"
 #include "toolkit/fit/fit_request.h"
-#include "toolkit/input/table_reader.h"
 #include "toolkit/model/model.h"
 #include "toolkit/monitor.h"
 
@@ -33,9 +33,9 @@ struct FitWatch {
   bool timesFeed = false;
 };
 
-/// Reads the table twice, runs the library over it and gathers the model. Throws the errors of
+/// Goes over the cases twice, runs the library over it and gathers the model. Throws the errors of
 /// errors.h. `timings` is filled as far as the run came.
-Model fitModel(const FitRequest& request, TableReader& reader, const FitWatch& watch,
+Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& watch,
                FitTimings& timings);
 
 }  // namespace mcbin

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "toolkit/text/number_text.h"
+
 namespace mcbin {
 const std::vector<std::string>& defaultNaTexts() {
   static const std::vector<std::string> texts = {"NA", "N/A", "NaN", "nan", "NULL", "null", "?"};
@@ -48,6 +50,10 @@ ScaleCells::ScaleCells(const std::vector<std::string>& naTexts)
         double ignored = 0.0;
         return readNumber(text, ignored) == NumberReading::Number;
       })) {}
+
+CellKind ScaleCells::OfAnyNumber(double number) const {
+  return isMissingCell(shortestNumber(number), naTexts_) ? CellKind::Missing : CellKind::Number;
+}
 
 CellKind ScaleCells::ReadAnyCell(std::string_view cell, double& value) const {
   if (numbersMayBeMissing_ && isMissingCell(cell, naTexts_)) return CellKind::Missing;

@@ -2,6 +2,7 @@
 #ifndef MCBIN_TOOLKIT_INPUT_CELLS_H
 #define MCBIN_TOOLKIT_INPUT_CELLS_H
 
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,7 +39,15 @@ class ScaleCells {
     return ReadAnyCell(cell, value);
   }
 
+  /// What a cell says that is a number already: NaN is missing, and so is a number whose shortest
+  /// text is a missing text.
+  CellKind OfNumber(double number) const {
+    if (std::isnan(number)) return CellKind::Missing;
+    return numbersMayBeMissing_ ? OfAnyNumber(number) : CellKind::Number;
+  }
+
  private:
+  CellKind OfAnyNumber(double number) const;
   CellKind ReadAnyCell(std::string_view cell, double& value) const;
 
   std::vector<std::string> naTexts_;

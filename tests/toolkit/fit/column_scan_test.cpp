@@ -5,6 +5,7 @@
 #include "tests/toolkit/support/memory_table.h"
 #include "tests/toolkit/support/temporary_file.h"
 #include "toolkit/errors.h"
+#include "toolkit/fit/text_cases.h"
 
 namespace mcbin {
 namespace {
@@ -14,7 +15,8 @@ using testing::messageOf;
 
 TableScan scan(MemoryTable& table, const ScanRequest& request) {
   Monitor monitor;
-  return scanTable(table, request, monitor);
+  TextCases cases(table, request.naTexts);
+  return scanTable(cases, request, monitor);
 }
 
 TEST(ColumnScan, NotesTheFirstNumberTextAndOverflow) {

@@ -12,6 +12,7 @@
 #include "tests/toolkit/support/memory_table.h"
 #include "tests/toolkit/support/temporary_file.h"
 #include "toolkit/errors.h"
+#include "toolkit/fit/text_cases.h"
 
 namespace mcbin {
 namespace {
@@ -28,7 +29,8 @@ class FitModel : public ::testing::Test {
 
   static Model Fit(MemoryTable& table, Monitor& monitor, const FitRequest& request) {
     FitTimings timings;
-    return fitModel(request, table, {monitor, {}, false}, timings);
+    TextCases cases(table, request.naTexts);
+    return fitModel(request, cases, {monitor, {}, false}, timings);
   }
 
   const std::string& Directory() const { return files_.Directory(); }
