@@ -21,10 +21,10 @@ class ProgressListener;
 /// Supervised binning: cut points of scale attributes that separate the categories of a target.
 ///
 /// The host owns the algorithm and deletes it through this interface, which also removes its
-/// temporary files. Pointers that an algorithm hands out die with it; iterators, listeners and
-/// cancel queries are borrowed and must outlive the calls that use them. One object serves one
-/// thread at a time; separate objects are independent. A callback must not start a run of the
-/// algorithm that calls it.
+/// temporary files (in a forked process it leaves them to the one that created them). Pointers that
+/// an algorithm hands out die with it; iterators, listeners and cancel queries are borrowed and
+/// must outlive the calls that use them. One object serves one thread at a time; separate objects
+/// are independent. A callback must not start a run of the algorithm that calls it.
 class MCBINNING_API IBINAlgorithm {
  public:
   IBINAlgorithm();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/cpu_clock.h"
+#include "platform/process.h"
 #include "status/status_codes.h"
 
 namespace MCBinning {
@@ -73,6 +74,9 @@ MCStatus ColumnFiles::ChooseName(std::string& name) {
 
 MCStatus ColumnFiles::Flush(ColumnBuffer& buffer) {
   MCStatus status;
+  if (IsForkedCopy()) {
+    status = MCStatus(120021, false);
+  }
   for (std::size_t column = 0; column < buffer.Columns() && status.IsOK(); ++column) {
     status = Append(column, buffer.Values(column), buffer.Count(column));
   }
@@ -100,6 +104,7 @@ MCStatus ColumnFiles::OpenToAppend(std::size_t column, FileHandle& file) {
     switch (files_.Create(names_[column], file)) {
       case CreateResult::Created:
         created_[column] = true;
+        creator_ = CurrentProcess();
         return MCStatus();
       case CreateResult::Failed:
         return errorStatus(kNoTempFile);
@@ -125,11 +130,14 @@ MCStatus ColumnFiles::Append(std::size_t column, const double* values, std::size
   return written && closed ? MCStatus() : errorStatus(kNoTempFile);
 }
 
+bool ColumnFiles::IsForkedCopy() const { return creator_ != 0 && creator_ != CurrentProcess(); }
+
 void ColumnFiles::Remove() noexcept {
   bool allGone = true;
   for (std::size_t column = 0; column < created_.size(); ++column) {
     // Tried twice: somebody who looks at new files may hold one for a moment.
-    if (created_[column] && (files_.Remove(names_[column]) || files_.Remove(names_[column]))) {
+    if (created_[column] &&
+        (IsForkedCopy() || files_.Remove(names_[column]) || files_.Remove(names_[column]))) {
       created_[column] = false;
     }
     allGone = allGone && !created_[column];
@@ -137,6 +145,7 @@ void ColumnFiles::Remove() noexcept {
   if (allGone) {
     names_.clear();
     created_.clear();
+    creator_ = 0;
   }
 }
 

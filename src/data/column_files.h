@@ -15,7 +15,8 @@ namespace MCBinning {
 /// The temporary files of one pass, one per column (docs/column-files.md). Names are chosen by
 /// SetUp(), files come into being at the first Flush(), and the destructor removes them. Only files
 /// that this object created are ever written or removed: a name chosen and not yet used belongs to
-/// nobody, and if somebody else takes it meanwhile the column gets the next free one.
+/// nobody, and if somebody else takes it meanwhile the column gets the next free one. The copy of
+/// the object that a forked process gets leaves the files to the process that created them.
 class ColumnFiles {
  public:
   /// `cancelState` and `files` are borrowed and must outlive the object.
@@ -31,9 +32,10 @@ class ColumnFiles {
   MCStatus SetUp(std::size_t columns);
 
   /// Appends what the buffer holds to the files, a column without values included, and resets the
-  /// buffer. Error 120021 when a file cannot be opened or does not take every byte, or an error of
-  /// SetUp() when a name turned out to be taken and another had to be found. A file that was not
-  /// reached ends early; a column that has no file then has an empty name.
+  /// buffer. Error 120021 when a file cannot be opened, does not take every byte or was created by
+  /// another process, or an error of SetUp() when a name turned out to be taken and another had to
+  /// be found. A file that was not reached ends early; a column that has no file then has an empty
+  /// name.
   MCStatus Flush(ColumnBuffer& buffer);
 
   /// Removes the files and, once all are gone, forgets the names. A file that cannot be removed is
@@ -49,6 +51,7 @@ class ColumnFiles {
   MCStatus OpenToAppend(std::size_t column, FileHandle& file);
   MCStatus Append(std::size_t column, const double* values, std::size_t count);
   void ForgetUnusedNames();
+  bool IsForkedCopy() const;
 
   std::string prefix_;
   CancelState& cancelState_;
@@ -56,6 +59,7 @@ class ColumnFiles {
   std::vector<std::string> names_;
   std::vector<bool> created_;
   unsigned long tick_ = 0;
+  long creator_ = 0;  // the process that created the files, 0 before there are any
 };
 
 }  // namespace MCBinning

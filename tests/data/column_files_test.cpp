@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "support/child_process.h"
 #include "support/failing_file_system.h"
 #include "support/host_objects.h"
 #include "support/limited_process.h"
@@ -345,6 +346,25 @@ TEST_F(ColumnFilesTest, ARealFileSystemWithTooLittleRoomGives120021) {
   }
   EXPECT_TRUE(directory_.IsEmpty());
   EXPECT_EQ(umount(directory_.Path().c_str()), 0);
+}
+
+TEST_F(ColumnFilesTest, AForkedCopyNeitherWritesNorRemovesTheFiles) {
+  ColumnFiles columns(directory_.Path(), cancel_, files_);
+  ASSERT_TRUE(columns.SetUp(2).IsOK());
+  ColumnBuffer buffer;
+  fill(buffer);
+  ASSERT_TRUE(columns.Flush(buffer).IsOK());
+  const pid_t child = mcbinning_tests::StartChild([&] {
+    buffer.Append(0, 9.0);
+    const bool isRefused = columns.Flush(buffer) == error(120021);
+    columns.Remove();
+    const bool hasItsOwn = columns.SetUp(2).IsOK() && columns.Flush(buffer).IsOK();
+    columns.Remove();
+    return isRefused && hasItsOwn ? 0 : 1;
+  });
+  EXPECT_EQ(mcbinning_tests::AnswerOf(child), 0);
+  EXPECT_EQ(contents(columns.Names()[0]), (std::vector<double>{1.0, 2.0}));
+  EXPECT_EQ(directory_.Files().size(), 2U);
 }
 
 TEST_F(ColumnFilesTest, RemoveAndSetUpTakeTheEarlierFilesAway) {

@@ -1,0 +1,10 @@
+#include "platform/process.h"
+
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+namespace MCBinning {
+
+long CurrentProcess() noexcept { return static_cast<long>(GetCurrentProcessId()); }
+
+}  // namespace MCBinning
