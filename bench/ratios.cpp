@@ -228,8 +228,7 @@ void comparePassAndReading(MemoryCases& cases) {
   restart();
   preparator = std::make_unique<MCBinning::BINDataPreparator>(directory, nullptr, 0, cancel, list,
                                                               MCBinning::RealFileSystem());
-  MCBinning::BINAttributeTable table(*preparator, cases);
-  table.Prepare();
+  preparator->PrepareData(cases);
   const std::size_t nCases = cases.Size();
   const auto cells = std::make_unique<double[]>(nCases);
   const double read = medianTime([&] {
@@ -254,10 +253,10 @@ void compareAfterPass(MemoryCases& cases) {
                                           MCBinning::RealFileSystem());
   preparator.PrepareData(cases);
   const double time = medianTime([&] {
-    MCBinning::BINAttributeTable table(preparator, cases);
+    MCBinning::BINAttributeTable table(preparator);
     for (int a = 0; a < kAttributes; ++a) {
-      const SortedRows* rows = nullptr;
-      table.BuildSupervisedTable(a, kAttributes, &rows);
+      SortedRows* rows = nullptr;
+      table.BuildSupervisedTable(a, kAttributes, rows);
       MCBinning::Bins bins;
       SearchCutPoints(CandidateTable::FromRows(*rows, 2, true), bins);
     }

@@ -107,8 +107,7 @@ std::uint64_t readAsTheProgram(const std::string& path) {
   FeedLayout layout;
   layout.targetColumn = 0;
   for (std::size_t c = 1; c < columns.size(); ++c) layout.attributeColumns.push_back(c);
-  CaseFeed feed(*reader, columns, layout, seen.categories, request.naTexts,
-                WeightRounding::Truncate, false);
+  CaseFeed feed(*reader, columns, layout, seen, request.naTexts, WeightRounding::Truncate, false);
   while (feed.HasNext()) feed.Next();
   feed.RethrowFailure();
   return feed.Cases().used;

@@ -14,28 +14,17 @@ namespace MCBinning {
 namespace {
 
 constexpr std::uint16_t kMissingTarget = 256;
+constexpr int kNoTarget = -1;  // in place of its column
 
 }  // namespace
 
 BINAttributeTable::Summary::Summary()
     : minimum(MCMV::gMissingValue), maximum(MCMV::gMissingValue) {}
 
-BINAttributeTable::BINAttributeTable(BINDataPreparator& preparator, BINCaseIterator& cases)
-    : preparator_(preparator), cases_(cases) {}
+BINAttributeTable::BINAttributeTable(const BINDataPreparator& preparator)
+    : preparator_(preparator) {}
 
 BINAttributeTable::~BINAttributeTable() = default;
-
-void BINAttributeTable::SetEFThreshold(std::uint32_t threshold) {
-  if (threshold != 0) {
-    threshold_ = threshold;
-  }
-}
-
-MCStatus BINAttributeTable::Prepare() {
-  heldTarget_ = -1;
-  weightsAreHeld_ = false;
-  return preparator_.PrepareData(cases_);
-}
 
 bool BINAttributeTable::IsColumnUsed(int column) const {
   bool isUsed = false;
@@ -54,66 +43,48 @@ MCStatus BINAttributeTable::CheckAttribute(int attribute) const {
              : about(errorStatus(kNoSuchIndex), attribute);
 }
 
-MCStatus BINAttributeTable::BuildSupervisedTable(int attribute, int target,
-                                                 const SortedRows** rows) {
-  *rows = nullptr;
-  DropBuild(supervisedRows_);
-  isEFNeeded_ = false;
-  MCStatus status = CheckTarget(target);
-  if (status.IsOK()) {
-    status = CheckAttribute(attribute);
-  }
+MCStatus BINAttributeTable::BuildSupervisedTable(int attribute, int target, SortedRows*& rows) {
+  rows = nullptr;
+  DropBuild();
+  const MCStatus status = CheckTarget(target);
   if (!status.IsOK()) {
     return status;
   }
   const int targetColumn = preparator_.GetColumnOf(target);
   targetCategories_ = static_cast<std::uint32_t>(preparator_.GetHighestCode(targetColumn)) + 1;
-  status = Build(attribute, targetColumn, supervisedRows_);
-  if (status.IsOK()) {
-    isEFNeeded_ = threshold_ != 0 && summary_.distinctValues > threshold_;
-    if (!isEFNeeded_) {
-      // Pre-bins add up weights across values, in the order of the cases; candidates do not.
-      supervisedRows_.Merge();
-    }
-    *rows = &supervisedRows_;
-  }
-  return status;
+  return Build(attribute, targetColumn, rows);
 }
 
-MCStatus BINAttributeTable::BuildUnsupervisedTable(int attribute, const SortedRows** rows) {
-  *rows = nullptr;
-  DropBuild(unsupervisedRows_);
-  MCStatus status = CheckAttribute(attribute);
-  if (status.IsOK()) {
-    status = Build(attribute, -1, unsupervisedRows_);
-  }
-  if (status.IsOK()) {
-    *rows = &unsupervisedRows_;
-  }
-  return status;
+MCStatus BINAttributeTable::BuildUnsupervisedTable(int attribute, SortedRows*& rows) {
+  rows = nullptr;
+  DropBuild();
+  return Build(attribute, kNoTarget, rows);
 }
 
-void BINAttributeTable::DropBuild(SortedRows& rows) {
+void BINAttributeTable::DropBuild() {
   summary_ = Summary();
-  rows.Clear();
+  rows_.Clear();
 }
 
-MCStatus BINAttributeTable::Build(int attribute, int targetColumn, SortedRows& rows) {
-  bool filled = false;
+MCStatus BINAttributeTable::Build(int attribute, int targetColumn, SortedRows*& rows) {
+  const MCStatus status = CheckAttribute(attribute);
+  if (!status.IsOK()) {
+    return status;
+  }
   try {
-    filled = FillRows(attribute, targetColumn, rows);
+    if (FillRows(attribute, targetColumn)) {
+      rows = &rows_;
+      return MCStatus();
+    }
   } catch (const std::exception&) {
     // No memory for the rows.
   }
-  if (filled) {
-    return MCStatus();
-  }
-  DropBuild(rows);
+  DropBuild();
   return errorStatus(kFailed);
 }
 
-bool BINAttributeTable::FillRows(int attribute, int targetColumn, SortedRows& rows) {
-  const bool withTarget = targetColumn >= 0;
+bool BINAttributeTable::FillRows(int attribute, int targetColumn) {
+  const bool withTarget = targetColumn != kNoTarget;
   if (preparator_.GetFileNames().empty() || !HoldWeights() ||
       (withTarget && !HoldTarget(targetColumn))) {
     return false;
@@ -126,11 +97,11 @@ bool BINAttributeTable::FillRows(int attribute, int targetColumn, SortedRows& ro
   SelectCases(withTarget, cells);
   const CaseColumns columns{cells, withTarget ? targetCodes_.data() : nullptr,
                             weights_.empty() ? nullptr : weights_.data()};
-  rows.Fill(columns, withTarget ? targetCategories_ : 1, wholeWeights_);
-  summary_.distinctValues = static_cast<std::uint32_t>(rows.CountDistinctValues());
-  if (rows.Size() > 0) {
-    summary_.minimum = rows.Value(0);
-    summary_.maximum = rows.Value(rows.Size() - 1);
+  rows_.Fill(columns, withTarget ? targetCategories_ : 1, wholeWeights_);
+  summary_.distinctValues = static_cast<std::uint32_t>(rows_.CountDistinctValues());
+  if (rows_.Size() > 0) {
+    summary_.minimum = rows_.Value(0);
+    summary_.maximum = rows_.Value(rows_.Size() - 1);
   }
   return true;
 }
@@ -208,41 +179,6 @@ void BINAttributeTable::SelectCases(bool withTarget, std::span<double> cells) {
       summary_.totalWeight += weights_[i];
     }
   }
-}
-
-MCStatus BINAttributeTable::CountPerBin(const std::vector<double>* boundaries,
-                                        bool rightBorderClosed, std::vector<double>& counts) const {
-  if (boundaries == nullptr || boundaries->size() < 2) {
-    return warningStatus(kInconsistentTable);
-  }
-  const std::size_t bins = boundaries->size() - 1;
-  const std::size_t categories = targetCategories_;
-  counts.assign(bins * categories, 0.0);
-  std::vector<double> running(categories, 0.0);
-  std::size_t bin = 0;
-  const auto fileBin = [&] {
-    std::copy(running.begin(), running.end(),
-              counts.begin() + static_cast<std::ptrdiff_t>(bin * categories));
-  };
-  for (std::size_t row = 0; row < supervisedRows_.Size(); ++row) {
-    const double value = supervisedRows_.Value(row);
-    const auto belongs = [&](double upper) {
-      return rightBorderClosed ? value <= upper : value < upper;
-    };
-    while (!belongs((*boundaries)[bin + 1])) {
-      fileBin();
-      std::fill(running.begin(), running.end(), 0.0);
-      if (++bin == bins) {
-        return warningStatus(kInconsistentTable);
-      }
-    }
-    running[static_cast<std::size_t>(supervisedRows_.Code(row))] += supervisedRows_.Weight(row);
-  }
-  if (bin + 1 != bins) {
-    return warningStatus(kInconsistentTable);
-  }
-  fileBin();
-  return MCStatus();
 }
 
 }  // namespace MCBinning

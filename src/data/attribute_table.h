@@ -8,31 +8,21 @@
 
 #include "data/data_preparator.h"
 #include "data/sorted_rows.h"
-#include "mcbinning/case_iterator.h"
 #include "mcbinning/status.h"
 
 namespace MCBinning {
 
 /// The sorted values of one attribute at a time, read back from the preparator's column files, and
-/// their summary. Rows handed out belong to the table and are good until the next build of the same
-/// kind. Summaries describe the last build; one that failed leaves no rows, 0 for every count and
-/// weight, and system-missing as minimum and maximum.
+/// their summary. Rows handed out belong to the table and are good until the next build. Summaries
+/// describe the last build; one that failed leaves no rows, 0 for every count and weight, and
+/// system-missing as minimum and maximum.
 class BINAttributeTable {
  public:
-  /// Both are borrowed. The preparator must outlive the table; `cases` is used by Prepare() only.
-  BINAttributeTable(BINDataPreparator& preparator, BINCaseIterator& cases);
+  /// `preparator` is borrowed; it has made its pass and makes no other.
+  explicit BINAttributeTable(const BINDataPreparator& preparator);
   BINAttributeTable(const BINAttributeTable&) = delete;
   BINAttributeTable& operator=(const BINAttributeTable&) = delete;
   ~BINAttributeTable();
-
-  /// Attributes with more than `threshold` distinct values need equal-frequency pre-processing;
-  /// 0 changes nothing. A threshold of -1 in the settings arrives here as 4294967295, so with it no
-  /// attribute ever does.
-  void SetEFThreshold(std::uint32_t threshold);
-
-  /// The pass over the cases (BINDataPreparator::PrepareData, whose status and exceptions it hands
-  /// on).
-  MCStatus Prepare();
 
   /// OK when the variable at list index `target` has category codes to bin against, else error
   /// 120010.
@@ -42,26 +32,11 @@ class BINAttributeTable {
   /// null and the error is 120010 (the target is unusable), 120013 (the attribute has no column or
   /// its column was given up; datum 0 is the attribute), or 3 (no memory for the rows, or a column
   /// file that cannot be read or ends before the last case). The target is looked at first.
-  MCStatus BuildSupervisedTable(int attribute, int target, const SortedRows** rows);
+  MCStatus BuildSupervisedTable(int attribute, int target, SortedRows*& rows);
 
   /// The same without a target, whether or not the list has one: the cases in which the attribute
   /// is present.
-  MCStatus BuildUnsupervisedTable(int attribute, const SortedRows** rows);
-
-  /// Sums the weights of the last supervised rows per bin and target category: bin b of category c
-  /// is counts[b * categories + c]. `boundaries` ascend; the first is not looked at (rows below it
-  /// belong to the first bin). Bins are (lower, upper] with `rightBorderClosed`, else [lower,
-  /// upper).
-  ///
-  /// Warning 120002: null or fewer than 2 boundaries (`counts` is left alone); a row beyond the
-  /// last boundary (the bins before it are counted); or rows that end before the last bin is
-  /// reached (the bin they end in and all later ones stay 0).
-  ///
-  /// Weights are added in the order of the rows. Where no pre-processing is needed, those of one
-  /// value and category were added up before, which shows in the last bits of weights that are no
-  /// whole numbers.
-  MCStatus CountPerBin(const std::vector<double>* boundaries, bool rightBorderClosed,
-                       std::vector<double>& counts) const;
+  MCStatus BuildUnsupervisedTable(int attribute, SortedRows*& rows);
 
   /// The highest category code of the last supervised table's target, over all cases, plus 1.
   std::uint32_t GetNTargetCategories() const { return targetCategories_; }
@@ -80,9 +55,6 @@ class BINAttributeTable {
   double GetTotalWeight() const { return summary_.totalWeight; }
   double GetTotalWeightWithMissing() const { return summary_.totalWeightWithMissing; }
 
-  /// Of the last supervised table; false without a threshold.
-  bool IsEFNeeded() const { return isEFNeeded_; }
-
  private:
   struct Summary {
     Summary();
@@ -96,23 +68,19 @@ class BINAttributeTable {
 
   bool IsColumnUsed(int column) const;
   MCStatus CheckAttribute(int attribute) const;
-  MCStatus Build(int attribute, int targetColumn, SortedRows& rows);
-  bool FillRows(int attribute, int targetColumn, SortedRows& rows);
-  void DropBuild(SortedRows& rows);
+  void DropBuild();
+  MCStatus Build(int attribute, int targetColumn, SortedRows*& rows);
+  bool FillRows(int attribute, int targetColumn);
   std::size_t CaseCount() const { return preparator_.GetNumberOfCasesUsed(); }
   bool ReadColumn(int column, std::span<double> cells) const;
   bool HoldTarget(int column);
   bool HoldWeights();
   void SelectCases(bool withTarget, std::span<double> cells);
 
-  BINDataPreparator& preparator_;
-  BINCaseIterator& cases_;
-  std::uint32_t threshold_ = 0;
+  const BINDataPreparator& preparator_;
   std::uint32_t targetCategories_ = 0;
-  bool isEFNeeded_ = false;
   Summary summary_;
-  SortedRows supervisedRows_;
-  SortedRows unsupervisedRows_;
+  SortedRows rows_;
   // What every attribute is read with stays in memory, case by case.
   int heldTarget_ = -1;  // column of the codes below, -1 while there are none
   std::vector<std::uint16_t> targetCodes_;

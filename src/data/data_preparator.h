@@ -72,8 +72,6 @@ class BINDataPreparator {
   /// is bad.
   int GetColumnOf(int variable) const;
 
-  bool HasTarget() const { return hasTarget_; }
-
   /// The column of the weights, -1 without a weight variable.
   int GetWeightColumn() const { return weightColumn_; }
 

@@ -21,9 +21,8 @@ MCStatus PreparedData::Prepare(BINCaseIterator& cases, const Options& options) {
   auto preparator =
       std::make_unique<BINDataPreparator>(options.tempDirName, options.listener,
                                           options.reportInterval, cancelState_, varList_, files_);
-  auto table = std::make_unique<BINAttributeTable>(*preparator, cases);
-  table->SetEFThreshold(options.efThreshold);
-  const MCStatus status = table->Prepare();
+  auto table = std::make_unique<BINAttributeTable>(*preparator);
+  const MCStatus status = preparator->PrepareData(cases);
   if (!status.IsError()) {
     preparator_ = std::move(preparator);
     table_ = std::move(table);

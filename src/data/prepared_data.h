@@ -1,7 +1,6 @@
 #ifndef MCBINNING_DATA_PREPARED_DATA_H
 #define MCBINNING_DATA_PREPARED_DATA_H
 
-#include <cstdint>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -38,7 +37,6 @@ class PreparedData {
     std::string tempDirName;
     ProgressListener* listener = nullptr;  // borrowed, may be null
     int reportInterval = 0;
-    std::uint32_t efThreshold = 0;  // 0 leaves the table's switch off
   };
 
   /// Reads the cases; error 120004 when there is none. The data exist afterwards unless the status

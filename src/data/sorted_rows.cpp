@@ -132,21 +132,4 @@ void SortedRows::Merge() {
   isMerged_ = true;
 }
 
-SortedRows SortedRows::Merged(const SortedRows& rows) {
-  SortedRows merged;
-  merged.MakeRoom(rows.size_, rows.isPacked_);
-  if (rows.isPacked_) {
-    std::copy_n(rows.packed_.get(), rows.size_, merged.packed_.get());
-  } else {
-    std::copy_n(rows.wide_.get(), rows.size_, merged.wide_.get());
-  }
-  merged.size_ = rows.size_;
-  merged.zero_ = rows.zero_;
-  merged.distinctValues_ = rows.distinctValues_;
-  merged.codeLimit_ = rows.codeLimit_;
-  merged.isMerged_ = rows.isMerged_;
-  merged.Merge();
-  return merged;
-}
-
 }  // namespace MCBinning

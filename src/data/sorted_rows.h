@@ -62,10 +62,6 @@ class SortedRows {
   /// Merges the rows of equal value and code where that has not been done, which changes what
   /// weights that are no whole numbers add up to across values. Codes must be less than 256.
   void Merge();
-  bool IsMerged() const { return isMerged_; }
-
-  /// The rows of `rows`, merged.
-  static SortedRows Merged(const SortedRows& rows);
 
   /// Whether every sum of weights is exact, in any order.
   bool HasExactSums() const { return isPacked_; }

@@ -147,8 +147,8 @@ MCStatus EFBINAlgorithm::BinAttribute(int attribute) {
 
 void EFBINAlgorithm::Compute(BINAttributeResults& record) {
   BINAttributeTable& table = data_.Table();
-  const SortedRows* rows = nullptr;
-  record.status_ = table.BuildUnsupervisedTable(record.attributeIndex_, &rows);
+  SortedRows* rows = nullptr;
+  record.status_ = table.BuildUnsupervisedTable(record.attributeIndex_, rows);
   record.nDistinctValues_ = table.GetNDistinctValues();
   record.totalWeight_ = table.GetTotalWeight();
   record.totalWeightWithMissing_ = table.GetTotalWeightWithMissing();

@@ -113,7 +113,7 @@ MCStatus BINAlgorithm::Prepare(BINCaseIterator& cases) {
   options.tempDirName = settings_.GetTempDirName();
   options.listener = settings_.GetProgressListener();
   options.reportInterval = settings_.GetNSkippedCasesReports();
-  options.efThreshold = static_cast<std::uint32_t>(settings_.GetNumDistinctValueThreshold());
+  distinctValueThreshold_ = settings_.GetNumDistinctValueThreshold();
   const MCStatus status = data_.Prepare(cases, options);
   rightBorderClosed_ = settings_.IsRightBorderClosed();
   return status;
@@ -185,7 +185,7 @@ MCStatus BINAlgorithm::BinPair(int attribute, int target) {
 void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
   BINAttributeTable& table = data_.Table();
   record.status_ =
-      table.BuildSupervisedTable(record.attributeIndex_, record.targetIndex_, &pairRows_);
+      table.BuildSupervisedTable(record.attributeIndex_, record.targetIndex_, pairRows_);
   recordCount_ = table.GetNRows();
   record.nDistinctValues_ = table.GetNDistinctValues();
   record.totalWeight_ = table.GetTotalWeight();
@@ -202,7 +202,9 @@ void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
   }
   targetCategoryCount_ = static_cast<int>(table.GetNTargetCategories());
   Bins bins;
-  record.status_ = FindBins(bins);
+  record.status_ = arePreBinsNeeded(distinctValueThreshold_, record.nDistinctValues_)
+                       ? FindBinsOfPreBins(bins)
+                       : FindBins(bins);
   if (bins.Size() > 0) {
     MergeSmallBins(settings_.GetSmallBinDetectionThreshold(), bins);
     record.modelEntropy_ = ModelEntropy(bins, record.totalWeight_);
@@ -217,31 +219,26 @@ void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
   }
 }
 
-/// Without bins when there is nothing to search in.
 MCStatus BINAlgorithm::FindBins(Bins& bins) {
-  const BINAttributeTable& table = data_.Table();
-  if (table.IsEFNeeded()) {
-    return FindBinsOfPreBins(bins);
-  }
   return SearchCutPoints(
       CandidateTable::FromRows(*pairRows_, static_cast<std::size_t>(targetCategoryCount_),
                                rightBorderClosed_),
       bins);
 }
 
+/// Without bins when there is nothing to search in.
 MCStatus BINAlgorithm::FindBinsOfPreBins(Bins& bins) {
-  const BINAttributeTable& table = data_.Table();
   std::vector<double> boundaries;
-  if (!FindPreBins(*preProcess_, *pairRows_, table.GetTotalWeight(), rightBorderClosed_,
+  if (!FindPreBins(*preProcess_, *pairRows_, data_.Table().GetTotalWeight(), rightBorderClosed_,
                    boundaries)) {
     return {};
   }
+  const auto nCategories = static_cast<std::size_t>(targetCategoryCount_);
   std::vector<double> counts;
-  const MCStatus countStatus = table.CountPerBin(&boundaries, rightBorderClosed_, counts);
+  const MCStatus countStatus =
+      CountPerBin(*pairRows_, nCategories, boundaries, rightBorderClosed_, counts);
   const MCStatus searchStatus =
-      SearchCutPoints(CandidateTable::FromPreBins(&boundaries, &counts,
-                                                  static_cast<std::size_t>(targetCategoryCount_)),
-                      bins);
+      SearchCutPoints(CandidateTable::FromPreBins(boundaries, counts, nCategories), bins);
   return searchStatus.IsOK() ? countStatus : searchStatus;
 }
 

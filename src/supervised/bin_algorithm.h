@@ -65,6 +65,7 @@ class BINAlgorithm : public IBINAlgorithm {
   int targetCategoryCount_ = 0;
   bool rightBorderClosed_ = true;
   int numberOfBins_ = 0;
+  int distinctValueThreshold_ = -1;
   BINSettings settings_;
   BINVarList varList_;
   MCStatus status_;
@@ -74,7 +75,7 @@ class BINAlgorithm : public IBINAlgorithm {
   std::vector<MCStatus> pairStatuses_;
   int targetIndex_;
   int weightIndex_;
-  const SortedRows* pairRows_ = nullptr;  // borrowed from data_
+  SortedRows* pairRows_ = nullptr;  // borrowed from data_
   BINOutput output_;
 };
 

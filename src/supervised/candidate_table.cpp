@@ -9,44 +9,41 @@ constexpr std::size_t kMaxCategories = 256;
 
 }  // namespace
 
-CandidateTable CandidateTable::FromRows(const SortedRows& rows, std::size_t nCategories,
+CandidateTable CandidateTable::FromRows(SortedRows& rows, std::size_t nCategories,
                                         bool rightBorderClosed) {
   CandidateTable table(nCategories);
   if (rows.GetCodeLimit() > nCategories || nCategories > kMaxCategories) {
     return table;
   }
-  if (!rows.IsMerged()) {
-    table.ownEntries_ = std::make_unique<SortedRows>(SortedRows::Merged(rows));
-  }
-  const SortedRows& entries = rows.IsMerged() ? rows : *table.ownEntries_;
-  table.entries_ = &entries;
+  rows.Merge();
+  table.entries_ = &rows;
   table.size_ = rows.CountDistinctValues();
   table.rightBorderClosed_ = rightBorderClosed;
-  if (table.size_ != entries.Size()) {
+  if (table.size_ != rows.Size()) {
     table.firstEntries_.reserve(table.size_ + 1);
-    for (std::size_t entry = 0; entry < entries.Size(); ++entry) {
-      if (entry == 0 || !IsSameValue(entries.Key(entry), entries.Key(entry - 1))) {
+    for (std::size_t entry = 0; entry < rows.Size(); ++entry) {
+      if (entry == 0 || !IsSameValue(rows.Key(entry), rows.Key(entry - 1))) {
         table.firstEntries_.push_back(static_cast<std::uint32_t>(entry));
       }
     }
-    table.firstEntries_.push_back(static_cast<std::uint32_t>(entries.Size()));
+    table.firstEntries_.push_back(static_cast<std::uint32_t>(rows.Size()));
   }
   return table;
 }
 
-CandidateTable CandidateTable::FromPreBins(const std::vector<double>* boundaries,
-                                           const std::vector<double>* counts,
+CandidateTable CandidateTable::FromPreBins(const std::vector<double>& boundaries,
+                                           const std::vector<double>& counts,
                                            std::size_t nCategories) {
   CandidateTable table(nCategories);
-  if (boundaries == nullptr || counts == nullptr || boundaries->empty() ||
-      nCategories > kMaxCategories || counts->size() != (boundaries->size() - 1) * nCategories) {
+  if (boundaries.empty() || nCategories > kMaxCategories ||
+      counts.size() != (boundaries.size() - 1) * nCategories) {
     return table;
   }
   std::vector<SortedRows::Row> entries;
   table.firstEntries_.push_back(0);
-  for (std::size_t bin = 0; bin + 1 < boundaries->size(); ++bin) {
+  for (std::size_t bin = 0; bin + 1 < boundaries.size(); ++bin) {
     for (std::size_t code = 0; code < nCategories; ++code) {
-      if (const double weight = (*counts)[bin * nCategories + code]; weight != 0.0) {
+      if (const double weight = counts[bin * nCategories + code]; weight != 0.0) {
         entries.push_back({static_cast<double>(bin), static_cast<int>(code), weight});
       }
     }
@@ -54,8 +51,8 @@ CandidateTable CandidateTable::FromPreBins(const std::vector<double>* boundaries
   }
   table.ownEntries_ = std::make_unique<SortedRows>(entries);
   table.entries_ = table.ownEntries_.get();
-  table.size_ = boundaries->size() - 1;
-  table.boundaries_ = *boundaries;
+  table.size_ = boundaries.size() - 1;
+  table.boundaries_ = boundaries;
   return table;
 }
 

@@ -18,18 +18,16 @@ namespace MCBinning {
 /// NaN value is a candidate of its own.
 class CandidateTable {
  public:
-  /// One candidate per distinct value; the weights of a category are added in row order. `rows` are
-  /// borrowed when they are merged, else copied. The cut point between two neighbours is the
-  /// smaller value when right borders are closed, else the greater one.
-  static CandidateTable FromRows(const SortedRows& rows, std::size_t nCategories,
-                                 bool rightBorderClosed);
+  /// One candidate per distinct value; the weights of a category are added in row order. Merges
+  /// `rows` and borrows them. The cut point between two neighbours is the smaller value when right
+  /// borders are closed, else the greater one.
+  static CandidateTable FromRows(SortedRows& rows, std::size_t nCategories, bool rightBorderClosed);
 
   /// One candidate per pre-bin. `boundaries` has one more element than there are pre-bins; the cut
   /// point between two neighbours is the boundary that they share. `counts` holds `nCategories`
-  /// weights per pre-bin, pre-bin by pre-bin. A null pointer or another size makes a table that is
-  /// not consistent.
-  static CandidateTable FromPreBins(const std::vector<double>* boundaries,
-                                    const std::vector<double>* counts, std::size_t nCategories);
+  /// weights per pre-bin, pre-bin by pre-bin; another size makes a table that is not consistent.
+  static CandidateTable FromPreBins(const std::vector<double>& boundaries,
+                                    const std::vector<double>& counts, std::size_t nCategories);
 
   /// Whether every category of every candidate had its place in what the table was made from. A
   /// table that is not consistent holds no candidate.

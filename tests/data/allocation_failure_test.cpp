@@ -35,11 +35,11 @@ TEST_F(AllocationFailureTest, TheBufferIsHalvedOnce) {
   TableRun run(list_, Rows(10001, {1, 2}));
   {
     const LargeAllocationsFail limit(kFullBuffer - 1);
-    EXPECT_TRUE(run.table.Prepare().IsOK());
+    EXPECT_TRUE(run.Prepare().IsOK());
   }
   EXPECT_EQ(run.files.Calls(FileOperation::Close), 2 * 3U);  // after 5000, 10000 and 10001 cases
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(run.table.GetNRows(), 10001U);
 }
 
@@ -47,7 +47,7 @@ TEST_F(AllocationFailureTest, WithoutHalfTheBufferThePassEndsWith3) {
   TableRun run(list_, Rows(3, {1, 2}));
   {
     const LargeAllocationsFail limit(kFullBuffer / 2 - 1);
-    EXPECT_EQ(run.table.Prepare(), MCStatus(3, false));
+    EXPECT_EQ(run.Prepare(), MCStatus(3, false));
   }
   EXPECT_EQ(run.cases.HasNextCalls(), 0U);
   EXPECT_EQ(run.files.Calls(FileOperation::Probe), 0U);
@@ -55,18 +55,18 @@ TEST_F(AllocationFailureTest, WithoutHalfTheBufferThePassEndsWith3) {
 
 TEST_F(AllocationFailureTest, RowsThatFindNoMemoryGive3AndCanBeBuiltLater) {
   TableRun run(list_, Rows(20000, {1, 2}));
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
   // With the lesser limit a column finds no memory, with the greater one the rows.
   for (const std::size_t bytes : {100000U, 200000U}) {
     const LargeAllocationsFail limit(bytes);
-    EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, &rows), MCStatus(3, false));
-    EXPECT_EQ(run.table.BuildUnsupervisedTable(0, &rows), MCStatus(3, false));
+    EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, rows), MCStatus(3, false));
+    EXPECT_EQ(run.table.BuildUnsupervisedTable(0, rows), MCStatus(3, false));
     EXPECT_EQ(rows, nullptr);
     EXPECT_EQ(run.table.GetNRows(), 0U);
     EXPECT_EQ(run.table.GetTotalWeight(), 0.0);
   }
-  EXPECT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  EXPECT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(run.table.GetNRows(), 20000U);
 }
 

@@ -59,9 +59,9 @@ TEST(AttributeTableTest, RowsOfTheAttributeComeSortedWithTheirCodesAndWeights) {
   addTarget(list, 3);
   list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
   TableRun run(list, {{3.5, 0, 2}, {1.5, 2, 1}, {3.5, 1, 4}, {-7, 1, 3.9}, {2, 1, 0.5}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   ASSERT_NE(rows, nullptr);
   EXPECT_EQ(values(*rows), (std::vector<double>{-7, 1.5, 3.5, 3.5}));
   EXPECT_EQ(rows->Code(0), 1);
@@ -83,10 +83,9 @@ TEST(AttributeTableTest, EqualValuesStayInTheOrderOfTheCasesWhenSumsDependOnIt) 
   addTarget(list);
   list.AddWeightVar("w", "", static_cast<IBINVariable::BINWRoundingOption>(7));
   TableRun run(list, {{1, 3, .1}, {0, 9, .2}, {1, 2, .3}, {-0.0, 8, .4}, {1, 1, .5}, {0, 7, .6}});
-  run.table.SetEFThreshold(1);
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   std::vector<int> codes;
   for (std::size_t row = 0; row < rows->Size(); ++row) {
     codes.push_back(rows->Code(row));
@@ -99,9 +98,9 @@ TEST(AttributeTableTest, RowsOfOneValueAndCodeCountAsTheirCases) {
   addScale(list);
   addTarget(list);
   TableRun run(list, {{1, 3}, {1, 3}, {1, 0}, {2, 3}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(run.table.GetNRows(), 4U);
   EXPECT_EQ(run.table.GetNDistinctValues(), 2U);
   EXPECT_EQ(run.table.GetTotalWeight(), 4.0);
@@ -113,9 +112,9 @@ TEST(AttributeTableTest, AnAttributeWithoutAnyValueHasNoRows) {
   addTarget(list);
   addWeight(list);
   TableRun run(list, {{kMissing, 1, 2}, {kMissing, 0, 3}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(rows->Size(), 0U);
   EXPECT_EQ(run.table.GetNRows(), 0U);
   EXPECT_EQ(run.table.GetNDistinctValues(), 0U);
@@ -130,9 +129,9 @@ TEST(AttributeTableTest, RowsWithAMissingTargetCountInTheTotalWithMissingOnly) {
   addScale(list);
   addTarget(list);
   TableRun run(list, {{1, 1}, {2, kMissing}, {3, -1}, {kMissing, 1}, {kMissing, kMissing}, {4, 0}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(values(*rows), (std::vector<double>{1, 4}));
   EXPECT_EQ(run.table.GetTotalWeight(), 2.0);
   EXPECT_EQ(run.table.GetTotalWeightWithMissing(), 6.0);
@@ -145,9 +144,9 @@ TEST(AttributeTableTest, ACaseWithoutAWeightCountsInNeitherTotal) {
   addTarget(list);
   addWeight(list);
   TableRun run(list, {{1, 1, 3}, {2, 1, kMissing}, {3, 1, 0}, {kMissing, 1, 5}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(values(*rows), std::vector<double>{1});
   EXPECT_EQ(run.table.GetTotalWeight(), 3.0);
   EXPECT_EQ(run.table.GetTotalWeightWithMissing(), 8.0);
@@ -158,9 +157,9 @@ TEST(AttributeTableTest, ZerosAreOneValueAndEveryNaNIsOneOfItsOwn) {
   addScale(list);
   addTarget(list);
   TableRun run(list, {{kNaN, 1}, {0.0, 1}, {-0.0, 1}, {kNaN, 0}, {0.0, 0}, {kInfinity, 1}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(run.table.GetNRows(), 6U);
   EXPECT_EQ(run.table.GetNDistinctValues(), 4U);
   EXPECT_EQ(run.table.GetMinimum(), 0.0);
@@ -173,9 +172,9 @@ TEST(AttributeTableTest, InfinitiesAndDenormalsAreOrdinaryValues) {
   addScale(list);
   addTarget(list);
   TableRun run(list, {{kInfinity, 1}, {smallest, 1}, {-kInfinity, 0}, {0, 0}, {-smallest, 0}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(values(*rows), (std::vector<double>{-kInfinity, -smallest, 0, smallest, kInfinity}));
   EXPECT_EQ(run.table.GetNDistinctValues(), 5U);
   EXPECT_EQ(run.table.GetMinimum(), -kInfinity);
@@ -198,9 +197,9 @@ TEST(AttributeTableTest, TotalsAreSumsInTheOrderOfTheCases) {
     total += isMissing ? 0.0 : weights[i];
   }
   TableRun run(list, cases);
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(run.table.GetTotalWeight(), total);
   EXPECT_EQ(run.table.GetTotalWeightWithMissing(), totalWithMissing);
 }
@@ -211,9 +210,9 @@ TEST(AttributeTableTest, TheUnsupervisedTableIgnoresTheTarget) {
   addTarget(list);
   addWeight(list);
   TableRun run(list, {{3, kMissing, 2}, {1, 1, 4}, {kMissing, 1, 8}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildUnsupervisedTable(0, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildUnsupervisedTable(0, rows).IsOK());
   EXPECT_EQ(values(*rows), (std::vector<double>{1, 3}));
   EXPECT_EQ(rows->Code(0), 0);
   EXPECT_EQ(rows->Weight(1), 2.0);
@@ -227,14 +226,14 @@ TEST(AttributeTableTest, WithoutATargetOrAWeightEveryRowWeighs1) {
   BINVarList list;
   addScale(list);
   TableRun run(list, {{3}, {kMissing}, {1}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildUnsupervisedTable(0, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildUnsupervisedTable(0, rows).IsOK());
   EXPECT_EQ(values(*rows), (std::vector<double>{1, 3}));
   EXPECT_EQ(rows->Weight(0), 1.0);
   EXPECT_EQ(run.table.GetTotalWeight(), 2.0);
   EXPECT_EQ(run.table.GetTotalWeightWithMissing(), 3.0);
-  EXPECT_EQ(run.table.BuildSupervisedTable(0, -1, &rows), error(120010));
+  EXPECT_EQ(run.table.BuildSupervisedTable(0, -1, rows), error(120010));
 }
 
 TEST(AttributeTableTest, AnyCategoricalVariableWithAColumnCanBeTheTarget) {
@@ -244,13 +243,13 @@ TEST(AttributeTableTest, AnyCategoricalVariableWithAColumnCanBeTheTarget) {
   addTarget(list);
   for (int i = 0; i < 2; ++i) {
     TableRun run(list, {{3, 4, 0}, {1, -1, 1}, {2, 2, kMissing}});
-    ASSERT_TRUE(run.table.Prepare().IsOK());
-    const SortedRows* rows = nullptr;
-    ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
+    ASSERT_TRUE(run.Prepare().IsOK());
+    SortedRows* rows = nullptr;
+    ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
     EXPECT_EQ(values(*rows), (std::vector<double>{2, 3}));
     EXPECT_EQ(rows->Code(1), 4);
     EXPECT_EQ(run.table.GetNTargetCategories(), 5U);
-    ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, &rows).IsOK());
+    ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, rows).IsOK());
     EXPECT_EQ(values(*rows), (std::vector<double>{1, 3}));
     EXPECT_EQ(run.table.GetNTargetCategories(), 2U);
     list.SetVariableRole(2, IBINVariable::AttributeRole);  // and once more without a target
@@ -265,11 +264,11 @@ TEST(AttributeTableTest, ABadTargetGives120010AndIsLookedAtFirst) {
   list.AddCatVar("unused", "", 9, IBINVariable::NumericCategoricalLevel,
                  IBINVariable::UndefinedRole);
   TableRun run(list, {{3, 2, 1, 0}});  // one code more than the target declares
-  ASSERT_TRUE(run.table.Prepare().IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
   for (const int target : {-1, 0, 1, 2, 3, 4, std::numeric_limits<int>::min()}) {
-    const SortedRows unrelated;
-    const SortedRows* rows = &unrelated;
-    EXPECT_EQ(run.table.BuildSupervisedTable(99, target, &rows), error(120010)) << target;
+    SortedRows unrelated;
+    SortedRows* rows = &unrelated;
+    EXPECT_EQ(run.table.BuildSupervisedTable(99, target, rows), error(120010)) << target;
     EXPECT_EQ(rows, nullptr);
     EXPECT_EQ(run.table.CheckTarget(target), error(120010));
   }
@@ -283,15 +282,15 @@ TEST(AttributeTableTest, AnAttributeWithoutAUsableColumnGives120013AndItsFileIsN
   list.AddCatVar("c", "", 1, IBINVariable::NumericCategoricalLevel, IBINVariable::AttributeRole);
   list.AddContVar("unused", "", IBINVariable::UndefinedRole);
   TableRun run(list, {{3, 2, 1, 0}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
   EXPECT_TRUE(run.table.CheckTarget(1).IsOK());
   for (const int attribute : {-1, 2, 3, 4, std::numeric_limits<int>::max()}) {
-    const SortedRows unrelated;
-    const SortedRows* rows = &unrelated;
-    EXPECT_EQ(run.table.BuildSupervisedTable(attribute, 1, &rows), noColumn(attribute));
+    SortedRows unrelated;
+    SortedRows* rows = &unrelated;
+    EXPECT_EQ(run.table.BuildSupervisedTable(attribute, 1, rows), noColumn(attribute));
     EXPECT_EQ(rows, nullptr);
     rows = &unrelated;
-    EXPECT_EQ(run.table.BuildUnsupervisedTable(attribute, &rows), noColumn(attribute));
+    EXPECT_EQ(run.table.BuildUnsupervisedTable(attribute, rows), noColumn(attribute));
     EXPECT_EQ(rows, nullptr);
   }
   EXPECT_EQ(run.files.Calls(FileOperation::OpenForReading), 0U);
@@ -302,19 +301,16 @@ TEST(AttributeTableTest, AFailedBuildLeavesAnEmptySummary) {
   addScale(list);
   addTarget(list);
   TableRun run(list, {{3, 2}, {4, 1}});
-  run.table.SetEFThreshold(1);
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
-  EXPECT_TRUE(run.table.IsEFNeeded());
-  EXPECT_EQ(run.table.BuildSupervisedTable(7, 1, &rows), noColumn(7));
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
+  EXPECT_EQ(run.table.BuildSupervisedTable(7, 1, rows), noColumn(7));
   EXPECT_EQ(run.table.GetNRows(), 0U);
   EXPECT_EQ(run.table.GetNDistinctValues(), 0U);
   EXPECT_EQ(run.table.GetTotalWeight(), 0.0);
   EXPECT_EQ(run.table.GetTotalWeightWithMissing(), 0.0);
   EXPECT_EQ(run.table.GetMinimum(), kMissing);
   EXPECT_EQ(run.table.GetMaximum(), kMissing);
-  EXPECT_FALSE(run.table.IsEFNeeded());
 }
 
 TEST(AttributeTableTest, TheVariableCanBeItsOwnTargetAndTheWeightAnAttribute) {
@@ -323,51 +319,13 @@ TEST(AttributeTableTest, TheVariableCanBeItsOwnTargetAndTheWeightAnAttribute) {
   addTarget(list);
   addWeight(list);
   TableRun run(list, {{3, 2, 7}, {4, 1, 5}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(1, 1, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(1, 1, rows).IsOK());
   EXPECT_EQ(values(*rows), (std::vector<double>{1, 2}));
   EXPECT_EQ(rows->Code(1), 2);
-  ASSERT_TRUE(run.table.BuildSupervisedTable(2, 1, &rows).IsOK());
+  ASSERT_TRUE(run.table.BuildSupervisedTable(2, 1, rows).IsOK());
   EXPECT_EQ(values(*rows), (std::vector<double>{5, 7}));
-}
-
-TEST(AttributeTableTest, EFIsNeededAboveTheThresholdComparedUnsigned) {
-  BINVarList list;
-  addScale(list);
-  addTarget(list);
-  TableRun run(list, {{1, 2}, {2, 1}, {3, 1}, {3, 0}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const auto isNeeded = [&] {
-    const SortedRows* rows = nullptr;
-    EXPECT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
-    return run.table.IsEFNeeded();
-  };
-  EXPECT_FALSE(isNeeded());
-  run.table.SetEFThreshold(0);
-  EXPECT_FALSE(isNeeded());
-  run.table.SetEFThreshold(3);
-  EXPECT_FALSE(isNeeded());
-  run.table.SetEFThreshold(2);
-  EXPECT_TRUE(isNeeded());
-  run.table.SetEFThreshold(0);
-  EXPECT_TRUE(isNeeded());
-  run.table.SetEFThreshold(static_cast<std::uint32_t>(-1));
-  EXPECT_FALSE(isNeeded());
-}
-
-TEST(AttributeTableTest, TheUnsupervisedTableDoesNotTouchTheEFFlag) {
-  BINVarList list;
-  addScale(list);
-  addScale(list, "constant");
-  addTarget(list);
-  TableRun run(list, {{1, 0, 2}, {2, 0, 1}});
-  run.table.SetEFThreshold(1);
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, &rows).IsOK());
-  ASSERT_TRUE(run.table.BuildUnsupervisedTable(1, &rows).IsOK());
-  EXPECT_TRUE(run.table.IsEFNeeded());
 }
 
 TEST(AttributeTableTest, PrepareHandsOnTheStatusOfThePass) {
@@ -376,10 +334,10 @@ TEST(AttributeTableTest, PrepareHandsOnTheStatusOfThePass) {
   addTarget(list);
   list.AddCatVar("c", "", 9, IBINVariable::NumericCategoricalLevel, IBINVariable::AttributeRole);
   TableRun warned(list, {{1, 256, 0}});
-  EXPECT_TRUE(warned.table.Prepare().IsWarning());
+  EXPECT_TRUE(warned.Prepare().IsWarning());
   EXPECT_EQ(warned.table.CheckTarget(1), error(120010));
   TableRun empty(list, {});
-  EXPECT_EQ(empty.table.Prepare(), error(120004));
+  EXPECT_EQ(empty.Prepare(), error(120004));
 }
 
 TEST(AttributeTableTest, NothingIsBuiltFromAPassThatFailedOrNeverWas) {
@@ -387,30 +345,12 @@ TEST(AttributeTableTest, NothingIsBuiltFromAPassThatFailedOrNeverWas) {
   addScale(list);
   addTarget(list);
   TableRun run(list, {});
-  const SortedRows* rows = nullptr;
-  EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, &rows), error(3));
-  EXPECT_TRUE(run.table.Prepare().IsError());
-  EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, &rows), error(3));
-  EXPECT_EQ(run.table.BuildUnsupervisedTable(0, &rows), error(3));
+  SortedRows* rows = nullptr;
+  EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, rows), error(3));
+  EXPECT_TRUE(run.Prepare().IsError());
+  EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, rows), error(3));
+  EXPECT_EQ(run.table.BuildUnsupervisedTable(0, rows), error(3));
   EXPECT_EQ(rows, nullptr);
-}
-
-TEST(AttributeTableTest, ASecondPreparationHasItsOwnTargetAndWeights) {
-  BINVarList list;
-  addScale(list);
-  addTarget(list, 2);
-  addWeight(list);
-  TableRun run(list, {{1, 0, 2}, {2, 1, 3}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
-  EXPECT_EQ(run.table.GetTotalWeight(), 5.0);
-  run.cases = mcbinning_tests::VectorCases({{1, 1, 4}, {2, 0, 8}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 1, &rows).IsOK());
-  EXPECT_EQ(run.table.GetTotalWeight(), 12.0);
-  EXPECT_EQ(rows->Code(0), 1);
-  EXPECT_EQ(rows->Code(1), 0);
 }
 
 /// Puts another value into the last cell of a column file of `cells` cells.
@@ -429,13 +369,13 @@ TEST(AttributeTableTest, ATargetThatCouldNotBeReadToItsEndIsNotTakenForTheOneBef
                  IBINVariable::AttributeRole);
   addTarget(list, 2);
   TableRun run(list, {{1, 0, 1}, {2, 1, 0}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, rows).IsOK());
   const auto other = static_cast<std::size_t>(run.preparator.GetColumnOf(1));
   damageLastCell(run.preparator.GetFileNames()[other], 2, 9.0);
-  EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, &rows), error(3));
-  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, &rows).IsOK());
+  EXPECT_EQ(run.table.BuildSupervisedTable(0, 1, rows), error(3));
+  ASSERT_TRUE(run.table.BuildSupervisedTable(0, 2, rows).IsOK());
   EXPECT_EQ(rows->Code(0), 1);
   EXPECT_EQ(rows->Code(1), 0);
 }
@@ -452,7 +392,7 @@ class DamagedColumnTest : public testing::Test {
 
   void Spool() {
     run_ = std::make_unique<TableRun>(list_, Rows(5, {1, 1, 2}));
-    EXPECT_TRUE(run_->table.Prepare().IsOK());
+    EXPECT_TRUE(run_->Prepare().IsOK());
   }
 
   const std::string& Name(std::size_t column) const {
@@ -460,8 +400,8 @@ class DamagedColumnTest : public testing::Test {
   }
 
   MCStatus Build() {
-    const SortedRows* rows = nullptr;
-    const MCStatus status = run_->table.BuildSupervisedTable(0, 1, &rows);
+    SortedRows* rows = nullptr;
+    const MCStatus status = run_->table.BuildSupervisedTable(0, 1, rows);
     EXPECT_EQ(rows != nullptr, status.IsOK());
     return status;
   }
@@ -530,11 +470,11 @@ TEST(AttributeTableTest, WhatTheLastFlushLostGives3ForThePairsThatNeedIt) {
   addTarget(list);
   TableRun run(list, Rows(10, {1, 2, 1}));
   run.files.FailAt(FileOperation::Write, 3);
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const SortedRows* rows = nullptr;
-  EXPECT_TRUE(run.table.BuildSupervisedTable(0, 2, &rows).IsOK());
-  EXPECT_EQ(run.table.BuildSupervisedTable(1, 2, &rows), error(3));
-  EXPECT_TRUE(run.table.BuildUnsupervisedTable(0, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  SortedRows* rows = nullptr;
+  EXPECT_TRUE(run.table.BuildSupervisedTable(0, 2, rows).IsOK());
+  EXPECT_EQ(run.table.BuildSupervisedTable(1, 2, rows), error(3));
+  EXPECT_TRUE(run.table.BuildUnsupervisedTable(0, rows).IsOK());
 }
 
 TEST(AttributeTableTest, AFileThatSomebodyElseMadeUnderAnUnusedNameIsNotRead) {
@@ -550,114 +490,19 @@ TEST(AttributeTableTest, AFileThatSomebodyElseMadeUnderAnUnusedNameIsNotRead) {
       names.push_back(name);
     }
   });
-  ASSERT_TRUE(run.table.Prepare().IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
   ASSERT_EQ(names.size(), 3U);
   for (const std::size_t column : {1U, 2U}) {
     std::ofstream(names[column]) << std::string(2 * sizeof(double), 'x');
   }
   testing::internal::CaptureStdout();
-  const SortedRows* rows = nullptr;
-  EXPECT_EQ(run.table.BuildSupervisedTable(0, 2, &rows), error(3));
-  EXPECT_EQ(run.table.BuildSupervisedTable(1, 2, &rows), error(3));
+  SortedRows* rows = nullptr;
+  EXPECT_EQ(run.table.BuildSupervisedTable(0, 2, rows), error(3));
+  EXPECT_EQ(run.table.BuildSupervisedTable(1, 2, rows), error(3));
   testing::internal::GetCapturedStdout();
   for (const std::size_t column : {1U, 2U}) {
     EXPECT_TRUE(std::filesystem::remove(names[column]));
   }
-}
-
-/// Rows (value, code) with the weights 1, 2, 4, ...
-class CountPerBinTest : public testing::Test {
- protected:
-  void Build(const std::vector<std::pair<double, int>>& rows) {
-    addScale(list_);
-    addTarget(list_);
-    addWeight(list_);
-    Rows cases;
-    double weight = 1.0;
-    for (const auto& [value, code] : rows) {
-      cases.push_back({value, static_cast<double>(code), weight});
-      weight *= 2.0;
-    }
-    run_ = std::make_unique<TableRun>(list_, cases);
-    ASSERT_TRUE(run_->table.Prepare().IsOK());
-    const SortedRows* table = nullptr;
-    ASSERT_TRUE(run_->table.BuildSupervisedTable(0, 1, &table).IsOK());
-  }
-
-  MCStatus Count(const std::vector<double>& boundaries, bool rightBorderClosed) {
-    return run_->table.CountPerBin(&boundaries, rightBorderClosed, counts_);
-  }
-
-  BINVarList list_;
-  std::unique_ptr<TableRun> run_;
-  std::vector<double> counts_ = {-1.0};
-};
-
-const MCStatus kBadBoundaries(120002, true);
-
-TEST_F(CountPerBinTest, BinsAreCountedPerCategory) {
-  Build({{1, 0}, {2, 1}, {2, 0}, {3, 1}, {4, 0}});
-  EXPECT_TRUE(Count({0, 2, 4}, true).IsOK());
-  EXPECT_EQ(counts_, (std::vector<double>{1 + 4, 2, 16, 8}));
-  EXPECT_TRUE(Count({0, 2, 5}, false).IsOK());
-  EXPECT_EQ(counts_, (std::vector<double>{1, 0, 4 + 16, 2 + 8}));
-}
-
-TEST_F(CountPerBinTest, FewerThanTwoBoundariesLeaveTheOutputAsItIs) {
-  Build({{1, 0}});
-  EXPECT_EQ(run_->table.CountPerBin(nullptr, true, counts_), kBadBoundaries);
-  EXPECT_EQ(Count({}, true), kBadBoundaries);
-  EXPECT_EQ(Count({1}, true), kBadBoundaries);
-  EXPECT_EQ(counts_, std::vector<double>{-1.0});
-}
-
-TEST_F(CountPerBinTest, ARowOnTheLastBoundaryIsCountedOnlyWithRightBordersClosed) {
-  Build({{10, 0}});
-  EXPECT_EQ(Count({0, 10}, false), kBadBoundaries);
-  EXPECT_EQ(counts_, std::vector<double>{0});
-  EXPECT_TRUE(Count({0, 10}, true).IsOK());
-  EXPECT_EQ(counts_, std::vector<double>{1});
-}
-
-TEST_F(CountPerBinTest, RowsBeyondTheLastBoundaryLeaveTheBinsBeforeCounted) {
-  Build({{1, 0}, {5, 1}, {11, 0}});
-  EXPECT_EQ(Count({0, 2, 10}, true), kBadBoundaries);
-  EXPECT_EQ(counts_, (std::vector<double>{1, 0, 0, 2}));
-}
-
-TEST_F(CountPerBinTest, RowsUsedUpBeforeTheLastBinLeaveTheirBinAtZero) {
-  Build({{1, 0}, {5, 1}});
-  EXPECT_EQ(Count({0, 2, 10, 20}, true), kBadBoundaries);
-  EXPECT_EQ(counts_, (std::vector<double>{1, 0, 0, 0, 0, 0}));
-}
-
-TEST_F(CountPerBinTest, ABinWithoutRowsIsZeroAndTheFirstBoundaryIsNotLookedAt) {
-  Build({{-5, 0}, {15, 1}});
-  EXPECT_TRUE(Count({0, 2, 10, 20}, true).IsOK());
-  EXPECT_EQ(counts_, (std::vector<double>{1, 0, 0, 0, 0, 2}));
-}
-
-TEST_F(CountPerBinTest, NaNLiesBeyondEveryBoundary) {
-  Build({{1, 0}, {kNaN, 1}});
-  EXPECT_EQ(Count({-kInfinity, kInfinity}, true), kBadBoundaries);
-  EXPECT_EQ(counts_, (std::vector<double>{1, 0}));
-  EXPECT_EQ(Count({kNaN, kNaN}, true), kBadBoundaries);
-  EXPECT_EQ(counts_, (std::vector<double>{0, 0}));
-}
-
-TEST_F(CountPerBinTest, CountsTheLastSupervisedRowsAlsoAfterAnUnsupervisedBuild) {
-  Build({{1, 0}, {5, 1}});
-  const SortedRows* rows = nullptr;
-  ASSERT_TRUE(run_->table.BuildUnsupervisedTable(1, &rows).IsOK());
-  EXPECT_TRUE(Count({0, 10}, true).IsOK());
-  EXPECT_EQ(counts_, (std::vector<double>{1, 2}));
-}
-
-TEST_F(CountPerBinTest, WithoutRowsASingleBinIsZero) {
-  Build({{kMissing, 1}});
-  EXPECT_TRUE(Count({0, 10}, true).IsOK());
-  EXPECT_EQ(counts_, (std::vector<double>{0, 0}));
-  EXPECT_EQ(Count({0, 5, 10}, true), kBadBoundaries);
 }
 
 }  // namespace

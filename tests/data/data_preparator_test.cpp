@@ -110,7 +110,6 @@ TEST(DataPreparatorLayoutTest, WithoutATargetTheWeightIsColumn0) {
   list.AddWeightVar("w", "", IBINVariable::RoundToClosestInt);
   TableRun run(list, {{5, 1.5}});
   ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_FALSE(run.preparator.HasTarget());
   EXPECT_EQ(run.preparator.GetWeightColumn(), 0);
   EXPECT_EQ(column(run, 0), std::vector<double>{2});
   EXPECT_EQ(column(run, 1), std::vector<double>{5});
@@ -123,7 +122,6 @@ TEST(DataPreparatorLayoutTest, TheTargetIndexSaysWhichVariableIsTheTarget) {
   list.GetVarAt(target)->SetVariableRole(IBINVariable::AttributeRole);
   TableRun run(list, {{1, 5}});
   ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_TRUE(run.preparator.HasTarget());
   EXPECT_EQ(run.preparator.GetNumberOfColumns(), 2);
   EXPECT_EQ(run.preparator.GetColumnOf(target), 0);
 }
@@ -137,7 +135,6 @@ TEST(DataPreparatorLayoutTest, ATargetIndexOutsideTheListIsNoTarget) {
   ASSERT_EQ(list.GetTargetIndex(), 1);
   TableRun run(list, {{5}});
   ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_FALSE(run.preparator.HasTarget());
 }
 
 TEST(DataPreparatorLayoutTest, TheWeightVariableCanBeTheTargetToo) {

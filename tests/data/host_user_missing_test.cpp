@@ -17,9 +17,9 @@ TEST(HostUserMissingTest, DeclaresNothingMissingInThePass) {
         new mcbinning_tests::ForeignUserMissing(IBINUserMissing::NumericData)));
   }
   mcbinning_tests::TableRun run(list, {{1.0, 2.0}, {0.0, 1.0}});
-  ASSERT_TRUE(run.table.Prepare().IsOK());
-  const MCBinning::SortedRows* rows = nullptr;
-  ASSERT_TRUE(run.table.BuildUnsupervisedTable(0, &rows).IsOK());
+  ASSERT_TRUE(run.Prepare().IsOK());
+  MCBinning::SortedRows* rows = nullptr;
+  ASSERT_TRUE(run.table.BuildUnsupervisedTable(0, rows).IsOK());
   ASSERT_EQ(rows->Size(), 2U);
   EXPECT_EQ(rows->Value(0), 0.0);
   EXPECT_EQ(rows->Weight(1), 2.0);

@@ -58,8 +58,8 @@ TEST(PreparedDataTest, DataAndFilesExistUntilTheyAreDiscarded) {
   EXPECT_TRUE(preparation.data.Exists());
   EXPECT_EQ(preparation.directory.Files().size(), 2U);
   EXPECT_EQ(preparation.Display().rfind("BINDataPreparator object: \n", 0), 0U);
-  const MCBinning::SortedRows* rows = nullptr;
-  EXPECT_TRUE(preparation.data.Table().BuildUnsupervisedTable(0, &rows).IsOK());
+  MCBinning::SortedRows* rows = nullptr;
+  EXPECT_TRUE(preparation.data.Table().BuildUnsupervisedTable(0, rows).IsOK());
   EXPECT_EQ(preparation.data.Table().GetNRows(), 3U);
   preparation.data.Discard();
   EXPECT_FALSE(preparation.data.Exists());
@@ -105,17 +105,13 @@ TEST(PreparedDataTest, ExceptionPassesThroughAndLeavesNothing) {
   EXPECT_TRUE(preparation.data.Prepare(preparation.cases, preparation.options).IsOK());
 }
 
-TEST(PreparedDataTest, OptionsReachPreparatorAndTable) {
+TEST(PreparedDataTest, OptionsReachThePreparator) {
   Preparation preparation;
   mcbinning_tests::RecordingListener listener;
   preparation.options.listener = &listener;
   preparation.options.reportInterval = 2;
-  preparation.options.efThreshold = 2;
   preparation.data.Prepare(preparation.cases, preparation.options);
   EXPECT_EQ(listener.indexes, std::vector<int>{2});
-  const MCBinning::SortedRows* rows = nullptr;
-  preparation.data.Table().BuildSupervisedTable(0, 1, &rows);
-  EXPECT_TRUE(preparation.data.Table().IsEFNeeded());
 }
 
 }  // namespace

@@ -47,14 +47,14 @@ std::vector<double> resultsOf(const std::string& directory, int run, std::size_t
   MCBinning::CancelState cancel(nullptr);
   MCBinning::BINDataPreparator preparator(directory, nullptr, 0, cancel, list,
                                           MCBinning::RealFileSystem());
-  MCBinning::BINAttributeTable table(preparator, cases);
+  MCBinning::BINAttributeTable table(preparator);
   std::vector<double> results;
-  if (!table.Prepare().IsOK()) {
+  if (!preparator.PrepareData(cases).IsOK()) {
     return {};
   }
   for (int attribute = 1; attribute <= kAttributes; ++attribute) {
-    const MCBinning::SortedRows* rows = nullptr;
-    if (!table.BuildSupervisedTable(attribute, 0, &rows).IsOK()) {
+    MCBinning::SortedRows* rows = nullptr;
+    if (!table.BuildSupervisedTable(attribute, 0, rows).IsOK()) {
       return {};
     }
     for (std::size_t row = 0; row < rows->Size(); ++row) {

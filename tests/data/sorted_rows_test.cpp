@@ -128,10 +128,12 @@ TEST(SortedRowsTest, ZeroKeepsItsSignWhenMerged) {
   const PlainCases negative{{-0.0, 0.0, -1}, {0, 0, 0}, {0.1, 0.2, 0.3}};
   SortedRows rows;
   rows.Fill(cases.Columns(), 1, false);
-  EXPECT_FALSE(std::signbit(SortedRows::Merged(rows).Value(1)));
+  rows.Merge();
+  EXPECT_FALSE(std::signbit(rows.Value(1)));
   rows.Fill(negative.Columns(), 1, false);
-  EXPECT_TRUE(std::signbit(SortedRows::Merged(rows).Value(1)));
-  EXPECT_EQ(SortedRows::Merged(rows).Size(), 2U);
+  rows.Merge();
+  EXPECT_TRUE(std::signbit(rows.Value(1)));
+  EXPECT_EQ(rows.Size(), 2U);
 }
 
 TEST(SortedRowsTest, NaNIsNeverMerged) {

@@ -10,6 +10,7 @@
 #include "random/random_run.h"
 #include "random/random_runs.h"
 #include "random/record_comparison.h"
+#include "supervised/pre_bins.h"
 #include "support/plain_rows.h"
 #include "support/table_run.h"
 
@@ -33,8 +34,8 @@ void compareTable(const ValueTable& expected, const SortedRows& rows,
   compare("maximum", table.GetMaximum(), expected.maximum);
 }
 
-void compareCounts(Choices& choices, const ValueTable& expected,
-                   const MCBinning::BINAttributeTable& table) {
+void compareCounts(Choices& choices, const ValueTable& expected, const SortedRows& rows,
+                   std::size_t nCategories) {
   std::vector<double> boundaries(static_cast<std::size_t>(choices.Between(2, 7)));
   for (double& boundary : boundaries) {
     boundary = choices.Between(-3, 12);
@@ -45,7 +46,7 @@ void compareCounts(Choices& choices, const ValueTable& expected,
   }
   const bool closed = choices.Flag();
   std::vector<double> counts;
-  const MCBinning::MCStatus status = table.CountPerBin(&boundaries, closed, counts);
+  const MCBinning::MCStatus status = CountPerBin(rows, nCategories, boundaries, closed, counts);
   plain_model::Status plainStatus;
   std::vector<double> plainCounts;
   for (const auto& bin : countPerBin(expected, boundaries, closed, plainStatus)) {
@@ -61,13 +62,11 @@ class TableComparison {
       : choices_(choices),
         list_(made.list.plain.Copy()),
         run_(made.list.host, made.requests.front().cases),
-        data_(prepare(list_, made.requests.front().cases, events_)) {
-    run_.table.SetEFThreshold(static_cast<std::uint32_t>(4 * choices.Below(3)));
-  }
+        data_(prepare(list_, made.requests.front().cases, events_)) {}
 
   // The number of tables compared.
   std::size_t CompareAll() {
-    compareStatuses("pass", run_.table.Prepare(), data_.status);
+    compareStatuses("pass", run_.Prepare(), data_.status);
     if (data_.status.IsError()) {
       check(run_.directory.IsEmpty(), "no file is left");
       return 0;
@@ -85,8 +84,8 @@ class TableComparison {
 
  private:
   void CompareUnsupervised(int attribute) {
-    const SortedRows* rows = nullptr;
-    const auto status = run_.table.BuildUnsupervisedTable(attribute, &rows);
+    SortedRows* rows = nullptr;
+    const auto status = run_.table.BuildUnsupervisedTable(attribute, rows);
     const ValueTable expected = unsupervisedTable(list_, data_, attribute, events_);
     compareStatuses("unsupervised table", status, expected.status);
     if (status.IsOK()) {
@@ -95,8 +94,8 @@ class TableComparison {
   }
 
   bool CompareSupervised(int attribute, int target) {
-    const SortedRows* rows = nullptr;
-    const auto status = run_.table.BuildSupervisedTable(attribute, target, &rows);
+    SortedRows* rows = nullptr;
+    const auto status = run_.table.BuildSupervisedTable(attribute, target, rows);
     const ValueTable expected = supervisedTable(list_, data_, attribute, target, events_);
     compareStatuses("supervised table", status, expected.status);
     if (!status.IsOK()) {
@@ -105,10 +104,7 @@ class TableComparison {
     compareTable(expected, *rows, run_.table);
     compare("categories", run_.table.GetNTargetCategories(),
             static_cast<std::size_t>(expected.targetCategories));
-    // Merged rows add up other sums.
-    if (run_.table.IsEFNeeded() || rows->HasExactSums()) {
-      compareCounts(choices_, expected, run_.table);
-    }
+    compareCounts(choices_, expected, *rows, run_.table.GetNTargetCategories());
     return true;
   }
 

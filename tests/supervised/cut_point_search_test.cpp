@@ -5,6 +5,8 @@
 
 #include <limits>
 
+#include "support/candidate_entries.h"
+
 namespace MCBinning {
 namespace {
 
@@ -27,12 +29,12 @@ Outcome search(const CandidateTable& table) {
 
 Outcome searchRows(const std::vector<SortedRows::Row>& rows, std::size_t nCategories,
                    bool rightBorderClosed = true) {
-  return search(CandidateTable::FromRows(SortedRows(rows), nCategories, rightBorderClosed));
+  return search(mcbinning_tests::CandidatesOfRows(rows, nCategories, rightBorderClosed));
 }
 
 Outcome searchPreBins(const std::vector<double>& boundaries, const std::vector<double>& counts,
                       std::size_t nCategories) {
-  return search(CandidateTable::FromPreBins(&boundaries, &counts, nCategories));
+  return search(CandidateTable::FromPreBins(boundaries, counts, nCategories));
 }
 
 TEST(CutPointSearchTest, TwoCandidatesOfDifferentSingleCategoriesAreSplit) {
@@ -94,8 +96,6 @@ TEST(CutPointSearchTest, TableThatDoesNotFitIsAnErrorWithoutBins) {
   EXPECT_EQ(outcome.status, MCStatus(120002, false));
   EXPECT_THAT(outcome.bins.cutPoints, IsEmpty());
   EXPECT_THAT(outcome.bins.counts, IsEmpty());
-  EXPECT_EQ(search(CandidateTable::FromPreBins(nullptr, nullptr, 2)).status,
-            MCStatus(120002, false));
 }
 
 TEST(CutPointSearchTest, NoCandidateMakesOneEmptyBin) {

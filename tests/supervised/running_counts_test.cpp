@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "random/random_runs.h"
+#include "support/candidate_entries.h"
 
 namespace MCBinning {
 namespace {
@@ -40,7 +41,7 @@ void expectCountsOfScans(mcbinning_tests::Choices& choices, std::size_t candidat
     rows.push_back(
         {static_cast<double>(i / 2), choices.Below(3), fractions ? weight / 10.0 : weight});
   }
-  const CandidateTable table = CandidateTable::FromRows(SortedRows(rows), 3, true);
+  const mcbinning_tests::CandidatesOfRows table(rows, 3);
   RunningCounts counts(table);
   EXPECT_EQ(counts.IsExact(), !fractions);
   const std::vector<std::pair<std::size_t, std::size_t>> intervals = {
@@ -74,7 +75,7 @@ TEST(RunningCountsTest, AreThoseOfAScan) {
 }
 
 TEST(RunningCountsTest, EmptyTableHasNothingToCount) {
-  const CandidateTable table = CandidateTable::FromRows(SortedRows(), 2, true);
+  const mcbinning_tests::CandidatesOfRows table({}, 2);
   EXPECT_TRUE(table.IsConsistent());
   const RunningCounts counts(table);
   EXPECT_EQ(counts.Total(), ClassCounts());

@@ -46,13 +46,13 @@ SplitScan::Split bestSplitOf(const CandidateTable& table, std::size_t first, std
 }
 
 SplitScan::Split bestSplitOf(const std::vector<SortedRows::Row>& rows, std::size_t nCategories) {
-  const CandidateTable table = CandidateTable::FromRows(SortedRows(rows), nCategories, true);
+  const mcbinning_tests::CandidatesOfRows table(rows, nCategories);
   return bestSplitOf(table, 0, table.Size() - 1);
 }
 
 SplitScan::Split bestSplitOfPreBins(const std::vector<double>& counts, std::size_t nCategories) {
   const std::vector<double> boundaries(counts.size() / nCategories + 1, 0.0);
-  const CandidateTable table = CandidateTable::FromPreBins(&boundaries, &counts, nCategories);
+  const CandidateTable table = CandidateTable::FromPreBins(boundaries, counts, nCategories);
   return bestSplitOf(table, 0, table.Size() - 1);
 }
 
@@ -180,8 +180,7 @@ void expectPlainSplits(int n, int k, const WeightOf& weight, std::uint64_t runs 
       for (const double rowsPerValue : {1.0, 1.5, 20.0}) {
         SCOPED_TRACE(std::string(shape.name) + ", rows per value " + std::to_string(rowsPerValue));
         const auto rows = makeRows(shape, n, k, rowsPerValue, weight, choices);
-        const CandidateTable table =
-            CandidateTable::FromRows(SortedRows(rows), static_cast<std::size_t>(k), true);
+        const mcbinning_tests::CandidatesOfRows table(rows, static_cast<std::size_t>(k));
         const auto last = static_cast<int>(table.Size()) - 1;
         if (last < 1) {
           continue;

@@ -8,6 +8,19 @@
 
 namespace mcbinning_tests {
 
+struct HeldRows {
+  MCBinning::SortedRows rows;
+};
+
+/// The candidates of rows that are already in order, together with these rows.
+class CandidatesOfRows : private HeldRows, public MCBinning::CandidateTable {
+ public:
+  CandidatesOfRows(const std::vector<MCBinning::SortedRows::Row>& sortedRows,
+                   std::size_t nCategories, bool rightBorderClosed = true)
+      : HeldRows{MCBinning::SortedRows(sortedRows)},
+        CandidateTable(FromRows(rows, nCategories, rightBorderClosed)) {}
+};
+
 inline std::vector<std::size_t> codesOf(const MCBinning::CandidateTable& table,
                                         std::size_t candidate) {
   std::vector<std::size_t> codes;

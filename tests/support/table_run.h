@@ -22,7 +22,9 @@ struct TableRun {
       : cancel(query),
         cases(rows),
         preparator(directory.Path(), listener, reportInterval, cancel, list, files),
-        table(preparator, cases) {}
+        table(preparator) {}
+
+  MCBinning::MCStatus Prepare() { return preparator.PrepareData(cases); }
 
   ScratchDirectory directory;
   FailingFileSystem files;
