@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "toolkit/errors.h"
+#include "toolkit/fit/bin_check.h"
 #include "toolkit/fit/case_feed.h"
 #include "toolkit/fit/library_run.h"
 
@@ -114,6 +115,7 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
   CaseFeed feed(cases, columns, layout, seen, request.naTexts, request.rounding, watch.timesFeed);
   runLibrary(feed, seen.rows, watch.monitor, model);
   takeCounts(feed, model);
+  checkBins(model);
   watch.monitor.Clear();
   timings.feeding = feed.Seconds();
   timings.binning = secondsSince(start) - timings.feeding;

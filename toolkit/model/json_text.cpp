@@ -1,7 +1,10 @@
 #include "toolkit/model/json_text.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 #include "toolkit/text/number_text.h"
 
@@ -32,7 +35,10 @@ void write(const Json& value, std::size_t depth, std::string& text) {
     writeItems(value, depth, text);
     text += value.is_object() ? '}' : ']';
   } else if (value.is_number_float()) {
-    text += shortestNumber(value.get<double>());
+    const double number = value.get<double>();
+    if (!std::isfinite(number))
+      throw std::logic_error("JSON has no number " + fmt::to_string(number));
+    text += shortestNumber(number);
   } else {
     text += value.dump();
   }

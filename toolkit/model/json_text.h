@@ -12,7 +12,7 @@ using Json = nlohmann::ordered_json;
 
 /// The value as JSON text without a final line end: two blanks of indentation, arrays of plain
 /// values on one line, and every double as its shortest text that reads back the same. Strings
-/// must be UTF-8 and doubles finite (see `numberToJson`).
+/// must be UTF-8; a double that is not finite (see `numberToJson`) is a std::logic_error.
 std::string jsonText(const Json& value);
 
 /// A double as JSON; infinities, which JSON numbers cannot hold, become "inf" and "-inf".

@@ -75,6 +75,9 @@ struct AttributeModel {
   /// Cases with a target category whose value is missing, or declared missing by the user.
   WeightedCounts missingCases;
   WeightedCounts userMissingCases;
+  /// Cases with a value and a target category that the library counts in no bin: part of
+  /// `totalWeight`. `apply` finds each of them a bin. Without class weights when there are none.
+  WeightedCounts unbinnedCases;
   /// Base-2 entropy of the target over the valid cases, before and after cutting. Empty in an
   /// equal-frequency model and when nothing was searched.
   std::optional<double> entropyBefore;
@@ -83,6 +86,16 @@ struct AttributeModel {
   /// Entropy before less entropy after; 0 without cut points and when either is not there.
   double InformationGain() const;
 };
+
+/// Cases that tables and charts list behind the bins.
+struct CasesBesideBins {
+  const char* name;
+  WeightedCounts AttributeModel::*counts;
+};
+inline constexpr CasesBesideBins kBesideBins[] = {
+    {"missing", &AttributeModel::missingCases},
+    {"user-missing", &AttributeModel::userMissingCases},
+    {"in no bin", &AttributeModel::unbinnedCases}};
 
 struct TargetModel {
   std::string name;

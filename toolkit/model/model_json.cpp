@@ -62,6 +62,9 @@ Json attributeToJson(const AttributeModel& attribute) {
   for (const WeightedCounts& bin : attribute.bins) json["bins"].push_back(countsToJson(bin));
   json["missingCases"] = countsToJson(attribute.missingCases);
   json["userMissingCases"] = countsToJson(attribute.userMissingCases);
+  if (attribute.unbinnedCases.weight > 0.0) {
+    json["unbinnedCases"] = countsToJson(attribute.unbinnedCases);
+  }
   return json;
 }
 

@@ -46,6 +46,11 @@ AttributeStatus readStatus(const JsonNode& node) {
   return status;
 }
 
+std::optional<double> readEntropy(const JsonNode& node) {
+  if (node.IsNull()) return std::nullopt;
+  return node.Weight();
+}
+
 AttributeModel readAttribute(const JsonNode& node, std::size_t categories) {
   AttributeModel attribute;
   attribute.name = node["name"].Text();
@@ -57,8 +62,8 @@ AttributeModel readAttribute(const JsonNode& node, std::size_t categories) {
   attribute.maximum = node["maximum"].OptionalNumber();
   attribute.totalWeight = node["totalWeight"].Weight();
   attribute.totalWeightWithMissing = node["totalWeightWithMissing"].Weight();
-  attribute.entropyBefore = node["entropyBefore"].OptionalNumber();
-  attribute.entropyAfter = node["entropyAfter"].OptionalNumber();
+  attribute.entropyBefore = readEntropy(node["entropyBefore"]);
+  attribute.entropyAfter = readEntropy(node["entropyAfter"]);
   attribute.cutPoints = node["cutPoints"].Numbers();
   for (std::size_t i = 1; i < attribute.cutPoints.size(); ++i) {
     if (!(attribute.cutPoints[i - 1] < attribute.cutPoints[i])) {
@@ -74,6 +79,8 @@ AttributeModel readAttribute(const JsonNode& node, std::size_t categories) {
   }
   attribute.missingCases = readCounts(node["missingCases"], categories);
   attribute.userMissingCases = readCounts(node["userMissingCases"], categories);
+  const std::optional<JsonNode> unbinned = node.Optional("unbinnedCases");
+  if (unbinned) attribute.unbinnedCases = readCounts(*unbinned, categories);
   return attribute;
 }
 

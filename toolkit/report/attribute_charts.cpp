@@ -179,7 +179,9 @@ ShareChart shareChartOf(const Model& model, const AttributeModel& attribute,
   chart.weightHeading = "weight";
   if (model.target) chart.classHeading = "class shares";
   const double total = weightOfAll(attribute);
-  double heaviest = std::max(attribute.missingCases.weight, attribute.userMissingCases.weight);
+  double heaviest = 0.0;
+  for (const auto& [_, member] : kBesideBins)
+    heaviest = std::max(heaviest, (attribute.*member).weight);
   for (const WeightedCounts& bin : attribute.bins) heaviest = std::max(heaviest, bin.weight);
   const auto addRow = [&](const std::string& label, const std::string& name,
                           const WeightedCounts& counts, bool setApart) {
@@ -192,10 +194,10 @@ ShareChart shareChartOf(const Model& model, const AttributeModel& attribute,
     addRow(labelOf(cuts, model.closedSide, bin),
            intervalText(attribute.cutPoints, model.closedSide, bin), attribute.bins[bin], false);
   }
-  const WeightedCounts& missing = attribute.missingCases;
-  const WeightedCounts& userMissing = attribute.userMissingCases;
-  if (missing.weight > 0.0) addRow("missing", "missing", missing, true);
-  if (userMissing.weight > 0.0) addRow("user-missing", "user-missing", userMissing, true);
+  for (const auto& [name, member] : kBesideBins) {
+    const WeightedCounts& counts = attribute.*member;
+    if (counts.weight > 0.0) addRow(name, name, counts, true);
+  }
   return chart;
 }
 

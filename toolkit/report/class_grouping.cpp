@@ -70,8 +70,9 @@ Model withReportClasses(Model model) {
   target.classWeights = regrouped(target.classWeights, kept);
   for (AttributeModel& attribute : model.attributes) {
     for (WeightedCounts& bin : attribute.bins) bin.classWeights = regrouped(bin.classWeights, kept);
-    for (WeightedCounts* counts : {&attribute.missingCases, &attribute.userMissingCases}) {
-      counts->classWeights = regrouped(counts->classWeights, kept);
+    for (const CasesBesideBins& beside : kBesideBins) {
+      WeightedCounts& counts = attribute.*beside.counts;
+      if (!counts.classWeights.empty()) counts.classWeights = regrouped(counts.classWeights, kept);
     }
   }
   return model;

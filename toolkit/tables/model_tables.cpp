@@ -84,12 +84,11 @@ TextTable binTable(const Model& model, const AttributeModel& attribute) {
     addCounts(model, attribute.bins[bin], total, cells);
     table.AddRow(std::move(cells));
   }
-  const std::pair<const char*, const WeightedCounts*> missing[] = {
-      {"missing", &attribute.missingCases}, {"user-missing", &attribute.userMissingCases}};
-  for (const auto& [name, counts] : missing) {
-    if (counts->weight == 0.0) continue;
+  for (const auto& [name, member] : kBesideBins) {
+    const WeightedCounts& counts = attribute.*member;
+    if (counts.weight == 0.0) continue;
     std::vector<std::string> cells = {"", name};
-    addCounts(model, *counts, total, cells);
+    addCounts(model, counts, total, cells);
     table.AddRow(std::move(cells));
   }
   return table;

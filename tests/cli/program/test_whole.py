@@ -6,8 +6,10 @@ import signal
 import subprocess
 import unittest
 
-from program import LOANS, MCBIN, ProgramTest
+from program import LOANS, MCBIN, ROOT, ProgramTest, attribute
+from schema import violations
 
+SCHEMA = json.loads((ROOT / "docs" / "model.schema.json").read_text())
 FIT = ["fit", str(LOANS), "--target", "default"]
 
 
@@ -47,6 +49,53 @@ class Models(ProgramTest):
                           ["export", "m.json", "--to", "csv"], ["report", "m.json"]):
             self.fail_with(1, 'm.json: attributes[2].status.severity is "error": no bins were '
                            "found; fit it again", *arguments)
+
+
+class OddBins(ProgramTest):
+    """What the library's rules leave odd at the ends of the scale is said."""
+
+    INFINITE = "a,t\n" + "1,x\n" * 3 + "2,y\n" * 3 + "inf,y\n" * 2
+
+    def test_no_number_but_stated_infinities_is_written(self):
+        self.file("d.csv", "a\n-inf\n-inf\ninf\ninf\n")
+        model = self.fit("d.csv", "-e", "--bins", "2")
+        self.assertEqual(violations(model, SCHEMA), [])
+        self.assertEqual(attribute(model, "a")["bins"], [{"weight": 4, "classWeights": []}])
+        self.assertEqual(
+            attribute(model, "a")["status"],
+            {"code": 0, "severity": "warning",
+             "reason": "not cut: the middle of two values is no number or too large for one"})
+
+    def test_weight_in_no_bin_is_said(self):
+        """An infinite value lies beyond the last pre-bin."""
+        self.file("d.csv", self.INFINITE)
+        arguments = ["d.csv", "-t", "t", "--threshold", "2", "--bins", "2"]
+        model = self.fit(*arguments)
+        self.assertEqual(violations(model, SCHEMA), [])
+        a = attribute(model, "a")
+        self.assertEqual(a["unbinnedCases"], {"weight": 2, "classWeights": [0, 2]})
+        self.assertEqual(a["totalWeight"], 2 + sum(b["weight"] for b in a["bins"]))
+        self.assertIn("; weight 2 lies in no bin", a["status"]["reason"])
+        self.file("m.json", json.dumps(model))
+        for text in (self.succeed("fit", *arguments).stdout, self.succeed("show", "m.json").stdout):
+            self.assertIn("weight 2 lies in no bin", text)
+            self.assertRegex(text, r"\n +in no bin +2 +25.0% +0 +0.0% +2 +100.0%\n")
+        self.assertIn("<span>in no bin</span>", self.succeed("report", "m.json").stdout)
+        self.assertIn("\na,in no bin,,,,2,0,2\n",
+                      self.succeed("export", "m.json", "--to", "csv").stdout)
+
+    def test_it_is_not_hidden_where_nothing_is_cut(self):
+        self.file("d.csv", "a,t\n" + "1,x\n1,y\n2,x\n2,y\n" * 3 + "inf,x\ninf,y\n")
+        status = attribute(self.fit("d.csv", "-t", "t", "--threshold", "2", "--bins", "2"), "a")["status"]
+        self.assertEqual(status["code"], 120017)
+        self.assertEqual(status["reason"],
+                         "not cut: no cut tells the target's categories apart well enough; weight 2 "
+                         "lies in no bin")
+
+    def test_fewer_bins_than_asked_for_are_said(self):
+        self.file("d.csv", "a\n" + "1\n" * 9 + "2\n" * 9 + "3\n")
+        self.assertIn("3 bins in place of 5: the values are too few or too unevenly spread",
+                      self.succeed("fit", "d.csv", "-e", "--bins", "5").stdout)
 
 
 if __name__ == "__main__":

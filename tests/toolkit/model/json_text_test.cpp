@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <random>
+#include <stdexcept>
 
 namespace mcbin {
 namespace {
@@ -55,6 +56,13 @@ TEST(JsonText, InfinitiesBecomeTexts) {
   EXPECT_EQ(jsonText(numberToJson(std::numeric_limits<double>::infinity())), "\"inf\"");
   EXPECT_EQ(jsonText(numberToJson(-std::numeric_limits<double>::infinity())), "\"-inf\"");
   EXPECT_EQ(jsonText(numberToJson(1.5)), "1.5");
+}
+
+TEST(JsonText, OtherDoublesAreRefused) {
+  for (const double value : {HUGE_VAL, -HUGE_VAL, std::nan("")}) {
+    EXPECT_THROW(jsonText(value), std::logic_error);
+    EXPECT_THROW(jsonText(Json::array({1.0, value})), std::logic_error);
+  }
 }
 
 }  // namespace

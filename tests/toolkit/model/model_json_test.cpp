@@ -32,6 +32,16 @@ TEST(ModelJson, AnEqualFrequencyModelHasNoTarget) {
   EXPECT_EQ(modelToJson(modelFromJson(text, "m")), text);
 }
 
+TEST(ModelJson, UnbinnedCasesAreStoredWhenThereAreAny) {
+  Model model = exampleModel();
+  EXPECT_EQ(modelToJson(model).find("unbinnedCases"), std::string::npos);
+  model.attributes[0].unbinnedCases = {3.0, {1.0, 2.0}};
+  const std::string text = modelToJson(model);
+  const Model read = modelFromJson(text, "m");
+  EXPECT_EQ(read.attributes[0].unbinnedCases.classWeights[1], 2.0);
+  EXPECT_EQ(modelToJson(read), text);
+}
+
 TEST(ModelJson, AFileIsRead) {
   const TemporaryFiles files;
   const std::string text = modelToJson(exampleModel());

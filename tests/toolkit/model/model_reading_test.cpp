@@ -77,6 +77,14 @@ TEST(ModelReading, WrongValuesNameTheirPlace) {
        [](Json& j) { j["attributes"][0]["bins"][1]["classWeights"] = {1.0}; }},
       {"m: attributes[0].bins[0].weight must be a finite number that is not negative",
        [](Json& j) { j["attributes"][0]["bins"][0]["weight"] = -1; }},
+      {"m: attributes[0].entropyBefore must be a finite number that is not negative",
+       [](Json& j) { j["attributes"][0]["entropyBefore"] = "inf"; }},
+      {"m: attributes[0].entropyAfter must be a finite number that is not negative",
+       [](Json& j) { j["attributes"][0]["entropyAfter"] = -0.5; }},
+      {"m: attributes[0].unbinnedCases has no \"classWeights\"",
+       [](Json& j) {
+         j["attributes"][0]["unbinnedCases"] = {{"weight", 1.0}};
+       }},
       {"m: attributes[0].missing.range must be null or [low, high]",
        [](Json& j) {
          j["attributes"][0]["missing"]["range"] = {2.0, 1.0};

@@ -31,6 +31,16 @@ TEST(ModelTables, AnUncutAttributeSaysWhy) {
             "  0  (-inf, inf)       0      -   0  -    0  -\n");
 }
 
+TEST(ModelTables, CasesInNoBinHaveARow) {
+  Model model = testing::exampleModel();
+  model.attributes[0].unbinnedCases = {2.0, {0.0, 2.0}};
+  model.attributes[0].totalWeight += 2.0;
+  const std::string text = attributeText(model, model.attributes[0]);
+  EXPECT_NE(text.find("     in no bin           2  13.3%   0    0.0%    2  100.0%\n"),
+            std::string::npos)
+      << text;
+}
+
 TEST(ModelTables, Overview) {
   EXPECT_EQ(overviewText(testing::exampleModel()),
             "Supervised binning of loans.csv: 16 cases, 14 used, 2 dropped for their weight\n"

@@ -33,12 +33,16 @@ void addAttribute(std::string& text, const AttributeModel& attribute, const char
   }
   addCounts(text, {attribute.name, "missing", "", "", ""}, attribute.missingCases);
   addCounts(text, {attribute.name, "user-missing", "", "", ""}, attribute.userMissingCases);
+  if (attribute.unbinnedCases.weight > 0.0) {
+    addCounts(text, {attribute.name, "in no bin", "", "", ""}, attribute.unbinnedCases);
+  }
 }
 
 }  // namespace
 
-/// One line per bin of every attribute, and one for its missing and one for its user-missing cases:
-/// attribute, bin (a number from 0, "missing" or "user-missing"), lower, upper, closed ("right" or
+/// One line per bin of every attribute, one for its missing, one for its user-missing cases, and
+/// one for those in no bin when there are any: attribute, bin (a number from 0, "missing",
+/// "user-missing" or "in no bin"), lower, upper, closed ("right" or
 /// "left"), weight, and weight_CATEGORY for every category of the target.
 std::string csvExport(const Model& model, const ExportOptions& /*options*/) {
   std::vector<std::string> header = {"attribute", "bin", "lower", "upper", "closed", "weight"};
