@@ -20,8 +20,8 @@ constexpr int kSignalExitBase = 128;
 
 void printError(const std::string& message) {
   const bool colour = mcbin::errorTakesColour();
-  std::fprintf(stderr, "%smcbin:%s %s\n", colour ? "\x1b[31m" : "", colour ? "\x1b[0m" : "",
-               message.c_str());
+  std::fputs(colour ? "\x1b[31mmcbin:\x1b[0m " : "mcbin: ", stderr);
+  mcbin::tell(message + "\n");
 }
 
 int usageError(const CLI::App& program, const std::string& message) {

@@ -2,13 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "cli/commands/commands.h"
 #include "cli/commands/options.h"
+#include "cli/system/terminal.h"
 #include "cli/text/terminal_monitor.h"
 #include "toolkit/apply/row_binner.h"
 #include "toolkit/errors.h"
@@ -80,7 +80,7 @@ void runApply(const ApplyCommand& apply) {
   }
   output.Commit();
   monitor.Clear();
-  fmt::print(stderr, "{} cases binned by {} attributes\n", rows, model.attributes.size());
+  tell(fmt::format("{} cases binned by {} attributes\n", rows, model.attributes.size()));
 }
 
 }  // namespace

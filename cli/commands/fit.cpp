@@ -3,7 +3,6 @@
 
 #include <CLI/CLI.hpp>
 #include <chrono>
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +11,7 @@
 #include "cli/commands/commands.h"
 #include "cli/commands/options.h"
 #include "cli/system/muted_output.h"
+#include "cli/system/terminal.h"
 #include "cli/text/fit_report.h"
 #include "cli/text/terminal_monitor.h"
 #include "toolkit/errors.h"
@@ -147,7 +147,7 @@ void completeRequest(FitCommand& fit) {
   request.smallBinThreshold = fit.smallBins.value_or(0.0);
   request.naTexts = fit.naTexts.empty() ? defaultNaTexts() : fit.naTexts;
   if (!fit.equalFrequency && fit.bins && request.distinctValueThreshold == 0) {
-    std::fputs("note: --bins has no effect without --threshold or --equal-frequency\n", stderr);
+    tell("note: --bins has no effect without --threshold or --equal-frequency\n");
   }
 }
 
@@ -159,7 +159,7 @@ void runFit(FitCommand& fit) {
   std::optional<OutputFile> file;  // opened at once: a wrong path shows before the work
   if (fit.output) file.emplace(*fit.output);
   const auto tellPlan = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
-    std::fputs(planText(columns, fit.request.input.data, rows, categories).c_str(), stderr);
+    tell(planText(columns, fit.request.input.data, rows, categories));
   };
   FitTimings timings;
   TextCases cases(*reader, fit.request.naTexts);
@@ -174,14 +174,13 @@ void runFit(FitCommand& fit) {
   }
   writeStandardOutput(fit.json ? modelToJson(model) : modelText(model));
   if (model.cases.droppedForWeight > 0) {
-    fmt::print(stderr,
-               "{} of {} cases dropped for their weight (missing, or not positive after "
-               "rounding)\n",
-               model.cases.droppedForWeight, model.cases.read);
+    tell(fmt::format(
+        "{} of {} cases dropped for their weight (missing, or not positive after rounding)\n",
+        model.cases.droppedForWeight, model.cases.read));
   }
   if (fit.timings) {
     const std::chrono::duration<double> writing = std::chrono::steady_clock::now() - start;
-    std::fputs(timingsText(timings, writing.count()).c_str(), stderr);
+    tell(timingsText(timings, writing.count()));
   }
 }
 

@@ -3,10 +3,15 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
+#include "toolkit/text/visible_text.h"
+
 namespace mcbin {
+
+void tell(std::string_view text) { std::fputs(visibleLines(text).c_str(), stderr); }
 
 bool errorIsTerminal() {
   const char* const terminal = std::getenv("TERM");

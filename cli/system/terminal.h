@@ -1,10 +1,15 @@
-/// What standard error is connected to.
+/// Standard error and what it is connected to.
 #ifndef MCBIN_CLI_SYSTEM_TERMINAL_H
 #define MCBIN_CLI_SYSTEM_TERMINAL_H
 
 #include <cstddef>
+#include <string_view>
 
 namespace mcbin {
+
+/// Writes to standard error what visibleLines() leaves of `text`. That it cannot be written changes
+/// nothing: there is no other place to say so.
+void tell(std::string_view text);
 
 /// Whether standard error is a terminal that a line can be redrawn on (TERM is not "dumb").
 bool errorIsTerminal();

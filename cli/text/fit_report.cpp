@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "toolkit/text/number_text.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -13,16 +14,15 @@ namespace {
 constexpr std::size_t kCategoriesShown = 10;
 
 std::string categoryList(const std::vector<std::string>& categories) {
-  std::string text = fmt::format("{} categories: ", categories.size());
-  for (std::size_t c = 0; c < categories.size() && c < kCategoriesShown; ++c) {
-    text += (c == 0 ? "" : ", ") + categories[c];
-  }
-  return text + (categories.size() > kCategoriesShown ? ", ..." : "");
+  return fmt::format("{} categories: {}", categories.size(),
+                     excerptList(categories, kCategoriesShown));
 }
 
 std::string missingList(const ColumnPlan& column) {
   std::string text;
-  for (const std::string& value : column.missingTexts) text += (text.empty() ? "" : ", ") + value;
+  for (const std::string& value : column.missingTexts) {
+    text += (text.empty() ? "" : ", ") + excerpt(value);
+  }
   if (column.missing.range) {
     text += fmt::format("{}{} to {}", text.empty() ? "" : ", ",
                         shortestNumber(column.missing.range->first),
@@ -35,7 +35,7 @@ std::string namesOf(const std::vector<ColumnPlan>& columns, ColumnUse use) {
   std::string names;
   for (const ColumnPlan& column : columns) {
     if (column.use != use) continue;
-    names += (names.empty() ? "" : ", ") + column.name + missingList(column);
+    names += (names.empty() ? "" : ", ") + excerpt(column.name) + missingList(column);
   }
   return names;
 }
@@ -48,9 +48,9 @@ std::string leftOutText(const std::vector<ColumnPlan>& columns) {
     const auto known = std::find_if(namesByReason.begin(), namesByReason.end(),
                                     [&](const auto& line) { return line.first == column.reason; });
     if (known == namesByReason.end()) {
-      namesByReason.emplace_back(column.reason, column.name);
+      namesByReason.emplace_back(column.reason, excerpt(column.name));
     } else {
-      known->second += ", " + column.name;
+      known->second += ", " + excerpt(column.name);
     }
   }
   std::string text;
@@ -64,7 +64,8 @@ std::string leftOutText(const std::vector<ColumnPlan>& columns) {
 
 std::string planText(const std::vector<ColumnPlan>& columns, const std::string& data,
                      std::uint64_t rows, const std::vector<std::string>& categories) {
-  std::string text = fmt::format("{}: {} cases, {} columns\n", data, rows, columns.size());
+  std::string text =
+      fmt::format("{}: {} cases, {} columns\n", visibleText(data), rows, columns.size());
   text += "  scale, to be cut: " + namesOf(columns, ColumnUse::Attribute) + "\n";
   const std::string target = namesOf(columns, ColumnUse::Target);
   if (!target.empty()) {

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "toolkit/text/visible_text.h"
+
 namespace mcbin {
 namespace {
 
@@ -56,13 +58,13 @@ std::string parseErrorText(const CLI::App& program, const CLI::ParseError& error
   const std::string& extra = extras.front();
   const std::vector<CLI::App*> commands = program.get_subcommands();
   if (commands.empty() && extra.front() != '-') {
-    return fmt::format("there is no command {}{}", extra,
+    return fmt::format("there is no command {}{}", excerpt(extra),
                        proposal(nearest(extra, commandNames(program))));
   }
-  if (extra.front() != '-') return fmt::format("one argument too many: {}", extra);
+  if (extra.front() != '-') return fmt::format("one argument too many: {}", excerpt(extra));
   const std::string name = extra.substr(0, extra.find('='));
   const CLI::App& command = commands.empty() ? program : *commands.front();
-  return fmt::format("there is no option {}{}", name,
+  return fmt::format("there is no option {}{}", excerpt(name),
                      proposal(nearest(name, optionNames(command))));
 }
 

@@ -8,6 +8,7 @@
 #include "toolkit/errors.h"
 #include "toolkit/model/bin_lookup.h"
 #include "toolkit/text/csv_text.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -16,7 +17,8 @@ std::size_t columnNamed(const std::vector<std::string>& names, const std::string
   const auto found = std::find(names.begin(), names.end(), name);
   if (found == names.end()) {
     throw DataError(fmt::format(
-        "the data have no column {}, which the model cuts; choose others with --attribute", name));
+        "the data have no column {}, which the model cuts; choose others with --attribute",
+        excerpt(name)));
   }
   return static_cast<std::size_t>(found - names.begin());
 }
@@ -41,7 +43,7 @@ void RowBinner::CheckNames(const std::vector<std::string>& names) const {
     if (!seen.insert(name).second) {
       throw DataError(
           fmt::format("the binned data would have two columns {}; rename the one in the data{}",
-                      name, options_.inPlace ? "" : " or use --replace"));
+                      excerpt(name), options_.inPlace ? "" : " or use --replace"));
     }
   }
 }
@@ -109,8 +111,9 @@ const std::vector<std::string>& RowBinner::LabelsOf(const Attribute& attribute,
       break;
     case CellKind::Text:
     case CellKind::OutOfRange:
-      throw DataError(fmt::format("{}: column {} holds '{}', which is no number that can be binned",
-                                  reader_.Where(row), attribute.model->name, cell));
+      throw DataError(fmt::format("{}: column {} holds {}, which is no number that can be binned",
+                                  reader_.Where(row), excerpt(attribute.model->name),
+                                  quotedExcerpt(cell)));
   }
   return attribute.labels.Of(place(*attribute.model, model_.closedSide, value));
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "toolkit/errors.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -141,24 +142,24 @@ std::optional<double> CaseFeed::ReadValue(std::size_t column) {
       FailChanged(column);
   }
   if (value == MCMV::gMissingValue) {
-    throw DataError(
-        fmt::format("{}: '{}' in column {} is the number that stands for a missing "
-                    "value inside the library: name it with --na if it is missing",
-                    source_.Where(), source_.ReadText(column), columns_[column].name));
+    throw DataError(fmt::format(
+        "{}: {} in column {} is the number that stands for a missing "
+        "value inside the library: name it with --na if it is missing",
+        source_.Where(), quotedExcerpt(source_.ReadText(column)), excerpt(columns_[column].name)));
   }
   return value;
 }
 
 void CaseFeed::FailChanged(std::size_t column) const {
   throw DataError(fmt::format("{}: column {} changed while the data were read: run it again",
-                              source_.Where(), columns_[column].name));
+                              source_.Where(), excerpt(columns_[column].name)));
 }
 
 void CaseFeed::FailWeightOverflow() const {
   throw DataError(
       fmt::format("{}: the weights in column {} add up to more than a number can hold: "
                   "divide them all by the same large number",
-                  source_.Where(), columns_[*layout_.weightColumn].name));
+                  source_.Where(), excerpt(columns_[*layout_.weightColumn].name)));
 }
 
 const WeightedCounts& CaseFeed::MissingCases(std::size_t attribute) const {

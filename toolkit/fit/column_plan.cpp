@@ -9,6 +9,7 @@
 #include "toolkit/errors.h"
 #include "toolkit/input/cells.h"
 #include "toolkit/input/column_patterns.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -18,7 +19,7 @@ std::pair<std::string, std::string> partOption(const std::string& text, const st
                                                const char* form) {
   const std::size_t sign = text.rfind('=');
   if (sign == std::string::npos || sign == 0 || sign + 1 == text.size()) {
-    throw UsageError(fmt::format("{} {}: write {} {}", option, text, option, form));
+    throw UsageError(fmt::format("{} {}: write {} {}", option, excerpt(text), option, form));
   }
   return {text.substr(0, sign), text.substr(sign + 1)};
 }
@@ -71,7 +72,7 @@ class Planner {
       for (std::size_t c : matchColumns(names_, pattern, "--exclude")) {
         if (columns_[c].namedByUser) {
           throw UsageError(fmt::format("column {} is named by --attribute and by --exclude {}",
-                                       names_[c], pattern));
+                                       excerpt(names_[c]), excerpt(pattern)));
         }
         LeaveOut(columns_[c], "excluded by --exclude");
       }
@@ -86,7 +87,8 @@ class Planner {
   void TakeAs(ColumnUse use, const std::string& text, const char* option) {
     ColumnPlan& column = columns_[findColumn(names_, text, option)];
     if (column.use == ColumnUse::Target || column.namedByUser) {
-      throw UsageError(fmt::format("column {} cannot be named by {} and by {}", column.name, option,
+      throw UsageError(fmt::format("column {} cannot be named by {} and by {}",
+                                   excerpt(column.name), option,
                                    column.namedByUser ? "--attribute" : "--target"));
     }
     column.use = use;
@@ -102,18 +104,18 @@ class Planner {
     const auto [name, type] = partOption(text, "--type", "COLUMN=scale or COLUMN=category");
     ColumnPlan& column = columns_[findColumn(names_, name, "--type")];
     if (type != "scale" && type != "category") {
-      throw UsageError(
-          fmt::format("--type {}: the type is scale or category, not '{}'", text, type));
+      throw UsageError(fmt::format("--type {}: the type is scale or category, not {}",
+                                   excerpt(text), quotedExcerpt(type)));
     }
     const ColumnType declared = type == "scale" ? ColumnType::Scale : ColumnType::Category;
     if (column.declaredType && *column.declaredType != declared) {
-      throw UsageError(fmt::format("--type gives column {} two types", column.name));
+      throw UsageError(fmt::format("--type gives column {} two types", excerpt(column.name)));
     }
     if (column.use == ColumnUse::Target && declared == ColumnType::Scale) {
-      throw UsageError(fmt::format("--type {}: the target always is a category", text));
+      throw UsageError(fmt::format("--type {}: the target always is a category", excerpt(text)));
     }
     if (column.use == ColumnUse::Weight && declared == ColumnType::Category) {
-      throw UsageError(fmt::format("--type {}: the weight always is a number", text));
+      throw UsageError(fmt::format("--type {}: the weight always is a number", excerpt(text)));
     }
     column.declaredType = declared;
   }
@@ -126,9 +128,9 @@ class Planner {
       if (column.use != ColumnUse::Target) {
         if (readNumber(value, number) != NumberReading::Number) {
           throw UsageError(
-              fmt::format("--missing {}: '{}' is not a number; a text that stands for "
+              fmt::format("--missing {}: {} is not a number; a text that stands for "
                           "a missing value is declared with --na",
-                          text, value));
+                          excerpt(text), quotedExcerpt(value)));
         }
         column.missing.values.push_back(number);
       }
@@ -145,7 +147,8 @@ class Planner {
           "with --missing");
     }
     if (column.missing.range) {
-      throw UsageError(fmt::format("--missing-range: column {} has two ranges", column.name));
+      throw UsageError(
+          fmt::format("--missing-range: column {} has two ranges", excerpt(column.name)));
     }
     const std::size_t colon = range.find(':');
     const std::string low = range.substr(0, colon);
@@ -159,7 +162,7 @@ class Planner {
       throw UsageError(
           fmt::format("--missing-range {}: write COLUMN=LOW:HIGH with numbers, LOW not "
                       "above HIGH; an end left empty is open",
-                      text));
+                      excerpt(text)));
     }
     column.missing.range = {ends[0], ends[1]};
   }
@@ -170,25 +173,27 @@ class Planner {
 };
 
 [[noreturn]] void failMixed(const ColumnPlan& column, const ColumnScan& scan) {
+  const std::string name = excerpt(column.name);
+  const std::string text = quotedExcerpt(scan.firstText->text);
   throw DataError(fmt::format(
-      "{}: column {} mixes numbers and texts: '{}' is a text, while '{}' ({}) is a number; if the "
-      "text stands for a missing value say --na '{}', if the column holds categories say --type "
+      "{}: column {} mixes numbers and texts: {} is a text, while {} ({}) is a number; if the "
+      "text stands for a missing value say --na {}, if the column holds categories say --type "
       "{}=category, else --exclude {}",
-      scan.firstText->where, column.name, scan.firstText->text, scan.firstNumber->text,
-      scan.firstNumber->where, scan.firstText->text, column.name, column.name));
+      scan.firstText->where, name, text, quotedExcerpt(scan.firstNumber->text),
+      scan.firstNumber->where, text, name, name));
 }
 
 void requireNumbers(const ColumnPlan& column, const ColumnScan& scan) {
   if (scan.firstText) {
+    const std::string text = quotedExcerpt(scan.firstText->text);
     throw DataError(fmt::format(
-        "{}: '{}' in column {} is not a number; if it stands for a missing "
-        "value say --na '{}'",
-        scan.firstText->where, scan.firstText->text, column.name, scan.firstText->text));
+        "{}: {} in column {} is not a number; if it stands for a missing value say --na {}",
+        scan.firstText->where, text, excerpt(column.name), text));
   }
   if (scan.firstOutOfRange) {
-    throw DataError(fmt::format("{}: '{}' in column {} is too large for a number",
-                                scan.firstOutOfRange->where, scan.firstOutOfRange->text,
-                                column.name));
+    throw DataError(fmt::format("{}: {} in column {} is too large for a number",
+                                scan.firstOutOfRange->where,
+                                quotedExcerpt(scan.firstOutOfRange->text), excerpt(column.name)));
   }
 }
 
@@ -201,7 +206,7 @@ std::string reasonNotToCut(const ColumnPlan& column, const ColumnScan& scan) {
   } else if (scan.firstText && scan.firstNumber) {
     failMixed(column, scan);
   } else if (scan.firstText) {
-    return "categorical: it holds texts such as '" + scan.firstText->text + "'";
+    return "categorical: it holds texts";
   }
   requireNumbers(column, scan);
   return scan.firstNumber ? "" : "no case has a value";
@@ -210,12 +215,11 @@ std::string reasonNotToCut(const ColumnPlan& column, const ColumnScan& scan) {
 void checkTarget(const TableScan& scan, const ColumnPlan& target) {
   if (scan.categories.size() >= 2) return;
   if (scan.categories.empty()) {
-    throw DataError(fmt::format("no case has a category in the target {}", target.name));
+    throw DataError(fmt::format("no case has a category in the target {}", excerpt(target.name)));
   }
   throw DataError(
-      fmt::format("the target {} has the single category '{}': there is nothing to tell "
-                  "apart",
-                  target.name, scan.categories.front()));
+      fmt::format("the target {} has the single category {}: there is nothing to tell apart",
+                  excerpt(target.name), quotedExcerpt(scan.categories.front())));
 }
 
 }  // namespace
@@ -238,8 +242,8 @@ void applyScan(const TableScan& scan, std::vector<ColumnPlan>& columns) {
     column.reason = reasonNotToCut(column, scan.columns[c]);
     if (column.reason.empty()) continue;
     if (column.namedByUser) {
-      throw DataError(
-          fmt::format("--attribute {}: the column cannot be cut: {}", column.name, column.reason));
+      throw DataError(fmt::format("--attribute {}: the column cannot be cut: {}",
+                                  excerpt(column.name), column.reason));
     }
     column.use = ColumnUse::LeftOut;
   }
@@ -247,7 +251,7 @@ void applyScan(const TableScan& scan, std::vector<ColumnPlan>& columns) {
     std::string reasons;
     for (const ColumnPlan& column : columns) {
       if (column.use == ColumnUse::LeftOut) {
-        reasons += fmt::format("\n  {}: {}", column.name, column.reason);
+        reasons += fmt::format("\n  {}: {}", excerpt(column.name), column.reason);
       }
     }
     if (columns.size() == 1) {

@@ -6,7 +6,8 @@
 
 #include "toolkit/errors.h"
 #include "toolkit/input/cells.h"
-#include "toolkit/input/column_names.h"
+#include "toolkit/text/utf8.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -79,7 +80,7 @@ class Scanner {
     const std::string_view category =
         categoryOf(cases_.ReadText(column), request_.naTexts, request_.targetMissingTexts);
     if (category.empty() || classes_.Has(category)) return;
-    const std::string& name = cases_.ColumnNames()[column];
+    const std::string name = excerpt(cases_.ColumnNames()[column]);
     if (!isUtf8(category)) {
       throw DataError(
           fmt::format("{}: the category in column {} is not UTF-8 text: convert the "
@@ -88,9 +89,9 @@ class Scanner {
     }
     if (!classes_.Add(category)) {
       throw DataError(fmt::format(
-          "{}: the target {} has more than {} categories: '{}' is one too many; is it really a "
+          "{}: the target {} has more than {} categories: {} is one too many; is it really a "
           "class? (--missing {}=TEXT and --na take texts out)",
-          cases_.Where(), name, kMaxClasses, category, name));
+          cases_.Where(), name, kMaxClasses, quotedExcerpt(category), name));
     }
   }
 

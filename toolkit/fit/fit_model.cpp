@@ -7,6 +7,7 @@
 #include "toolkit/fit/bin_check.h"
 #include "toolkit/fit/case_feed.h"
 #include "toolkit/fit/library_run.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -120,7 +121,7 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
   timings.feeding = feed.Seconds();
   timings.binning = secondsSince(start) - timings.feeding;
   if (model.cases.read != seen.rows) {
-    throw DataError(request.input.data + " changed while it was read: run it again");
+    throw DataError(visibleText(request.input.data) + " changed while it was read: run it again");
   }
   return model;
 }

@@ -7,6 +7,7 @@
 
 #include "toolkit/errors.h"
 #include "toolkit/system/files.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -69,7 +70,7 @@ void throwIfRunFailed(const MCBinning::MCStatus& status) {
       throw DataError(
           fmt::format("cannot write temporary files in {}: is the disk full? TMPDIR "
                       "names another directory",
-                      temporaryRoot()));
+                      visibleText(temporaryRoot())));
     default:
       break;
   }

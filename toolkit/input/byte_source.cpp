@@ -8,6 +8,7 @@
 
 #include "toolkit/errors.h"
 #include "toolkit/system/files.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -18,7 +19,8 @@ constexpr std::size_t kStartSize = 16;
 }  // namespace
 
 ByteSource::ByteSource(const std::string& path, Monitor& monitor)
-    : name_(path == "-" ? "standard input" : path), descriptor_(openForReading(path, monitor)) {
+    : name_(path == "-" ? "standard input" : visibleText(path)),
+      descriptor_(openForReading(path, monitor)) {
   try {
     storedSize_ = fileSize(descriptor_);
     OpenStream();

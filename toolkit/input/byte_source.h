@@ -23,7 +23,7 @@ class ByteSource {
   ByteSource& operator=(const ByteSource&) = delete;
   ~ByteSource();
 
-  /// What messages call the input: the path, or "standard input".
+  /// What messages call the input: the path, made visible, or "standard input".
   const std::string& Name() const { return name_; }
 
   /// The first bytes (unpacked), 16 at most, by which a format is known. To be asked before the

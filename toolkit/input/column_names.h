@@ -17,9 +17,6 @@ std::vector<std::string> numberedNames(std::size_t count);
 std::vector<std::string> namesFromHeader(const std::vector<std::string_view>& header,
                                          const std::string& source);
 
-/// Whether the bytes are well-formed UTF-8.
-bool isUtf8(std::string_view bytes);
-
 }  // namespace mcbin
 
 #endif

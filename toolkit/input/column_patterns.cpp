@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "toolkit/errors.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -27,12 +28,8 @@ std::optional<std::size_t> exactColumn(const std::vector<std::string>& names,
 
 [[noreturn]] void failNoColumn(const std::vector<std::string>& names, const std::string& text,
                                std::string_view option) {
-  std::string list;
-  for (std::size_t i = 0; i < names.size() && i < kNamesInMessage; ++i) {
-    list += (i == 0 ? "" : ", ") + names[i];
-  }
-  if (names.size() > kNamesInMessage) list += ", ...";
-  std::string message = fmt::format("{}: no column '{}'; the columns are: {}", option, text, list);
+  std::string message = fmt::format("{}: no column {}; the columns are: {}", option,
+                                    quotedExcerpt(text), excerptList(names, kNamesInMessage));
   if (names.size() == 1) message += " (only one: is the separator right? see --delimiter)";
   throw DataError(message);
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "toolkit/errors.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 
@@ -12,7 +13,8 @@ JsonNode::JsonNode(const Json& value, std::string fileName, std::string path)
     : value_(&value), fileName_(std::move(fileName)), path_(std::move(path)) {}
 
 void JsonNode::Fail(const std::string& what) const {
-  throw DataError(fileName_ + ": " + (path_.empty() ? "the model" : path_) + " " + what);
+  throw DataError(visibleText(fileName_) + ": " +
+                  (path_.empty() ? "the model" : visibleText(path_)) + " " + what);
 }
 
 JsonNode JsonNode::operator[](const char* key) const {

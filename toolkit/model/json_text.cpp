@@ -5,13 +5,30 @@
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
+#include <string_view>
 
 #include "toolkit/text/number_text.h"
+#include "toolkit/text/utf8.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
 
 void write(const Json& value, std::size_t depth, std::string& text);
+
+/// A text in quotes; what a terminal would act on is written by its number.
+void writeText(const Json& value, std::string& text) {
+  const std::string quoted = value.dump();
+  for (std::string_view rest = quoted; !rest.empty();) {
+    const Utf8Character character = firstCharacter(rest);
+    if (actsOnTerminal(character.code)) {
+      text += fmt::format("\\u{:04x}", static_cast<unsigned>(character.code));
+    } else {
+      text += rest.substr(0, character.size);
+    }
+    rest.remove_prefix(character.size);
+  }
+}
 
 void writeItems(const Json& value, std::size_t depth, std::string& text) {
   const bool isObject = value.is_object();
@@ -23,7 +40,10 @@ void writeItems(const Json& value, std::size_t depth, std::string& text) {
     if (!first) text += onOneLine ? ", " : ",";
     first = false;
     text += lineStart;
-    if (isObject) text += Json(key).dump() + ": ";
+    if (isObject) {
+      writeText(Json(key), text);
+      text += ": ";
+    }
     write(item, depth + 1, text);
   }
   if (!onOneLine) text += "\n" + std::string(2 * depth, ' ');
@@ -39,6 +59,8 @@ void write(const Json& value, std::size_t depth, std::string& text) {
     if (!std::isfinite(number))
       throw std::logic_error("JSON has no number " + fmt::to_string(number));
     text += shortestNumber(number);
+  } else if (value.is_string()) {
+    writeText(value, text);
   } else {
     text += value.dump();
   }

@@ -9,6 +9,7 @@
 
 #include "toolkit/errors.h"
 #include "toolkit/model/json_text.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -132,9 +133,11 @@ std::string modelToJson(const Model& model) {
 
 Model loadModel(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  if (!file) throw DataError(fmt::format("cannot read {}: {}", path, std::strerror(errno)));
+  if (!file)
+    throw DataError(fmt::format("cannot read {}: {}", visibleText(path), std::strerror(errno)));
   const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  if (file.bad()) throw DataError(fmt::format("cannot read {}: {}", path, std::strerror(errno)));
+  if (file.bad())
+    throw DataError(fmt::format("cannot read {}: {}", visibleText(path), std::strerror(errno)));
   return modelFromJson(text, path);
 }
 

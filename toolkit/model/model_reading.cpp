@@ -1,11 +1,13 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <limits>
 #include <set>
 
 #include "toolkit/errors.h"
 #include "toolkit/model/json_node.h"
 #include "toolkit/model/model_json.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -150,9 +152,12 @@ Json parseJson(const std::string& text, const std::string& name) {
   try {
     return Json::parse(text);
   } catch (const Json::exception& error) {
-    const std::string what = error.what();
+    // The number in front means nothing to a user; what was read last may be the whole file.
+    std::string what = error.what();
+    what.erase(std::min(what.find("; last read: "), what.size()));
     const std::size_t start = what.find("] ");
-    throw DataError(fmt::format("{}: not JSON: {}: name a model that mcbin fit -o wrote", name,
+    throw DataError(fmt::format("{}: not JSON: {}: name a model that mcbin fit -o wrote",
+                                visibleText(name),
                                 start == std::string::npos ? what : what.substr(start + 2)));
   }
 }

@@ -2,24 +2,13 @@
 
 #include <utility>
 
+#include "toolkit/text/visible_text.h"
+
 namespace mcbin {
-namespace {
-
-bool isControl(unsigned char byte) { return byte < 0x20U || byte == 0x7FU; }
-
-/// U+0080 to U+009F, control characters too, take two bytes of UTF-8.
-bool startsHighControl(std::string_view text, std::size_t at) {
-  return text[at] == '\xC2' && at + 1 < text.size() &&
-         static_cast<unsigned char>(text[at + 1]) < 0xA0U;
-}
-
-}  // namespace
 
 std::string escapedMarkup(std::string_view text) {
   std::string escaped;
-  escaped.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
+  for (const char c : visibleText(text)) {
     if (c == '&') {
       escaped += "&amp;";
     } else if (c == '<') {
@@ -30,11 +19,8 @@ std::string escapedMarkup(std::string_view text) {
       escaped += "&quot;";
     } else if (c == '\'') {
       escaped += "&#39;";
-    } else if (startsHighControl(text, i)) {
-      escaped += ' ';
-      ++i;
     } else {
-      escaped += isControl(static_cast<unsigned char>(c)) ? ' ' : c;
+      escaped += c;
     }
   }
   return escaped;

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "toolkit/errors.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -21,7 +22,7 @@ constexpr std::size_t kCopySize = std::size_t{1} << 17U;
 
 [[noreturn]] void fail(const std::string& action, const std::string& path) {
   const char* const reason = std::strerror(errno);
-  throw DataError(fmt::format("cannot {} {}: {}", action, path, reason));
+  throw DataError(fmt::format("cannot {} {}: {}", action, visibleText(path), reason));
 }
 
 int makeUnnamedFile() {
@@ -78,7 +79,7 @@ int openForReading(const std::string& path, Monitor& monitor) {
   struct stat status = {};
   if (::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
     ::close(descriptor);
-    throw DataError(fmt::format("cannot open {}: it is a directory", path));
+    throw DataError(fmt::format("cannot open {}: it is a directory", visibleText(path)));
   }
   if (!isStandardInput && S_ISREG(status.st_mode)) return descriptor;
   try {

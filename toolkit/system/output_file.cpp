@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "toolkit/errors.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -61,14 +62,15 @@ void OutputFile::Commit() {
 
 void OutputFile::Fail() const {
   const char* const reason = std::strerror(errno);
-  throw DataError(fmt::format("cannot write {}: {}", path_, reason));
+  throw DataError(fmt::format("cannot write {}: {}", visibleText(path_), reason));
 }
 
 void requireOtherFile(const std::string& output, const std::string& input, const char* content) {
   std::error_code notThere;
   if (output != "-" && std::filesystem::is_regular_file(output, notThere) &&
       std::filesystem::equivalent(output, input, notThere)) {
-    throw UsageError(fmt::format("--output {} is the file of {}: name another", output, content));
+    throw UsageError(
+        fmt::format("--output {} is the file of {}: name another", visibleText(output), content));
   }
 }
 

@@ -7,6 +7,7 @@
 #include "toolkit/model/bin_labels.h"
 #include "toolkit/text/number_text.h"
 #include "toolkit/text/text_table.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -15,14 +16,6 @@ constexpr int kEntropyDigits = 4;
 
 std::string plural(std::uint64_t count, const char* noun) {
   return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
-}
-
-/// Line ends and other control characters would tear the table apart.
-std::string onOneLine(std::string text) {
-  for (char& c : text) {
-    if (static_cast<unsigned char>(c) < 0x20U || c == 0x7F) c = ' ';
-  }
-  return text;
 }
 
 std::string numberOrDash(const std::optional<double>& value) {
@@ -48,11 +41,11 @@ std::string targetText(const Model& model) {
   const TargetModel& target = *model.target;
   double total = target.missingWeight;
   for (double weight : target.classWeights) total += weight;
-  std::string text = "Target " + onOneLine(target.name) + ":";
+  std::string text = "Target " + visibleText(target.name) + ":";
   const char* separator = " ";
   for (std::size_t c = 0; c < target.categories.size(); ++c) {
     text +=
-        fmt::format("{}{} ({}, {})", separator, onOneLine(target.categories[c]),
+        fmt::format("{}{} ({}, {})", separator, visibleText(target.categories[c]),
                     weightText(target.classWeights[c]), shareText(target.classWeights[c], total));
     separator = ", ";
   }
@@ -66,10 +59,10 @@ std::string targetText(const Model& model) {
 }  // namespace
 
 TextTable binTable(const Model& model, const AttributeModel& attribute) {
-  std::vector<std::string> header = {"#", onOneLine(attribute.name), "weight", "share"};
+  std::vector<std::string> header = {"#", visibleText(attribute.name), "weight", "share"};
   if (model.target) {
     for (const std::string& category : model.target->categories) {
-      header.push_back(onOneLine(category));
+      header.push_back(visibleText(category));
       header.emplace_back("%");
     }
   }
@@ -108,7 +101,7 @@ TextTable rankingTable(const Model& model) {
   for (std::size_t index : rankByInformationGain(model)) {
     const AttributeModel& attribute = model.attributes[index];
     std::vector<std::string> cells = {std::to_string(++rank),
-                                      onOneLine(attribute.name),
+                                      visibleText(attribute.name),
                                       std::to_string(attribute.bins.size()),
                                       std::to_string(attribute.distinctValues),
                                       numberOrDash(attribute.minimum),
@@ -119,23 +112,23 @@ TextTable rankingTable(const Model& model) {
       cells.push_back(
           attribute.entropyAfter ? fixedNumber(attribute.InformationGain(), kEntropyDigits) : "-");
     }
-    cells.push_back(attribute.status.reason);
+    cells.push_back(visibleText(attribute.status.reason));
     table.AddRow(std::move(cells));
   }
   return table;
 }
 
 std::string summaryText(const Model& model) {
-  std::string text =
-      fmt::format("{} binning of {}: {}, {} used", model.target ? "Supervised" : "Equal-frequency",
-                  onOneLine(model.source.data), plural(model.cases.read, "case"), model.cases.used);
+  std::string text = fmt::format(
+      "{} binning of {}: {}, {} used", model.target ? "Supervised" : "Equal-frequency",
+      visibleText(model.source.data), plural(model.cases.read, "case"), model.cases.used);
   if (model.cases.droppedForWeight > 0) {
     text += fmt::format(", {} dropped for their weight", model.cases.droppedForWeight);
   }
   text += "\n";
   if (model.weight) {
     text +=
-        fmt::format("Weight {}, {} to whole numbers\n", onOneLine(model.weight->name),
+        fmt::format("Weight {}, {} to whole numbers\n", visibleText(model.weight->name),
                     model.weight->rounding == WeightRounding::Truncate ? "truncated" : "rounded");
   }
   return model.target ? text + targetText(model) : text;
@@ -160,12 +153,12 @@ std::string binningSummary(const AttributeModel& attribute) {
 }
 
 std::string attributeSummary(const AttributeModel& attribute) {
-  return onOneLine(attribute.name) + ": " + binningSummary(attribute);
+  return visibleText(attribute.name) + ": " + binningSummary(attribute);
 }
 
 std::string attributeText(const Model& model, const AttributeModel& attribute) {
   std::string text = attributeSummary(attribute) + "\n";
-  if (!attribute.status.reason.empty()) text += "  " + attribute.status.reason + "\n";
+  if (!attribute.status.reason.empty()) text += "  " + visibleText(attribute.status.reason) + "\n";
   return text + binTable(model, attribute).Text(2);
 }
 

@@ -1,8 +1,9 @@
 #include "toolkit/text/text_table.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
+
+#include "toolkit/text/markdown_text.h"
 
 namespace mcbin {
 namespace {
@@ -12,15 +13,6 @@ std::size_t widthOf(const std::string& text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
   }));
-}
-
-std::string escapedForMarkdown(const std::string& text) {
-  std::string escaped;
-  for (const char c : text) {
-    if (c != '\0' && std::strchr("\\`*_[]<>|", c) != nullptr) escaped += '\\';
-    escaped += c;
-  }
-  return escaped;
 }
 
 }  // namespace
@@ -65,7 +57,7 @@ std::string TextTable::Text(std::size_t indent) const {
 std::string TextTable::Markdown() const {
   std::string text;
   const auto addLine = [&text](const std::vector<std::string>& cells) {
-    for (const std::string& cell : cells) text += "| " + escapedForMarkdown(cell) + " ";
+    for (const std::string& cell : cells) text += "| " + markdownText(cell) + " ";
     text += "|\n";
   };
   addLine(rows_.front());

@@ -51,14 +51,14 @@ class Tables(ProgramTest):
         self.assertEqual(
             self.succeed("export", "model.json", "--to", "markdown").stdout,
             "Supervised binning of d.csv: 20 cases, 20 used\n"
-            "Target t: x< (10, 50.0%), y (10, 50.0%)\n"
+            "Target t: x\\< (10, 50.0%), y (10, 50.0%)\n"
             "\n## Attributes by information gain\n\n"
-            "| # | attribute | bins | distinct | min | max | entropy before | after | gain | remark |\n"
+            "| \\# | attribute | bins | distinct | min | max | entropy before | after | gain | remark |\n"
             "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: | ---: | --- |\n"
             "| 1 | a\\|b | 2 | 20 | 0 | 19 | 1.0000 | 0.0000 | 1.0000 |  |\n"
-            "\n### a|b\n\n"
-            "a|b: 2 bins, 20 distinct values, entropy 1.0000 before, 0.0000 after, gain 1.0000\n\n"
-            "| # | a\\|b | weight | share | x\\< | % | y | % |\n"
+            "\n### a\\|b\n\n"
+            "2 bins, 20 distinct values, entropy 1.0000 before, 0.0000 after, gain 1.0000\n\n"
+            "| \\# | a\\|b | weight | share | x\\< | % | y | % |\n"
             "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: |\n"
             "| 0 | (-inf, 9\\] | 10 | 50.0% | 10 | 100.0% | 0 | 0.0% |\n"
             "| 1 | (9, inf) | 10 | 50.0% | 0 | 0.0% | 10 | 100.0% |\n",

@@ -159,7 +159,7 @@ class ReportTest(ProgramTest):
         rows = "".join(f"{i},{'<i>' if i < 20 else '&'}\n" for i in range(40))
         data = self.file("a<b>.csv", f"{quoted},{target}\n{rows}")
         page = self.page_of(self.fitted(data, "--target", "2"))
-        self.assertIn("</title><script>alert(1)</script>&amp;\"'  x", page.tables[0][1][1])
+        self.assertIn("</title><script>alert(1)</script>&amp;\"'\\n\\x01x", page.tables[0][1][1])
         self.assertEqual(page.tables[1][0][4:], ["&", "%", "<i>", "%"])
 
     def test_many_classes_are_grouped(self):

@@ -31,18 +31,5 @@ TEST(ColumnNames, ANameMustBeUtf8) {
             "UTF-8)");
 }
 
-TEST(ColumnNames, KnowsUtf8) {
-  for (const char* good : {"", "abc", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x98\x80",
-                           "\xED\x9F\xBF", "\xF4\x8F\xBF\xBF", "\xE0\xA0\x80"}) {
-    EXPECT_TRUE(isUtf8(good)) << good;
-  }
-  // Stray continuation, overlong forms, surrogates, beyond U+10FFFF, cut short.
-  for (const char* bad :
-       {"\x80", "\xC0\xAF", "\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF",
-        "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xC3", "\xE2\x82", "\xC3(", "\xFF"}) {
-    EXPECT_FALSE(isUtf8(bad)) << bad;
-  }
-}
-
 }  // namespace
 }  // namespace mcbin

@@ -25,6 +25,7 @@ TEST(JsonText, PlainArraysStandOnOneLine) {
 
 TEST(JsonText, StringsAreEscaped) {
   EXPECT_EQ(jsonText("a\"b\\\n\t\x01"), "\"a\\\"b\\\\\\n\\t\\u0001\"");
+  EXPECT_EQ(jsonText("\u007f\u009b\u202e é"), "\"\\u007f\\u009b\\u202e é\"");
   Json json;
   json["k\"ey"] = 1;
   EXPECT_EQ(jsonText(json), "{\n  \"k\\\"ey\": 1\n}");

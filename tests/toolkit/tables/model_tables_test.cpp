@@ -63,10 +63,13 @@ TEST(ModelTables, LineEndsInNamesDoNotTearTheTable) {
   model.attributes.resize(1);
   model.attributes[0].name = "two\nlines";
   model.target->categories[0] = "n\to";
+  model.attributes[0].status.reason = "not\u009b31m cut";
   const std::string text = modelText(model);
   EXPECT_EQ(text.find("two\nlines"), std::string::npos);
-  EXPECT_NE(text.find("two lines"), std::string::npos);
-  EXPECT_NE(text.find("n o"), std::string::npos);
+  EXPECT_NE(text.find("two\\nlines"), std::string::npos);
+  EXPECT_NE(text.find("n\\to"), std::string::npos);
+  EXPECT_EQ(text.find("\u009b"), std::string::npos);
+  EXPECT_NE(text.find("not\\u{9B}31m cut"), std::string::npos);
 }
 
 }  // namespace

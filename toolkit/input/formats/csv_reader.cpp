@@ -9,6 +9,7 @@
 #include "toolkit/errors.h"
 #include "toolkit/input/column_names.h"
 #include "toolkit/input/open_table.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -29,8 +30,8 @@ char delimiterOf(const InputOptions& options) {
         std::string_view("\"\r\n").find((*options.delimiter)[0]) == std::string_view::npos) {
       return (*options.delimiter)[0];
     }
-    throw UsageError(fmt::format("--delimiter takes one character or the word tab, not '{}'",
-                                 *options.delimiter));
+    throw UsageError(fmt::format("--delimiter takes one character or the word tab, not {}",
+                                 quotedExcerpt(*options.delimiter)));
   }
   std::string_view name = options.data;
   if (endsWith(name, ".gz")) name.remove_suffix(3);
@@ -211,7 +212,7 @@ void CsvReader::CheckCellCount(const TableRow& row) const {
   const std::size_t count = row.cells.size();
   if (count < expected) {
     FailAt(rowLine_, fmt::format("the row has {} of {} cells: there is none for column {} ({})",
-                                 count, expected, count + 1, columnNames_[count]));
+                                 count, expected, count + 1, excerpt(columnNames_[count])));
   }
   if (count > expected) {
     FailAt(rowLine_, fmt::format("the row has {} cells where there are {} columns: cell {} is one "

@@ -1,7 +1,6 @@
 #include "toolkit/input/formats/sqlite_reader.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -10,9 +9,12 @@
 #include "toolkit/input/column_names.h"
 #include "toolkit/input/open_table.h"
 #include "toolkit/text/number_text.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
+
+constexpr std::size_t kTablesInMessage = 30;
 
 std::string quotedIdentifier(const std::string& name) {
   std::string quoted = "\"";
@@ -27,9 +29,9 @@ std::string quotedIdentifier(const std::string& name) {
 
 SqliteReader::SqliteReader(const std::string& path, const std::optional<std::string>& table,
                            const std::optional<std::string>& query)
-    : path_(path) {
+    : name_(visibleText(path)) {
   try {
-    Open(table, query);
+    Open(path, table, query);
   } catch (...) {
     sqlite3_finalize(statement_);
     sqlite3_close(database_);
@@ -42,9 +44,9 @@ SqliteReader::~SqliteReader() {
   sqlite3_close(database_);
 }
 
-void SqliteReader::Open(const std::optional<std::string>& table,
+void SqliteReader::Open(const std::string& path, const std::optional<std::string>& table,
                         const std::optional<std::string>& query) {
-  if (sqlite3_open_v2(path_.c_str(), &database_, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+  if (sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
     Fail();
   }
   sqlite3_busy_timeout(database_, 5000);
@@ -61,12 +63,12 @@ void SqliteReader::Execute(const char* sql) {
 void SqliteReader::Prepare(const std::string& sql) {
   const char* rest = nullptr;
   if (sqlite3_prepare_v2(database_, sql.c_str(), -1, &statement_, &rest) != SQLITE_OK) Fail();
-  if (statement_ == nullptr) throw DataError(path_ + ": the query is empty");
+  if (statement_ == nullptr) throw DataError(name_ + ": the query is empty");
   if (std::string_view(rest).find_first_not_of(" \t\r\n;") != std::string_view::npos) {
-    throw DataError(path_ + ": the query must be one SELECT statement; there is more behind it");
+    throw DataError(name_ + ": the query must be one SELECT statement; there is more behind it");
   }
   if (sqlite3_column_count(statement_) == 0 || sqlite3_stmt_readonly(statement_) == 0) {
-    throw DataError(path_ + ": the query must be a SELECT statement, which gives rows");
+    throw DataError(name_ + ": the query must be a SELECT statement, which gives rows");
   }
 }
 
@@ -76,8 +78,8 @@ void SqliteReader::CheckTable(const std::string& table) {
     return sqlite3_stricmp(name.c_str(), table.c_str()) == 0;
   });
   if (!isThere) {
-    throw DataError(fmt::format("{}: there is no table '{}'; the tables are: {}", path_, table,
-                                fmt::join(names, ", ")));
+    throw DataError(fmt::format("{}: there is no table {}; the tables are: {}", name_,
+                                quotedExcerpt(table), excerptList(names, kTablesInMessage)));
   }
 }
 
@@ -101,7 +103,7 @@ void SqliteReader::ReadColumnNames() {
   for (int column = 0; column < count; ++column) {
     names.emplace_back(sqlite3_column_name(statement_, column));
   }
-  columnNames_ = namesFromHeader(names, path_);
+  columnNames_ = namesFromHeader(names, name_);
   numberTexts_.resize(columnNames_.size());
 }
 
@@ -117,7 +119,7 @@ std::string_view SqliteReader::CellText(int column, std::string& numberText, std
       throw DataError(
           fmt::format("{}, row {}: column {} holds a BLOB, which is neither a number "
                       "nor a text: name the columns you want with --query",
-                      path_, row, columnNames_[static_cast<std::size_t>(column)]));
+                      name_, row, excerpt(columnNames_[static_cast<std::size_t>(column)])));
     default:
       break;
   }
@@ -144,12 +146,13 @@ void SqliteReader::Rewind() {
 }
 
 std::string SqliteReader::Where(const TableRow& row) const {
-  return fmt::format("{}, row {}", path_, row.line);
+  return fmt::format("{}, row {}", name_, row.line);
 }
 
 void SqliteReader::Fail() const {
-  throw DataError(fmt::format("{}: {}", path_,
-                              database_ == nullptr ? "out of memory" : sqlite3_errmsg(database_)));
+  throw DataError(
+      fmt::format("{}: {}", name_,
+                  visibleText(database_ == nullptr ? "out of memory" : sqlite3_errmsg(database_))));
 }
 
 bool isSqlite(std::string_view start) { return start == std::string_view("SQLite format 3\0", 16); }

@@ -30,7 +30,8 @@ class SqliteReader : public TableReader {
   double ShareRead() const override { return -1.0; }
 
  private:
-  void Open(const std::optional<std::string>& table, const std::optional<std::string>& query);
+  void Open(const std::string& path, const std::optional<std::string>& table,
+            const std::optional<std::string>& query);
   void Prepare(const std::string& sql);
   void Execute(const char* sql);
   void CheckTable(const std::string& table);
@@ -39,7 +40,7 @@ class SqliteReader : public TableReader {
   std::string_view CellText(int column, std::string& numberText, std::uint64_t row);
   [[noreturn]] void Fail() const;
 
-  std::string path_;
+  std::string name_;  ///< The path as messages show it.
   sqlite3* database_ = nullptr;
   sqlite3_stmt* statement_ = nullptr;
   std::vector<std::string> columnNames_;
