@@ -20,6 +20,7 @@
 #include "toolkit/fit/case_feed.h"
 #include "toolkit/fit/column_plan.h"
 #include "toolkit/fit/column_scan.h"
+#include "toolkit/fit/text_cases.h"
 #include "toolkit/input/cells.h"
 #include "toolkit/input/open_table.h"
 #include "toolkit/monitor.h"
@@ -97,17 +98,18 @@ std::uint64_t readAsTheProgram(const std::string& path) {
   FitRequest request;
   request.target = "target";
   request.naTexts = defaultNaTexts();
-  std::vector<ColumnPlan> columns = planColumns(request, reader->ColumnNames());
+  TextCases cases(*reader, request.naTexts);
+  std::vector<ColumnPlan> columns = planColumns(request, cases.ColumnNames());
   ScanRequest scan{std::vector<ScanAs>(columns.size(), ScanAs::Cells), request.naTexts, {}};
   scan.columns[0] = ScanAs::Target;
-  const TableScan seen = scanTable(*reader, scan, monitor);
+  const TableScan seen = scanTable(cases, scan, monitor);
   applyScan(seen, columns);
 
-  reader->Rewind();
+  cases.Rewind();
   FeedLayout layout;
   layout.targetColumn = 0;
   for (std::size_t c = 1; c < columns.size(); ++c) layout.attributeColumns.push_back(c);
-  CaseFeed feed(*reader, columns, layout, seen, request.naTexts, WeightRounding::Truncate, false);
+  CaseFeed feed(cases, columns, layout, seen, request.naTexts, WeightRounding::Truncate, false);
   while (feed.HasNext()) feed.Next();
   feed.RethrowFailure();
   return feed.Cases().used;
