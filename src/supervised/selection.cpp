@@ -1,4 +1,4 @@
-#include "supervised/pair_selection.h"
+#include "supervised/selection.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -14,7 +14,7 @@ bool isCategorical(const IBINVariable& variable) {
          level == IBINVariable::StringCategoricalLevel;
 }
 
-MCStatus checkPair(const BINVarList& varList, int weightIndex, int attribute, int target) {
+MCStatus checkPair(const BINVarList& varList, int weight, int attribute, int target) {
   const IBINVariable* const targetVariable = varList.GetVarAt(target);
   if (targetVariable == nullptr || varList.GetVarAt(attribute) == nullptr) {
     return errorStatus(kNoSuchIndex);
@@ -22,43 +22,71 @@ MCStatus checkPair(const BINVarList& varList, int weightIndex, int attribute, in
   if (!isCategorical(*targetVariable)) {
     return errorStatus(kTargetNotCategorical);
   }
-  if (target == attribute || target == weightIndex || attribute == weightIndex) {
+  if (target == attribute || target == weight || attribute == weight) {
     return errorStatus(kSameOrWeightVariable);
   }
   return {};
 }
 
-MCStatus checkAttribute(const BINVarList& varList, int targetIndex, int weightIndex,
-                        int attribute) {
+MCStatus checkAttribute(const BINVarList& varList, int target, int weight, int attribute) {
   if (varList.GetVarAt(attribute) == nullptr) {
     return errorStatus(kAttributeOutOfRange);
   }
-  if (attribute == weightIndex || attribute == targetIndex) {
+  if (attribute == weight || attribute == target) {
     return errorStatus(kSameOrWeightVariable);
   }
   return {};
+}
+
+void requestEach(const std::vector<int>& attributes, const BINVarList& varList, int target,
+                 int weight, std::vector<Request>& requests) {
+  for (const int attribute : attributes) {
+    requests.push_back({attribute, target, checkAttribute(varList, target, weight, attribute)});
+  }
+}
+
+bool isAnyAccepted(const std::vector<Request>& requests) {
+  return std::any_of(requests.begin(), requests.end(),
+                     [](const Request& request) { return request.status.IsOK(); });
 }
 
 }  // namespace
 
-bool CheckPairs(const PairSelection& selection, const BINVarList& varList, int targetIndex,
-                int weightIndex, std::vector<MCStatus>& statuses) {
-  const std::vector<int>* const attributes = selection.attributes;
-  const std::vector<int>* const targets = selection.targets;
+std::vector<Request> requestAll(const BINVarList& varList, int target, int weight) {
+  std::vector<Request> requests;
+  const int size = static_cast<int>(varList.Size());
+  for (int attribute = 0; attribute < size; ++attribute) {
+    if (attribute != target && attribute != weight) {
+      requests.push_back({attribute, target, {}});
+    }
+  }
+  return requests;
+}
+
+bool requestPairs(const Selection& selection, const BINVarList& varList, int target, int weight,
+                  std::vector<Request>& requests) {
+  const auto& [attributes, targets] = selection;
+  requests.clear();
   if (attributes == nullptr || (targets != nullptr && targets->size() != attributes->size())) {
     return false;
   }
-  statuses.clear();
-  for (std::size_t i = 0; i < attributes->size(); ++i) {
-    statuses.push_back(targets != nullptr
-                           ? checkPair(varList, weightIndex, (*attributes)[i], (*targets)[i])
-                           : checkAttribute(varList, targetIndex, weightIndex, (*attributes)[i]));
-  }
   if (targets == nullptr) {
-    return !statuses.empty();
+    requestEach(*attributes, varList, target, weight, requests);
+    return !requests.empty();
   }
-  return std::any_of(statuses.begin(), statuses.end(),
-                     [](const MCStatus& status) { return status.IsOK(); });
+  for (std::size_t i = 0; i < attributes->size(); ++i) {
+    const int attribute = (*attributes)[i];
+    const int ownTarget = (*targets)[i];
+    requests.push_back({attribute, ownTarget, checkPair(varList, weight, attribute, ownTarget)});
+  }
+  return isAnyAccepted(requests);
+}
+
+bool requestAttributes(const std::vector<int>& attributes, const BINVarList& varList, int weight,
+                       std::vector<Request>& requests) {
+  requests.clear();
+  requestEach(attributes, varList, kNoTarget, weight, requests);
+  return isAnyAccepted(requests);
 }
 
 }  // namespace MCBinning
