@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 #include <mccomvor/missing_value.h>
 
-#include <type_traits>
 #include <utility>
-
-#include "support/virtual_slots.h"
 
 namespace {
 
@@ -46,19 +43,6 @@ TEST(ProgressReporterTest, HugeIndexDoesNotTrap) {
   BINProgressReporter reporter;
   reporter.SetValues(4294967295U, 0.0);
   EXPECT_EQ(reporter.DiscreteMeasure("IndexVar"), -1);
-}
-
-TEST(ProgressInterfacesTest, SlotOrder) {
-  using mcbinning_tests::VirtualSlot;
-  EXPECT_EQ(VirtualSlot(&ProgressReport::DiscreteMeasure), 1U);
-  EXPECT_EQ(VirtualSlot(&ProgressReport::ScaleMeasure), 2U);
-  EXPECT_EQ(VirtualSlot(&BINProgressReporter::DiscreteMeasure), 1U);
-  EXPECT_EQ(VirtualSlot(&BINProgressReporter::ScaleMeasure), 2U);
-  EXPECT_EQ(VirtualSlot(&ProgressListener::ReportProgress), 1U);
-  EXPECT_EQ(VirtualSlot(&MCQueryCancel::IsCancelled), 1U);
-  static_assert(std::has_virtual_destructor_v<ProgressReport>);
-  static_assert(std::has_virtual_destructor_v<ProgressListener>);
-  static_assert(std::has_virtual_destructor_v<MCQueryCancel>);
 }
 
 }  // namespace

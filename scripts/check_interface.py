@@ -1,19 +1,22 @@
 #!/usr/bin/env python3
-"""check_class_layout.py LIBRARY [--update]
+"""check_interface.py LIBRARY [--update | --symbols]
 
-Compares the binary layout of what the exported headers declare, as abidw reads it from the debug
-information of LIBRARY, with tests/abi/class_layout.txt and fails when they differ: sizes, bases and
-members of classes, slots of virtual functions, return types, values of enumerators. With --update
-writes the list instead. What else a host links against is in exported_symbols.txt.
+Compares what LIBRARY exports with tests/abi/interface.txt and fails when they differ: for each class
+of the exported headers its size, bases and members, the slots of its virtual functions, its other
+functions with what they return, and the symbols that a host links against besides; for each
+enumeration its values. Sizes, slots and the like are read by abidw from the debug information that
+g++ makes; with --symbols only the symbols are compared, which any build has. With --update writes
+the file instead.
 """
 
 import difflib
 import pathlib
+import re
 import subprocess
 import sys
 import xml.etree.ElementTree as ElementTree
 
-RECORD = pathlib.Path(__file__).resolve().parent.parent / "tests/abi/class_layout.txt"
+RECORD = pathlib.Path(__file__).resolve().parent.parent / "tests/abi/interface.txt"
 EXPORTED = "include/mcbinning/"
 STRING = "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >"
 SCOPES = ("namespace-decl", "class-decl", "union-decl")
@@ -69,12 +72,12 @@ def describe_function(member, types):
     signature = function.get("mangled-name", function.get("name"))
     slot = int(member.get("vtable-offset", "-1"))
     special = member.get("constructor") == "yes" or member.get("destructor") == "yes"
-    result = "" if special else types.name(function.find("return").get("type-id")) + " "
-    if slot >= 0:
-        return [f"  slot {slot:3}: {result}{signature}"]
-    if special or member.get("access") == "private" or signature not in types.symbols:
-        return []
-    return [f"  function: {result}{signature}"]
+    if special or (slot < 0 and signature not in types.symbols):
+        return []  # a constructor has several symbols, which are listed as such
+    result = types.name(function.find("return").get("type-id"))
+    pure = "" if signature in types.symbols else " = 0"
+    return [f"  slot {slot:3}: {result} {signature}{pure}" if slot >= 0
+            else f"  function: {result} {signature}"]
 
 
 def describe_class(element, types):
@@ -100,8 +103,25 @@ def describe_enum(element, types):
     return lines
 
 
-def describe(corpus):
-    types = Types(corpus)
+def exported_symbols(library):
+    listed = run(["nm", "-D", "--defined-only", "--format=posix", library])
+    return readable(sorted({line.split()[0] for line in listed.splitlines()}))
+
+
+def readable(lines):
+    """Demangled; the names of one function become one."""
+    return run(["c++filt"], "\n".join(lines)).replace(STRING, "std::string").splitlines()
+
+
+def missing_symbols(lines, symbols):
+    """The symbols that no line ends with."""
+    ends = {line.strip() for line in lines}
+    return sorted({symbol for symbol in symbols
+                   if not any(end.endswith(f" {symbol}") for end in ends)})
+
+
+def describe(library):
+    types = Types(ElementTree.fromstring(run(["abidw", "--no-corpus-path", library])))
     described = {}
     for name, element in types.exported:
         if element.tag == "class-decl":
@@ -111,25 +131,39 @@ def describe(corpus):
     lines = []
     for heading in sorted(described):
         lines += [heading, *sorted(described[heading])]
-    return run(["c++filt"], "\n".join(lines)).replace(STRING, "std::string").splitlines()
+    if not described:
+        sys.exit(f"interface: {library} holds no debug information")
+    lines = readable(lines)
+    others = missing_symbols(lines, exported_symbols(library))
+    return lines + ["other symbols"] + [f"  symbol: {symbol}" for symbol in others]
+
+
+def compare_symbols(library, recorded):
+    symbols = exported_symbols(library)
+    found = [f"not exported: {line.strip()}" for line in recorded
+             if re.match(r"  (slot|function|symbol).*[^0]$", line)
+             and not any(line.endswith(f" {symbol}") for symbol in symbols)]
+    return found + [f"not listed: {symbol}" for symbol in missing_symbols(recorded, symbols)]
 
 
 def main():
-    library = sys.argv[1]
-    lines = describe(ElementTree.fromstring(run(["abidw", "--no-corpus-path", library])))
-    if not any(line.startswith("class ") for line in lines):
-        sys.exit(f"layout: {library} holds no debug information")
-    if "--update" in sys.argv[2:]:
+    library, options = sys.argv[1], sys.argv[2:]
+    if "--update" in options:
+        lines = describe(library)
         RECORD.write_text("\n".join(lines) + "\n")
-        print(f"layout: wrote {len(lines)} lines")
+        print(f"interface: wrote {len(lines)} lines")
         return
     recorded = RECORD.read_text().splitlines()
-    if lines != recorded:
-        difference = difflib.unified_diff(recorded, lines, RECORD.name, library, lineterm="")
+    if "--symbols" in options:
+        difference = compare_symbols(library, recorded)
+    else:
+        difference = list(difflib.unified_diff(recorded, describe(library), RECORD.name, library,
+                                               lineterm=""))
+    if difference:
         print(*difference, sep="\n")
-        sys.exit(f"layout: {library} is not what {RECORD.name} says; hosts may have to be compiled\n"
-                 f"again. When that is meant: {sys.argv[0]} {library} --update")
-    print("layout: ok")
+        sys.exit(f"interface: {library} is not what {RECORD.name} says; hosts may have to be "
+                 f"compiled\nagain. When that is meant: {sys.argv[0]} {library} --update")
+    print("interface: ok")
 
 
 if __name__ == "__main__":
