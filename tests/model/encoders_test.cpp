@@ -1,27 +1,19 @@
 #include "mcbinning/encoders.h"
 
 #include <gtest/gtest.h>
-#include <mccomvor/missing_value.h>
 
-#include <algorithm>
-#include <climits>
 #include <cmath>
 #include <limits>
 #include <memory>
-#include <type_traits>
 
 #include "support/counting_user_missing.h"
 #include "support/display.h"
-#include "support/virtual_slots.h"
 
 namespace {
 
-using mcbinning_tests::CountingNumericUserMissing;
-using mcbinning_tests::CountingStringUserMissing;
 using mcbinning_tests::DisplayOf;
 using mcbinning_tests::Flushing;
 using mcbinning_tests::ForeignUserMissing;
-using mcbinning_tests::UserMissingCount;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -38,93 +30,6 @@ IBINUserMissing* NewStringDefinition(const std::string& value) {
   return definition.release();
 }
 
-TEST(EncoderTest, TypeValues) {
-  static_assert(IBINEncoder::CatNumEncoderType == 2);
-  static_assert(IBINEncoder::StringEncoderType == 3);
-  static_assert(IBINEncoder::RoundEncoderType == 4);
-  EXPECT_EQ(BINCatNumEncoder(0).GetEncoderType(), IBINEncoder::CatNumEncoderType);
-  EXPECT_EQ(BINStringEncoder(0).GetEncoderType(), IBINEncoder::StringEncoderType);
-  EXPECT_EQ(BINRoundEncoder().GetEncoderType(), IBINEncoder::RoundEncoderType);
-}
-
-TEST(EncoderTest, SlotOrder) {
-  using mcbinning_tests::VirtualSlot;
-  static_assert(std::has_virtual_destructor_v<IBINEncoder>);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::GetEncoderType), 1U);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::GetNumberOfCategories), 2U);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::SetValueLabels), 3U);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::SetValueLabel), 4U);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::GetValueLabels), 5U);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::SetUserMissingInfo), 6U);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::GetUserMissingInfo), 7U);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::Clone), 8U);
-  EXPECT_EQ(VirtualSlot(&IBINEncoder::Display), 9U);
-}
-
-TEST(EncoderTest, AnyExpectedNumberOfCategoriesIsTaken) {
-  for (const int expected : {INT_MIN, -1, 0, 1, 1000, INT_MAX}) {
-    EXPECT_EQ(BINCatNumEncoder(expected).GetNumberOfCategories(), 0);
-    EXPECT_EQ(BINStringEncoder(expected).GetNumberOfCategories(), 0);
-  }
-}
-
-TEST(CatNumEncoderTest, CodesFollowTheOrderOfFirstAppearance) {
-  BINCatNumEncoder encoder(0);
-  EXPECT_EQ(encoder.Encode(5.0), 0.0);
-  EXPECT_EQ(encoder.Encode(3.0), 1.0);
-  EXPECT_EQ(encoder.Encode(5.0), 0.0);
-  EXPECT_EQ(encoder.Encode(9.0), 2.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 3);
-  EXPECT_EQ(encoder.Decode(1), 3.0);
-}
-
-TEST(CatNumEncoderTest, ConstructorEncodesTheValuesInOrder) {
-  const BINCatNumEncoder encoder(std::vector<double>{5.0, 3.0, 5.0, 9.0});
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 3);
-  EXPECT_EQ(encoder.EncodeConst(9.0), 2.0);
-}
-
-TEST(CatNumEncoderTest, SystemMissingIsNoCategory) {
-  BINCatNumEncoder encoder(0);
-  EXPECT_EQ(encoder.Encode(MCMV::gMissingValue), -1.0);
-  EXPECT_EQ(encoder.EncodeConst(MCMV::gMissingValue), -1.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 0);
-  for (const int code : {INT_MIN, -1, 0, 1, INT_MAX}) {
-    EXPECT_EQ(encoder.Decode(code), MCMV::gMissingValue);
-  }
-}
-
-TEST(CatNumEncoderTest, UserMissingIsNoCategory) {
-  BINCatNumEncoder encoder(0);
-  ASSERT_TRUE(encoder.SetUserMissingInfo(NewNumericDefinition(9.0)));
-  EXPECT_EQ(encoder.Encode(9.0), -1.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 0);
-  EXPECT_EQ(encoder.Encode(8.0), 0.0);
-}
-
-TEST(CatNumEncoderTest, AValueDeclaredMissingLaterIsMissingFromThenOn) {
-  BINCatNumEncoder encoder(std::vector<double>{8.0, 9.0});
-  ASSERT_TRUE(encoder.SetUserMissingInfo(NewNumericDefinition(9.0)));
-  EXPECT_EQ(encoder.Encode(9.0), -1.0);
-  EXPECT_EQ(encoder.EncodeConst(9.0), -1.0);
-  EXPECT_EQ(encoder.Decode(1), 9.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 2);
-}
-
-TEST(CatNumEncoderTest, EncodeConstAddsNothing) {
-  const BINCatNumEncoder encoder(std::vector<double>{1.0});
-  EXPECT_EQ(encoder.EncodeConst(1.0), 0.0);
-  EXPECT_EQ(encoder.EncodeConst(2.0), -1.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 1);
-}
-
-TEST(CatNumEncoderTest, ZeroAndNegativeZeroAreOneValue) {
-  BINCatNumEncoder encoder(0);
-  EXPECT_EQ(encoder.Encode(0.0), 0.0);
-  EXPECT_EQ(encoder.Encode(-0.0), 0.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 1);
-}
-
 TEST(CatNumEncoderTest, AllNaNAreOneValueAfterAllNumbers) {
   BINCatNumEncoder encoder(0);
   EXPECT_EQ(encoder.Encode(1.0), 0.0);
@@ -137,89 +42,6 @@ TEST(CatNumEncoderTest, AllNaNAreOneValueAfterAllNumbers) {
   EXPECT_EQ(encoder.EncodeConst(kNaN), 1.0);
   EXPECT_EQ(encoder.GetNumberOfCategories(), 4);
   EXPECT_TRUE(std::isnan(encoder.Decode(1)));
-}
-
-TEST(CatNumEncoderTest, LabelsAreSetWholeOrOneByOne) {
-  BINCatNumEncoder encoder(std::vector<double>{1.0, 2.0, 3.0});
-  ASSERT_NE(encoder.GetValueLabels(), nullptr);
-  EXPECT_TRUE(encoder.GetValueLabels()->empty());
-  encoder.SetValueLabel(1, "two");
-  EXPECT_EQ(*encoder.GetValueLabels(), (std::vector<std::string>{"", "two", ""}));
-  encoder.SetValueLabels({"a", "b", "c", "d", "e"});
-  encoder.SetValueLabel(2, "third");
-  encoder.SetValueLabel(4, "no such code");
-  EXPECT_EQ(*encoder.GetValueLabels(), (std::vector<std::string>{"a", "b", "third", "d", "e"}));
-}
-
-TEST(CatNumEncoderTest, ALabelForAnUnknownCodeOnlyLengthensTheLabels) {
-  BINCatNumEncoder encoder(std::vector<double>{1.0, 2.0, 3.0});
-  encoder.SetValueLabel(4, "x");
-  EXPECT_EQ(*encoder.GetValueLabels(), std::vector<std::string>(3));
-  for (const int code : {INT_MIN, -1, 3, INT_MAX}) {
-    encoder.SetValueLabel(code, "x");
-  }
-  EXPECT_EQ(*encoder.GetValueLabels(), std::vector<std::string>(3));
-}
-
-TEST(CatNumEncoderTest, OneOfItsOwnLabelsCanBeSet) {
-  const std::string label(100, 'l');
-  BINCatNumEncoder encoder(std::vector<double>{1.0, 2.0, 3.0});
-  encoder.SetValueLabels({label});
-  encoder.SetValueLabel(2, encoder.GetValueLabels()->front());
-  EXPECT_EQ(*encoder.GetValueLabels(), (std::vector<std::string>{label, "", label}));
-  encoder.SetValueLabels(*encoder.GetValueLabels());
-  EXPECT_EQ(*encoder.GetValueLabels(), (std::vector<std::string>{label, "", label}));
-}
-
-TEST(CatNumEncoderTest, RefusesAStringDefinitionAndKeepsItsOwn) {
-  UserMissingCount count;
-  CountingStringUserMissing refused(count);
-  BINCatNumEncoder encoder(0);
-  IBINUserMissing* own = NewNumericDefinition(9.0);
-  ASSERT_TRUE(encoder.SetUserMissingInfo(own));
-  EXPECT_FALSE(encoder.SetUserMissingInfo(&refused));
-  EXPECT_EQ(encoder.GetUserMissingInfo(), own);
-  EXPECT_EQ(count.destroyed, 0);
-}
-
-TEST(CatNumEncoderTest, OwnsTheDefinitionItAccepts) {
-  UserMissingCount count;
-  {
-    BINCatNumEncoder encoder(0);
-    auto* first = new CountingNumericUserMissing(count);
-    EXPECT_TRUE(encoder.SetUserMissingInfo(first));
-    EXPECT_TRUE(encoder.SetUserMissingInfo(first));
-    EXPECT_EQ(count.destroyed, 0);
-    EXPECT_TRUE(encoder.SetUserMissingInfo(new CountingNumericUserMissing(count)));
-    EXPECT_EQ(count.destroyed, 1);
-    EXPECT_TRUE(encoder.SetUserMissingInfo(nullptr));
-    EXPECT_EQ(count.destroyed, 2);
-    EXPECT_EQ(encoder.GetUserMissingInfo(), nullptr);
-    EXPECT_TRUE(encoder.SetUserMissingInfo(new CountingNumericUserMissing(count)));
-  }
-  EXPECT_EQ(count.destroyed, 3);
-  EXPECT_EQ(count.alive, 0);
-}
-
-TEST(CatNumEncoderTest, CloneIsDeep) {
-  UserMissingCount count;
-  std::unique_ptr<IBINEncoder> clone;
-  {
-    BINCatNumEncoder encoder(std::vector<double>{5.0, 3.0});
-    encoder.SetValueLabels({"five", "three"});
-    encoder.SetUserMissingInfo(new CountingNumericUserMissing(count));
-    clone.reset(encoder.Clone());
-    EXPECT_EQ(DisplayOf(*clone), DisplayOf(encoder));
-    EXPECT_EQ(count.alive, 2);
-  }
-  EXPECT_EQ(count.alive, 1);
-  auto& copy = static_cast<BINCatNumEncoder&>(*clone);
-  EXPECT_EQ(copy.Encode(3.0), 1.0);
-  EXPECT_EQ(copy.Encode(4.0), 2.0);
-  EXPECT_EQ(copy.Decode(2), 4.0);
-  EXPECT_EQ(*copy.GetValueLabels(), (std::vector<std::string>{"five", "three"}));
-  clone.reset();
-  EXPECT_EQ(count.alive, 0);
 }
 
 TEST(CatNumEncoderTest, DisplayOfAFreshEncoder) {
@@ -252,116 +74,6 @@ TEST(CatNumEncoderTest, DisplayShowsTheDefinition) {
                                              "\t0\t9, label = nine\n"
                                              "End of BINNumericUserMissing display\n"
                                              "\n"));
-}
-
-TEST(StringEncoderTest, CodesFollowTheOrderOfFirstAppearance) {
-  BINStringEncoder encoder(0);
-  EXPECT_EQ(encoder.Encode("red"), 0.0);
-  EXPECT_EQ(encoder.Encode("blue"), 1.0);
-  EXPECT_EQ(encoder.Encode("red"), 0.0);
-  EXPECT_EQ(encoder.Encode(""), 2.0);
-  EXPECT_EQ(encoder.Encode("Red"), 3.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 4);
-  EXPECT_EQ(encoder.Decode(1), "blue");
-  EXPECT_EQ(encoder.Decode(2), "");
-}
-
-TEST(StringEncoderTest, ConstructorEncodesTheValuesInOrder) {
-  BINStringEncoder encoder(std::vector<std::string>{"b", "a", "b"});
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 2);
-  EXPECT_EQ(encoder.Decode(0), "b");
-}
-
-TEST(StringEncoderTest, DecodeOfABadCodeIsEmpty) {
-  BINStringEncoder encoder(std::vector<std::string>{"a"});
-  for (const int code : {INT_MIN, -1, 1, INT_MAX}) {
-    EXPECT_EQ(encoder.Decode(code), "");
-  }
-}
-
-TEST(StringEncoderTest, EncodeConstAddsNothing) {
-  const BINStringEncoder encoder(std::vector<std::string>{"a"});
-  EXPECT_EQ(encoder.EncodeConst("a"), 0.0);
-  EXPECT_EQ(encoder.EncodeConst("b"), -1.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 1);
-}
-
-TEST(StringEncoderTest, UserMissingIsNoCategory) {
-  BINStringEncoder encoder(0);
-  ASSERT_TRUE(encoder.SetUserMissingInfo(NewStringDefinition("x")));
-  EXPECT_EQ(encoder.Encode("x"), -1.0);
-  EXPECT_EQ(encoder.EncodeConst("x"), -1.0);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 0);
-  EXPECT_EQ(encoder.Encode("y"), 0.0);
-}
-
-TEST(StringEncoderTest, AValueDeclaredMissingLaterIsMissingFromThenOn) {
-  BINStringEncoder encoder(std::vector<std::string>{"a", "x"});
-  ASSERT_TRUE(encoder.SetUserMissingInfo(NewStringDefinition("x")));
-  EXPECT_EQ(encoder.Encode("x"), -1.0);
-  EXPECT_EQ(encoder.EncodeConst("x"), -1.0);
-  EXPECT_EQ(encoder.Decode(1), "x");
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 2);
-}
-
-TEST(StringEncoderTest, RefusesANumericDefinitionAndAcceptsAStringOne) {
-  UserMissingCount count;
-  CountingNumericUserMissing refused(count);
-  BINStringEncoder encoder(0);
-  EXPECT_FALSE(encoder.SetUserMissingInfo(&refused));
-  EXPECT_EQ(encoder.GetUserMissingInfo(), nullptr);
-  EXPECT_EQ(count.destroyed, 0);
-  IBINUserMissing* accepted = NewStringDefinition("x");
-  EXPECT_TRUE(encoder.SetUserMissingInfo(accepted));
-  EXPECT_EQ(encoder.GetUserMissingInfo(), accepted);
-  EXPECT_FALSE(encoder.SetUserMissingInfo(&refused));
-  EXPECT_EQ(encoder.GetUserMissingInfo(), accepted);
-}
-
-TEST(StringEncoderTest, OwnsTheDefinitionItAccepts) {
-  UserMissingCount count;
-  {
-    BINStringEncoder encoder(0);
-    auto* first = new CountingStringUserMissing(count);
-    EXPECT_TRUE(encoder.SetUserMissingInfo(first));
-    EXPECT_TRUE(encoder.SetUserMissingInfo(first));
-    EXPECT_TRUE(encoder.SetUserMissingInfo(new CountingStringUserMissing(count)));
-    EXPECT_EQ(count.destroyed, 1);
-  }
-  EXPECT_EQ(count.destroyed, 2);
-  EXPECT_EQ(count.alive, 0);
-}
-
-TEST(StringEncoderTest, LabelsFollowTheSameRules) {
-  BINStringEncoder encoder(std::vector<std::string>{"a", "b"});
-  ASSERT_NE(encoder.GetValueLabels(), nullptr);
-  encoder.SetValueLabel(7, "x");
-  EXPECT_EQ(*encoder.GetValueLabels(), std::vector<std::string>(2));
-  encoder.SetValueLabel(0, "first");
-  EXPECT_EQ(*encoder.GetValueLabels(), (std::vector<std::string>{"first", ""}));
-  encoder.SetValueLabels({"only"});
-  EXPECT_EQ(*encoder.GetValueLabels(), std::vector<std::string>{"only"});
-}
-
-TEST(StringEncoderTest, CloneLinksIntoItsOwnMap) {
-  UserMissingCount count;
-  std::unique_ptr<IBINEncoder> clone;
-  {
-    BINStringEncoder encoder(std::vector<std::string>{"zulu", "alpha"});
-    encoder.SetValueLabels({"last", "first"});
-    encoder.SetUserMissingInfo(new CountingStringUserMissing(count));
-    clone.reset(encoder.Clone());
-    EXPECT_EQ(DisplayOf(*clone), DisplayOf(encoder));
-  }
-  EXPECT_EQ(count.alive, 1);
-  auto& copy = static_cast<BINStringEncoder&>(*clone);
-  EXPECT_EQ(*copy.GetValueLabels(), (std::vector<std::string>{"last", "first"}));
-  EXPECT_EQ(copy.Decode(0), "zulu");
-  EXPECT_EQ(copy.Decode(1), "alpha");
-  EXPECT_EQ(copy.Encode("mike"), 2.0);
-  EXPECT_EQ(copy.Decode(2), "mike");
-  clone.reset();
-  EXPECT_EQ(count.alive, 0);
 }
 
 TEST(StringEncoderTest, LinksSurviveManyInsertions) {

@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 #include <mccomvor/missing_value.h>
 
-#include <climits>
-#include <cmath>
-#include <limits>
 #include <memory>
 
 #include "mcbinning/encoders.h"
@@ -18,54 +15,7 @@ using mcbinning_tests::Flushing;
 using mcbinning_tests::ForeignUserMissing;
 using mcbinning_tests::UserMissingCount;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-TEST(RoundEncoderTest, Truncates) {
-  const BINRoundEncoder encoder(IBINVariable::TruncateToSmallerInt);
-  EXPECT_EQ(encoder.Encode(2.7), 2.0);
-  EXPECT_EQ(encoder.Encode(1.0), 1.0);
-  EXPECT_EQ(encoder.Encode(0.9), MCMV::gMissingValue);
-  EXPECT_EQ(encoder.Encode(0.0), MCMV::gMissingValue);
-  EXPECT_EQ(encoder.Encode(-0.5), MCMV::gMissingValue);
-}
-
 TEST(RoundEncoderTest, DefaultTruncates) { EXPECT_EQ(BINRoundEncoder().Encode(2.7), 2.0); }
-
-TEST(RoundEncoderTest, RoundsToTheClosest) {
-  const BINRoundEncoder encoder(IBINVariable::RoundToClosestInt);
-  EXPECT_EQ(encoder.Encode(2.5), 3.0);
-  EXPECT_EQ(encoder.Encode(2.4), 2.0);
-  EXPECT_EQ(encoder.Encode(0.5), 1.0);
-  EXPECT_EQ(encoder.Encode(0.4), MCMV::gMissingValue);
-  EXPECT_EQ(encoder.Encode(-3.0), MCMV::gMissingValue);
-}
-
-TEST(RoundEncoderTest, TheClosestIsTheFloorOfTheSumWithOneHalf) {
-  const BINRoundEncoder encoder(IBINVariable::RoundToClosestInt);
-  EXPECT_EQ(encoder.Encode(std::nextafter(0.5, 0.0)), 1.0);  // the sum rounds up to 1
-  EXPECT_EQ(encoder.Encode(4503599627370497.0), 4503599627370498.0);
-}
-
-TEST(RoundEncoderTest, AnOptionOutsideTheEnumerationRoundsNothing) {
-  for (const int option : {2, -1, INT_MAX}) {
-    const BINRoundEncoder encoder(static_cast<IBINVariable::BINWRoundingOption>(option));
-    EXPECT_EQ(encoder.Encode(0.25), 0.25);
-    EXPECT_EQ(encoder.Encode(0.0), MCMV::gMissingValue);
-    EXPECT_EQ(encoder.Encode(-0.25), MCMV::gMissingValue);
-  }
-}
-
-TEST(RoundEncoderTest, MissingNaNAndInfiniteWeightsAreMissing) {
-  for (const int option : {0, 1, 2}) {
-    const BINRoundEncoder encoder(static_cast<IBINVariable::BINWRoundingOption>(option));
-    for (const double weight : {MCMV::gMissingValue, kNaN, kInfinity, -kInfinity}) {
-      EXPECT_EQ(encoder.Encode(weight), MCMV::gMissingValue) << weight;
-    }
-    EXPECT_EQ(encoder.Encode(std::numeric_limits<double>::max()),
-              std::numeric_limits<double>::max());
-  }
-}
 
 TEST(RoundEncoderTest, BorrowsItsDefinition) {
   UserMissingCount count;
@@ -90,23 +40,6 @@ TEST(RoundEncoderTest, BorrowsItsDefinition) {
   }
   EXPECT_EQ(count.destroyed, 0);
   EXPECT_EQ(count.alive, 1);
-}
-
-TEST(RoundEncoderTest, UserMissingIsTheRawWeight) {
-  BINNumericUserMissing definition;
-  definition.AddValue(2.0, "");
-  BINRoundEncoder encoder;
-  ASSERT_TRUE(encoder.SetUserMissingInfo(&definition));
-  EXPECT_EQ(encoder.Encode(2.0), MCMV::gMissingValue);
-  EXPECT_EQ(encoder.Encode(2.5), 2.0);
-}
-
-TEST(RoundEncoderTest, HasNeitherCategoriesNorLabels) {
-  BINRoundEncoder encoder;
-  encoder.SetValueLabels({"a"});
-  encoder.SetValueLabel(0, "a");
-  EXPECT_EQ(encoder.GetValueLabels(), nullptr);
-  EXPECT_EQ(encoder.GetNumberOfCategories(), 0);
 }
 
 TEST(RoundEncoderTest, DisplayShowsOptionAndDefinition) {

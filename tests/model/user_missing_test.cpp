@@ -3,12 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <memory>
-#include <type_traits>
 
 #include "support/counting_user_missing.h"
 #include "support/display.h"
-#include "support/virtual_slots.h"
 
 namespace {
 
@@ -18,35 +15,10 @@ using mcbinning_tests::ForeignUserMissing;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-TEST(UserMissingTest, DataTypeValues) {
-  static_assert(IBINUserMissing::NumericData == 0);
-  static_assert(IBINUserMissing::StringData == 1);
-}
-
-TEST(UserMissingTest, SlotOrder) {
-  using mcbinning_tests::VirtualSlot;
-  static_assert(std::has_virtual_destructor_v<IBINUserMissing>);
-  EXPECT_EQ(VirtualSlot(&IBINUserMissing::GetDataType), 1U);
-  EXPECT_EQ(VirtualSlot(&IBINUserMissing::GetNDiscreteValues), 2U);
-  EXPECT_EQ(VirtualSlot(&IBINUserMissing::HasInterval), 3U);
-  EXPECT_EQ(VirtualSlot(&IBINUserMissing::Clone), 4U);
-  EXPECT_EQ(VirtualSlot(&IBINUserMissing::IsEqualTo), 5U);
-  EXPECT_EQ(VirtualSlot(&IBINUserMissing::Display), 6U);
-}
-
 TEST(UserMissingTest, AHostsOwnDefinitionIsAssigned) {
   ForeignUserMissing definition(IBINUserMissing::NumericData);
   definition = ForeignUserMissing(IBINUserMissing::StringData);
   EXPECT_EQ(definition.GetDataType(), IBINUserMissing::StringData);
-}
-
-TEST(NumericUserMissingTest, FreshDefinitionIsEmpty) {
-  BINNumericUserMissing definition;
-  EXPECT_EQ(definition.GetDataType(), IBINUserMissing::NumericData);
-  EXPECT_EQ(definition.GetNDiscreteValues(), 0);
-  EXPECT_FALSE(definition.HasInterval());
-  EXPECT_EQ(definition.GetInterval(), nullptr);
-  EXPECT_FALSE(definition.Contains(0.0));
 }
 
 TEST(NumericUserMissingTest, ContainsValuesAndIntervalNothingBetween) {
@@ -67,15 +39,6 @@ TEST(NumericUserMissingTest, NaNIsNotContainedEvenWhenListed) {
   EXPECT_FALSE(definition.Contains(kNaN));
   definition.AddValue(0.0, "");
   EXPECT_TRUE(definition.Contains(-0.0));
-}
-
-TEST(NumericUserMissingTest, DuplicatesAreKeptWithTheirLabels) {
-  BINNumericUserMissing definition;
-  definition.AddValue(1.0, "a");
-  definition.AddValue(1.0, "b");
-  EXPECT_EQ(definition.GetNDiscreteValues(), 2);
-  EXPECT_EQ(definition.GetDiscreteValues(), (std::vector<double>{1.0, 1.0}));
-  EXPECT_EQ(definition.GetValueLabels(), (std::vector<std::string>{"a", "b"}));
 }
 
 TEST(NumericUserMissingTest, ALaterIntervalReplacesTheEarlier) {
@@ -130,19 +93,6 @@ TEST(NumericUserMissingTest, NothingEqualsNullAnotherTypeOrNaN) {
   EXPECT_FALSE(definition.IsEqualTo(&definition));
 }
 
-TEST(NumericUserMissingTest, CopiesAreIndependent) {
-  BINNumericUserMissing definition;
-  definition.AddValue(1.0, "one");
-  definition.SetInterval(BINNumericInterval(2.0, 3.0));
-  const std::unique_ptr<IBINUserMissing> clone(definition.Clone());
-  BINNumericUserMissing assigned;
-  assigned = definition;
-  definition.AddValue(4.0, "four");
-  EXPECT_TRUE(assigned.IsEqualTo(clone.get()));
-  EXPECT_EQ(clone->GetNDiscreteValues(), 1);
-  EXPECT_EQ(assigned.GetValueLabels(), std::vector<std::string>{"one"});
-}
-
 TEST(NumericUserMissingTest, DisplayWithNothing) {
   EXPECT_EQ(DisplayOf(BINNumericUserMissing()), Flushing("\n"
                                                          "Start of BINNumericUserMissing display\n"
@@ -162,18 +112,6 @@ TEST(NumericUserMissingTest, DisplayWithValuesAndInterval) {
                                             "Missing interval:\n"
                                             "BINNumericInterval: [ 100, 200 ]\n"
                                             "End of BINNumericUserMissing display\n"));
-}
-
-TEST(StringUserMissingTest, HoldsValuesAndNoInterval) {
-  BINStringUserMissing definition;
-  EXPECT_EQ(definition.GetDataType(), IBINUserMissing::StringData);
-  EXPECT_EQ(definition.GetNDiscreteValues(), 0);
-  definition.AddValue("x", "ex");
-  definition.AddValue("x", "again");
-  EXPECT_EQ(definition.GetNDiscreteValues(), 2);
-  EXPECT_FALSE(definition.HasInterval());
-  EXPECT_EQ(definition.GetDiscreteValues(), (std::vector<std::string>{"x", "x"}));
-  EXPECT_EQ(definition.GetValueLabels(), (std::vector<std::string>{"ex", "again"}));
 }
 
 TEST(StringUserMissingTest, WhatItHoldsCanBeAddedToIt) {
@@ -218,18 +156,6 @@ TEST(StringUserMissingTest, EqualityIgnoresLabelsAndHeedsOrder) {
   EXPECT_FALSE(BINStringUserMissing().IsEqualTo(&numeric));
   const ForeignUserMissing foreign(IBINUserMissing::StringData);
   EXPECT_FALSE(BINStringUserMissing().IsEqualTo(&foreign));
-}
-
-TEST(StringUserMissingTest, CopiesAreIndependent) {
-  BINStringUserMissing definition;
-  definition.AddValue("a", "1");
-  const std::unique_ptr<IBINUserMissing> clone(definition.Clone());
-  BINStringUserMissing assigned;
-  assigned = definition;
-  definition.AddValue("b", "2");
-  EXPECT_TRUE(assigned.IsEqualTo(clone.get()));
-  EXPECT_EQ(clone->GetNDiscreteValues(), 1);
-  EXPECT_EQ(assigned.GetValueLabels(), std::vector<std::string>{"1"});
 }
 
 TEST(StringUserMissingTest, DisplayIsFramed) {

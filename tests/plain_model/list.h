@@ -27,6 +27,7 @@ constexpr int kWeightRole = 3;
 /// User-missing values.
 struct Definition {
   bool isForeign = false;  // of a class of the host's own, which declares nothing missing
+  bool isCounted = false;  // by who made it, and so are its clones
   bool isString = false;
   std::vector<double> numbers;
   std::vector<std::string> texts;

@@ -54,7 +54,15 @@ void compareEncoder(IBINEncoder& encoder, const Variable& model) {
     check(model.kind == Kind::kWeight, "a weight encoder");
     compare("type of a weight encoder", encoder.GetEncoderType(), IBINEncoder::RoundEncoderType);
     compare("weights have no labels", encoder.GetValueLabels(), nullptr);
-    for (const double raw : {-1.0, -0.0, 0.3, 0.5, 1.5, 2.0, 1e300}) {
+    std::vector<double> weightsToTry = {
+        -1.0,     -0.0, 0.25,       0.5,   std::nextafter(0.5, 0.0), 1.5,          2.0,
+        2.4,      2.5,  0x1p52 + 1, 1e300, MCMV::gMissingValue,      std::nan(""), HUGE_VAL,
+        -HUGE_VAL};
+    if (model.missing) {
+      weightsToTry.insert(weightsToTry.end(), model.missing->numbers.begin(),
+                          model.missing->numbers.end());
+    }
+    for (const double raw : weightsToTry) {
       compare("weight", weights->Encode(raw),
               model.EncodeWeight(raw).value_or(MCMV::gMissingValue));
     }

@@ -164,6 +164,7 @@ void stepsOfLists(Choices& choices) {
     }
     compareList(left.host, left.plain);
     compareList(right.host, right.plain);
+    compareDefinitionsAlive(left, right);
   }
 }
 

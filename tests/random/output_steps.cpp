@@ -84,11 +84,14 @@ void stepsOf(Choices& choices) {
       model.push_back(record);
     }
   }
+  compareOutputs(output, model);
   Output copy;
   copy = output;
   const Output again(copy);
-  compareOutputs(again, model);
   compare("copy of an output", DisplayOf(again), DisplayOf(output));
+  Record later;
+  file(choices, output, later);
+  compareOutputs(again, model);
 }
 
 }  // namespace

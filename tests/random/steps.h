@@ -23,6 +23,9 @@ void stepsOfOutputs(Choices& choices);
 /// assigned from.
 void stepOfVariable(Choices& choices, ListPair& pair, ListPair& other);
 
+/// Of the definitions that these steps made, and their clones, those live that the lists hold.
+void compareDefinitionsAlive(const ListPair& left, const ListPair& right);
+
 }  // namespace mcbinning_tests
 
 #endif

@@ -19,6 +19,8 @@ using plain_model::Definition;
 using plain_model::Kind;
 using plain_model::Variable;
 
+UserMissingCount madeDefinitions;
+
 /// A definition with its model.
 struct MadeDefinition {
   std::unique_ptr<IBINUserMissing> definition;
@@ -26,8 +28,9 @@ struct MadeDefinition {
 };
 
 MadeDefinition makeNumeric(Choices& choices) {
-  auto definition = std::make_unique<BINNumericUserMissing>();
+  auto definition = std::make_unique<CountingNumericUserMissing>(madeDefinitions);
   Definition model;
+  model.isCounted = true;
   for (int i = choices.Below(4); i > 0; --i) {
     model.numbers.push_back(choices.Number());
     model.labels.push_back(choices.Text());
@@ -42,8 +45,9 @@ MadeDefinition makeNumeric(Choices& choices) {
 }
 
 MadeDefinition makeString(Choices& choices) {
-  auto definition = std::make_unique<BINStringUserMissing>();
+  auto definition = std::make_unique<CountingStringUserMissing>(madeDefinitions);
   Definition model;
+  model.isCounted = true;
   model.isString = true;
   for (int i = choices.Below(4); i > 0; --i) {
     model.texts.push_back(choices.Text());
@@ -227,6 +231,31 @@ void cloneVariable(IBINVariable& variable, const Variable& model) {
   compareVariable(*clone, modelOfClone);
 }
 
+// Asks a definition of that class, assigns to it and adds what stands in the vectors that grow.
+template <typename Class, typename Value>
+void changeDefinition(Choices& choices, MadeDefinition& made, const MadeDefinition& other,
+                      std::vector<Value> Definition::*values, const Value& value) {
+  auto* definition = dynamic_cast<Class*>(made.definition.get());
+  if (definition == nullptr) {
+    return;
+  }
+  Definition& model = *made.model;
+  compare("contains", definition->Contains(value), model.Contains(value));
+  const bool isSelf = choices.Flag();
+  const auto* giving = isSelf ? definition : dynamic_cast<Class*>(other.definition.get());
+  if (giving != nullptr) {
+    *definition = *giving;
+    model = isSelf ? model : *other.model;
+  }
+  if (definition->GetNDiscreteValues() > 0) {
+    definition->AddValue(definition->GetDiscreteValues().front(),
+                         definition->GetValueLabels().front());
+    (model.*values).push_back((model.*values).front());
+    model.labels.push_back(model.labels.front());
+  }
+  compareDefinition(*definition, model);
+}
+
 void askStatus(IBINVariable& variable, Variable& model) {
   const int declared = model.UpdateDeclared();
   const auto expected = !model.IsCategorical() || declared >= 2 ? IBINVariable::VarValid
@@ -236,6 +265,16 @@ void askStatus(IBINVariable& variable, Variable& model) {
 }
 
 }  // namespace
+
+void compareDefinitionsAlive(const ListPair& left, const ListPair& right) {
+  int counted = 0;
+  for (const ListPair* pair : {&left, &right}) {
+    for (const Variable& variable : pair->plain.variables) {
+      counted += variable.missing && variable.missing->isCounted ? 1 : 0;
+    }
+  }
+  compare("definitions alive", madeDefinitions.alive, counted);
+}
 
 void stepOfVariable(Choices& choices, ListPair& pair, ListPair& other) {
   if (pair.plain.Size() == 0) {
@@ -300,41 +339,23 @@ void stepsOfEncoders(Choices& choices) {
 
 void stepsOfDefinitions(Choices& choices) {
   MadeDefinition first = makeDefinition(choices);
-  MadeDefinition second = makeDefinition(choices);
   if (first.definition == nullptr) {
     return;
   }
   const std::unique_ptr<IBINUserMissing> clone(first.definition->Clone());
-  compareDefinition(*clone, *first.model);
+  const Definition before = *first.model;
   compare("clone of a definition", DisplayOf(*clone), DisplayOf(*first.definition));
-  const bool isEqual = second.model && first.model->IsEqualTo(*second.model);
-  check(first.definition->IsEqualTo(second.definition.get()) == isEqual, "equal definitions");
-  if (auto* numeric = dynamic_cast<BINNumericUserMissing*>(first.definition.get())) {
-    const double value = choices.Number();
-    compare("contains a number", numeric->Contains(value), first.model->Contains(value));
-    if (const auto* other = dynamic_cast<BINNumericUserMissing*>(second.definition.get())) {
-      *numeric = choices.Flag() ? *other : *numeric;
-    }
-    if (numeric->GetNDiscreteValues() > 0) {
-      // What is added stands in the vectors that grow.
-      numeric->AddValue(numeric->GetDiscreteValues().front(), numeric->GetValueLabels().front());
-      check(isSame(numeric->GetDiscreteValues().front(), numeric->GetDiscreteValues().back()) &&
-                numeric->GetValueLabels().front() == numeric->GetValueLabels().back(),
-            "a value of its own added");
-    }
-  } else if (auto* strings = dynamic_cast<BINStringUserMissing*>(first.definition.get())) {
-    const std::string value = choices.Text();
-    compare("contains a text", strings->Contains(value), first.model->Contains(value));
-    if (const auto* other = dynamic_cast<BINStringUserMissing*>(second.definition.get())) {
-      *strings = choices.Flag() ? *other : *strings;
-    }
-    if (strings->GetNDiscreteValues() > 0) {
-      strings->AddValue(strings->GetDiscreteValues().front(), strings->GetValueLabels().front());
-      check(strings->GetDiscreteValues().front() == strings->GetDiscreteValues().back() &&
-                strings->GetValueLabels().front() == strings->GetValueLabels().back(),
-            "a text of its own added");
-    }
+  MadeDefinition second = makeDefinition(choices);
+  if (choices.OneIn(4)) {
+    second = {std::unique_ptr<IBINUserMissing>(clone->Clone()), before};
   }
+  const bool isEqual = second.model && before.IsEqualTo(*second.model);
+  compare("equal definitions", first.definition->IsEqualTo(second.definition.get()), isEqual);
+  changeDefinition<BINNumericUserMissing>(choices, first, second, &Definition::numbers,
+                                          choices.Number());
+  changeDefinition<BINStringUserMissing>(choices, first, second, &Definition::texts,
+                                         choices.Text());
+  compareDefinition(*clone, before);
 }
 
 }  // namespace mcbinning_tests
