@@ -1,4 +1,11 @@
 /// Encoders: from the raw values of a variable to category codes and case weights.
+///
+/// A host that reads raw categories encodes each with its variable's encoder and puts the code into
+/// the record's cell (`EncodeConst` when the list knows all categories, `Encode` to meet them on
+/// the way). Weights are put in raw: the run encodes them itself.
+///
+///     value       "no"  "yes"  "no"  user-missing
+///     Encode        0      1     0           -1.0
 #ifndef MCBINNING_ENCODERS_H
 #define MCBINNING_ENCODERS_H
 

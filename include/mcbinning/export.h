@@ -1,4 +1,5 @@
 /// The export macro of the component's interface. Everything not marked with it stays hidden.
+/// MCBINNING_BUILDING_LIBRARY is defined for the component's own sources only.
 #ifndef MCBINNING_EXPORT_H
 #define MCBINNING_EXPORT_H
 

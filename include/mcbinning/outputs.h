@@ -28,7 +28,7 @@ class MCBINNING_API BINAttributeTargetResults final {
   int GetAttributeIndex() const;
   int GetTargetIndex() const;
 
-  /// The borders between the bins, strictly ascending; empty when the attribute stays one bin.
+  /// Strictly ascending; empty when the attribute stays one bin.
   const std::vector<double>& GetCutPoints() const;
 
   /// One row for each bin (number of cut points + 1), ascending by value. As the algorithm fills
@@ -135,7 +135,7 @@ class MCBINNING_API BINAttributeResults final {
   const MCBinning::MCStatus& GetStatus() const;
   int GetAttributeIndex() const;
 
-  /// The borders between the bins, ascending; empty when the attribute stays one bin. Neighbours
+  /// Ascending; empty when the attribute stays one bin. Neighbours
   /// whose sum overflows make an infinite one, which may stand out of order; NaN neighbours, or
   /// -infinity and +infinity, a NaN.
   const std::vector<double>& GetCutPoints() const;

@@ -16,6 +16,7 @@ class MCBINNING_API ProgressReport {
   ProgressReport& operator=(ProgressReport&&) = default;
   virtual ~ProgressReport();
 
+  /// The measure of that name, a whole number or a double.
   virtual int DiscreteMeasure(const std::string& name) = 0;
   virtual double ScaleMeasure(const std::string& name) = 0;
 };

@@ -50,8 +50,9 @@ class MCBINNING_API BINSettings {
   int GetNumDistinctValueThreshold() const;
   bool SetNumDistinctValueThreshold(int threshold);
 
-  /// Fraction by which bins that are too small are detected and merged; 0.0, the default, switches
-  /// the detection off. Refused: a value outside [0, 1] or NaN.
+  /// A bin between two others is merged with one of them when its weight is less than this fraction
+  /// of the lighter one's: with the one that leaves the lower weighted entropy of the three, the
+  /// lower one on a tie. 0.0, the default, merges none. Refused: a value outside [0, 1] or NaN.
   double GetSmallBinDetectionThreshold() const;
   bool SetSmallBinDetectionThreshold(double threshold);
 
@@ -90,6 +91,7 @@ class MCBINNING_API EFBINSettings {
   EFBINSettings& operator=(const EFBINSettings& other);
   ~EFBINSettings();
 
+  /// What a run tells, whom it asks, and how often: as in BINSettings.
   ProgressListener* GetProgressListener();
   void SetProgressListener(ProgressListener* listener);
   MCQueryCancel* GetCancelPointer() const;

@@ -9,7 +9,8 @@
 namespace MCBinning {
 
 /// Outcome of an operation: a code, a severity and a few data slots that the code explains
-/// (docs/status-codes.md lists them). A plain value without heap storage; copying and moving
+/// (`Run` in algorithms.h, the factories
+/// and the outputs list theirs). A plain value without heap storage; copying and moving
 /// copy every field and leave the source as it was. Exactly one of IsOK, IsError and IsWarning
 /// is true. No operation throws.
 class MCBINNING_API MCStatus {

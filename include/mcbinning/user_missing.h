@@ -1,4 +1,8 @@
 /// User-missing definitions: values and one interval that a variable treats as missing.
+///
+/// A scale variable compares its cells with them in the pass over the cases, a weight variable when
+/// its encoder rounds the cell. The cells of a categorical variable are codes already: there the
+/// definition speaks when the host encodes a value, which then gives -1.0.
 #ifndef MCBINNING_USER_MISSING_H
 #define MCBINNING_USER_MISSING_H
 
@@ -14,6 +18,7 @@
 /// copied or changed throw std::bad_alloc and stay as they were.
 class MCBINNING_API IBINUserMissing {
  public:
+  /// A numeric definition is for scale, weight and numeric categorical variables.
   enum DataType : int { NumericData = 0, StringData = 1 };
 
   IBINUserMissing();
@@ -22,6 +27,8 @@ class MCBINNING_API IBINUserMissing {
   virtual ~IBINUserMissing();
 
   virtual DataType GetDataType() = 0;
+
+  /// How many single values are missing, and whether an interval is, too.
   virtual int GetNDiscreteValues() const = 0;
   virtual bool HasInterval() const = 0;
 
@@ -102,7 +109,11 @@ class MCBINNING_API BINStringInterval {
 
   /// True when the right end is below the left end, and for equal ends unless both are included.
   bool IsEmpty() const;
+
+  /// Whether `value` lies between the ends, or at one that is included.
   bool Contains(const std::string& value) const;
+
+  /// Ends and flags are the same.
   bool operator==(const BINStringInterval& other) const;
 
   void Display(std::ostream& os) const;

@@ -1,4 +1,10 @@
-/// The variables that describe the columns of the data.
+/// The variables that describe the columns of the data. A host adds them through a `BINVarList`
+/// (variable_list.h) and rarely needs more of them than the enumerations below:
+///
+///     class         level                   kind of cell                   cut
+///     BINContVar    continuous              a number                       yes
+///     BINCatVar     numeric, string         a category code, from 0        as numbers, its codes
+///     BINWeightVar  frequency weight        a number, rounded by its rule  no
 #ifndef MCBINNING_VARIABLES_H
 #define MCBINNING_VARIABLES_H
 
@@ -15,6 +21,7 @@ class IBINUserMissing;
 /// string throw std::bad_alloc when memory runs out; what throws leaves the variable as it was.
 class MCBINNING_API IBINVariable {
  public:
+  /// What the values mean. A scale variable is continuous; categories are numbers or strings.
   enum MeasureLevel : int {
     UnknownLevel = 0,
     ContinuousLevel = 1,
@@ -22,13 +29,19 @@ class MCBINNING_API IBINVariable {
     StringCategoricalLevel = 3,
     FrequencyWeightLevel = 4
   };
+
+  /// What a run does with the variable. The cells of one without a role are never asked for.
   enum VariableRole : int {
     UndefinedRole = 0,
     AttributeRole = 1,
     TargetRole = 2,
     FrequencyWeightRole = 3
   };
+
+  /// Whether a list that holds the variable can be run: a categorical one needs two categories.
   enum VarStatus : int { VarValid = 0, VarSingleCategory = 1, VarNoCategories = 2 };
+
+  /// How a weight becomes a whole number; any other value leaves weights as they are.
   enum BINWRoundingOption : int { TruncateToSmallerInt = 0, RoundToClosestInt = 1 };
 
   IBINVariable();
@@ -36,6 +49,7 @@ class MCBINNING_API IBINVariable {
   IBINVariable& operator=(const IBINVariable& other);
   virtual ~IBINVariable();
 
+  /// Level, name and label as given at construction, the label until it is set anew.
   virtual MeasureLevel GetMeasureLevel() const = 0;
   virtual std::string GetVariableName() const = 0;
   virtual std::string GetVariableLabel() const = 0;
@@ -43,6 +57,8 @@ class MCBINNING_API IBINVariable {
 
   /// The stored number of categories; 0 for scale and weight variables.
   virtual int GetNumberOfCategories() const = 0;
+
+  /// Through a list, roles are set by BINVarList::SetVariableRole, which keeps count of the target.
   virtual VariableRole GetVariableRole() const = 0;
   virtual void SetVariableRole(VariableRole role) = 0;
 
