@@ -7,6 +7,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/system/interrupt.h"
+#include "cli/system/standard_streams.h"
 #include "cli/system/terminal.h"
 #include "cli/text/help_format.h"
 #include "cli/text/parse_errors.h"
@@ -48,6 +49,7 @@ int parseAndRun(CLI::App& program, int argc, char** argv) {
 }
 
 int run(int argc, char** argv) {
+  mcbin::openStandardStreams();
   mcbin::catchInterrupts();
   CLI::App program(
       "Cuts scale columns of a table into bins that separate the categories of a "

@@ -62,9 +62,9 @@ void runApply(const ApplyCommand& apply) {
   }
   requireOtherFile(apply.output, apply.model, "the model");
   requireOtherFile(apply.output, apply.input.data, "the data");
-  Model model = loadModel(apply.model);
-  keepAttributes(model, apply.attributePatterns);
   TerminalMonitor monitor;
+  Model model = loadModel(apply.model, monitor);
+  keepAttributes(model, apply.attributePatterns);
   const std::unique_ptr<TableReader> reader = openTable(apply.input, monitor);
   RowBinner binner(model, *reader, binnerOptions(apply));
   OutputFile output(apply.output);

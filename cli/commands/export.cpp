@@ -10,6 +10,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/commands/options.h"
+#include "cli/text/terminal_monitor.h"
 #include "toolkit/errors.h"
 #include "toolkit/export/export_formats.h"
 #include "toolkit/model/attribute_choice.h"
@@ -59,7 +60,8 @@ void runExport(const ExportCommand& command) {
     throw UsageError("--from and --as are for --to sql");
   }
   requireOtherFile(command.output, command.model, "the model");
-  Model model = loadModel(command.model);
+  TerminalMonitor monitor;
+  Model model = loadModel(command.model, monitor);
   keepAttributes(model, command.attributePatterns);
   OutputFile output(command.output);
   output.Write(format.write(model, {command.style.value_or(LabelStyle::Index), command.from}));

@@ -103,7 +103,11 @@ void addBinningOptions(CLI::App& command, FitCommand& fit) {
 }
 
 void addOutputOptions(CLI::App& command, FitCommand& fit) {
-  command.add_option("-o,--output", fit.output, "Write the model to this file")->type_name("FILE");
+  command
+      .add_option("-o,--output", fit.output,
+                  "Write the model to this file; - prints it in place of the tables")
+      ->check(emptyNameRefusal)
+      ->type_name("FILE");
   command.add_flag("--json", fit.json, "Print the model as JSON in place of the tables");
   command.add_flag("--timings", fit.timings,
                    "Tell on standard error how long reading, binning and writing took");
@@ -155,9 +159,12 @@ void runFit(FitCommand& fit) {
   completeRequest(fit);
   TerminalMonitor monitor;
   const std::unique_ptr<TableReader> reader = openTable(fit.request.input, monitor);
-  if (fit.output) requireOtherFile(*fit.output, fit.request.input.data, "the data");
+  const bool printsModel = fit.json || fit.output == "-";
   std::optional<OutputFile> file;  // opened at once: a wrong path shows before the work
-  if (fit.output) file.emplace(*fit.output);
+  if (fit.output && fit.output != "-") {
+    requireOtherFile(*fit.output, fit.request.input.data, "the data");
+    file.emplace(*fit.output);
+  }
   const auto tellPlan = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
     tell(planText(columns, fit.request.input.data, rows, categories));
   };
@@ -172,7 +179,7 @@ void runFit(FitCommand& fit) {
     file->Write(modelToJson(model));
     file->Commit();
   }
-  writeStandardOutput(fit.json ? modelToJson(model) : modelText(model));
+  writeStandardOutput(printsModel ? modelToJson(model) : modelText(model));
   if (model.cases.droppedForWeight > 0) {
     tell(fmt::format(
         "{} of {} cases dropped for their weight (missing, or not positive after rounding)\n",

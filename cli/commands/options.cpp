@@ -2,8 +2,12 @@
 
 namespace mcbin {
 
+std::string emptyNameRefusal(const std::string& name) {
+  return name.empty() ? "the name of a file is not empty" : "";
+}
+
 void addModelOption(CLI::App& command, std::string& model) {
-  command.add_option("MODEL", model, "Model file that fit wrote")->required();
+  command.add_option("MODEL", model, "Model that fit wrote, or - for standard input")->required();
 }
 
 void addInputOptions(CLI::App& command, InputOptions& options) {
@@ -34,6 +38,7 @@ void addAttributeOption(CLI::App& command, std::vector<std::string>& patterns) {
 
 void addOutputOption(CLI::App& command, std::string& output) {
   command.add_option("-o,--output", output, "Write to this file, - for standard output [-]")
+      ->check(emptyNameRefusal)
       ->type_name("FILE");
 }
 

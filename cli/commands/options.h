@@ -12,6 +12,9 @@
 
 namespace mcbin {
 
+/// A check of options: what is wrong with a name when it is empty.
+std::string emptyNameRefusal(const std::string& name);
+
 /// Adds MODEL.
 void addModelOption(CLI::App& command, std::string& model);
 

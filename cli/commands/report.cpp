@@ -5,6 +5,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/commands/options.h"
+#include "cli/text/terminal_monitor.h"
 #include "toolkit/model/attribute_choice.h"
 #include "toolkit/model/model_json.h"
 #include "toolkit/report/report_page.h"
@@ -29,7 +30,8 @@ constexpr const char* kExamples =
 
 void runReport(const ReportCommand& report) {
   requireOtherFile(report.output, report.model, "the model");
-  Model model = loadModel(report.model);
+  TerminalMonitor monitor;
+  Model model = loadModel(report.model, monitor);
   keepAttributes(model, report.attributePatterns);
   OutputFile file(report.output);
   file.Write(reportPage(model));

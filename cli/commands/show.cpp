@@ -5,6 +5,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/commands/options.h"
+#include "cli/text/terminal_monitor.h"
 #include "toolkit/model/attribute_choice.h"
 #include "toolkit/model/model_json.h"
 #include "toolkit/system/output_file.h"
@@ -26,7 +27,8 @@ constexpr const char* kExamples =
     "Exit status: 0 done, 1 the model cannot be used, 2 wrong usage, 3 internal error.";
 
 void runShow(const ShowCommand& show) {
-  Model model = loadModel(show.model);
+  TerminalMonitor monitor;
+  Model model = loadModel(show.model, monitor);
   keepAttributes(model, show.attributePatterns);
   writeStandardOutput(modelText(model));
 }

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <vector>
 
 #include "toolkit/errors.h"
 #include "toolkit/system/files.h"
@@ -73,5 +74,16 @@ double ByteSource::ShareRead() const {
 }
 
 void ByteSource::Fail(const std::string& what) const { throw DataError(name_ + ": " + what); }
+
+std::string readWhole(const std::string& path, Monitor& monitor) {
+  ByteSource source(path, monitor);
+  std::vector<char> buffer(kReadSize);
+  std::string text;
+  while (const std::size_t size = source.Read(buffer.data(), buffer.size())) {
+    text.append(buffer.data(), size);
+    monitor.ThrowIfStopped();
+  }
+  return text;
+}
 
 }  // namespace mcbin

@@ -49,6 +49,9 @@ class ByteSource {
   gzFile_s* stream_ = nullptr;
 };
 
+/// All that is stored at `path`.
+std::string readWhole(const std::string& path, Monitor& monitor);
+
 }  // namespace mcbin
 
 #endif

@@ -1,15 +1,7 @@
 #include "toolkit/model/model_json.h"
 
-#include <fmt/format.h>
-
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iterator>
-
-#include "toolkit/errors.h"
+#include "toolkit/input/byte_source.h"
 #include "toolkit/model/json_text.h"
-#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -131,14 +123,8 @@ std::string modelToJson(const Model& model) {
   return jsonText(json) + "\n";
 }
 
-Model loadModel(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file)
-    throw DataError(fmt::format("cannot read {}: {}", visibleText(path), std::strerror(errno)));
-  const std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  if (file.bad())
-    throw DataError(fmt::format("cannot read {}: {}", visibleText(path), std::strerror(errno)));
-  return modelFromJson(text, path);
+Model loadModel(const std::string& path, Monitor& monitor) {
+  return modelFromJson(readWhole(path, monitor), path == "-" ? "standard input" : path);
 }
 
 }  // namespace mcbin

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "toolkit/model/model.h"
+#include "toolkit/monitor.h"
 
 namespace mcbin {
 
@@ -16,8 +17,9 @@ std::string modelToJson(const Model& model);
 /// JSON, not a model, inconsistent, or of a newer schema version.
 Model modelFromJson(const std::string& text, const std::string& name);
 
-/// Reads the model file at `path`; DataError when it cannot be read.
-Model loadModel(const std::string& path);
+/// Reads the model at `path` ("-": standard input), gzip-compressed or not; DataError when it
+/// cannot be read. The monitor is asked while a stream is waited for.
+Model loadModel(const std::string& path, Monitor& monitor);
 
 }  // namespace mcbin
 

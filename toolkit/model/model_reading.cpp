@@ -12,6 +12,8 @@
 namespace mcbin {
 namespace {
 
+/// A model nests 5 deep; what is added later may be deeper.
+constexpr int kDeepest = 100;
 constexpr long kMaxInt = std::numeric_limits<int>::max();
 constexpr long kMaxCount = 9'007'199'254'740'992;  // 2^53: what JSON readers agree on.
 
@@ -149,8 +151,13 @@ void checkVersion(const JsonNode& root) {
 }
 
 Json parseJson(const std::string& text, const std::string& name) {
+  const auto checkDepth = [&](int depth, Json::parse_event_t /*event*/, const Json& /*value*/) {
+    if (depth <= kDeepest) return true;
+    throw DataError(fmt::format(
+        "{}: nested more than {} deep: name a model that mcbin fit -o wrote", name, kDeepest));
+  };
   try {
-    return Json::parse(text);
+    return Json::parse(text, checkDepth);
   } catch (const Json::exception& error) {
     // The number in front means nothing to a user; what was read last may be the whole file.
     std::string what = error.what();

@@ -15,9 +15,26 @@
 namespace mcbin {
 namespace {
 
-bool isSpecialFile(const std::string& path) {
-  struct stat status = {};
-  return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+/// What a path that may be a symbolic link leads to, whether it is there or not.
+std::string behindLinks(std::string path) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks; ++i) {
+    const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+    if (error) return path;
+    path = (std::filesystem::path(path).parent_path() / target).string();
+  }
+  throw DataError(fmt::format("cannot write {}: {}", visibleText(path), std::strerror(ELOOP)));
+}
+
+/// Makes a file that replaces another as public as that one, and its owner's where it may.
+void takeOver(const struct stat& replaced, std::FILE* file) {
+  const int descriptor = ::fileno(file);
+  if (::fchown(descriptor, replaced.st_uid, replaced.st_gid) != 0) {
+    // Only the superuser gives files away; the group may still be ours.
+    static_cast<void>(::fchown(descriptor, static_cast<uid_t>(-1), replaced.st_gid) == 0);
+  }
+  static_cast<void>(::fchmod(descriptor, replaced.st_mode & 0777U) == 0);
 }
 
 }  // namespace
@@ -28,11 +45,15 @@ OutputFile::OutputFile(const std::string& path) : path_(path), file_(nullptr) {
     file_ = stdout;
     return;
   }
-  if (isSpecialFile(path)) {
+  target_ = behindLinks(path);
+  struct stat older = {};
+  const bool isThere = ::stat(path.c_str(), &older) == 0;
+  if (isThere && !S_ISREG(older.st_mode)) {
     file_ = std::fopen(path.c_str(), "wb");
   } else {
-    temporaryPath_ = fmt::format("{}.{}.tmp", path, ::getpid());
+    temporaryPath_ = fmt::format("{}.{}.tmp", target_, ::getpid());
     file_ = std::fopen(temporaryPath_.c_str(), "wbx");
+    if (file_ != nullptr && isThere) takeOver(older, file_);
   }
   if (file_ == nullptr) {
     temporaryPath_.clear();
@@ -56,7 +77,7 @@ void OutputFile::Commit() {
   file_ = nullptr;
   if (std::fclose(file) != 0) Fail();
   if (temporaryPath_.empty()) return;
-  if (std::rename(temporaryPath_.c_str(), path_.c_str()) != 0) Fail();
+  if (std::rename(temporaryPath_.c_str(), target_.c_str()) != 0) Fail();
   temporaryPath_.clear();
 }
 
@@ -67,7 +88,7 @@ void OutputFile::Fail() const {
 
 void requireOtherFile(const std::string& output, const std::string& input, const char* content) {
   std::error_code notThere;
-  if (output != "-" && std::filesystem::is_regular_file(output, notThere) &&
+  if (output != "-" && input != "-" && std::filesystem::is_regular_file(output, notThere) &&
       std::filesystem::equivalent(output, input, notThere)) {
     throw UsageError(
         fmt::format("--output {} is the file of {}: name another", visibleText(output), content));

@@ -9,9 +9,10 @@
 namespace mcbin {
 
 /// Writes to a new file beside `path` and renames it on Commit; without a Commit the file goes
-/// away with the object and an older file of the name stays. The path "-" writes to standard
-/// output, and a path that is there but is no regular file (/dev/null, a pipe) is written
-/// directly. Every failure is a DataError that names the path.
+/// away with the object and an older file of the name stays. What replaces an older file gets its
+/// mode and, where that is allowed, its owner; a symbolic link stays and its target is replaced.
+/// The path "-" writes to standard output, and a path that is there but is no regular file
+/// (/dev/null, a pipe) is written directly. Every failure is a DataError that names the path.
 class OutputFile {
  public:
   explicit OutputFile(const std::string& path);
@@ -26,6 +27,7 @@ class OutputFile {
   [[noreturn]] void Fail() const;
 
   std::string path_;
+  std::string target_;         ///< The path behind symbolic links.
   std::string temporaryPath_;  ///< Empty when the file is written directly.
   std::FILE* file_;
 };

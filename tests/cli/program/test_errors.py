@@ -215,6 +215,19 @@ class Files(ProgramTest):
         self.assertEqual(result.stderr,
                          "mcbin: cannot write no/m.json: No such file or directory\n")
 
+    def test_an_output_without_a_name_is_refused_before_the_work(self):
+        for command in (["fit", "d.csv", "-e"], ["apply", "m.json", "d.csv"],
+                        ["export", "m.json", "--to", "sql"], ["report", "m.json"]):
+            self.fail_with(USAGE, "--output: the name of a file is not empty", *command, "-o", "")
+
+    def test_models_that_cannot_be_read(self):
+        self.file("deep.json", "[" * 100_000 + "]" * 100_000)
+        for arguments in (["show"], ["report"], ["export", "--to", "sql"]):
+            command, *rest = arguments
+            self.fail_with(DATA, "cannot open tmp: it is a directory", command, "tmp", *rest)
+            self.fail_with(DATA, "deep.json: nested more than 100 deep: name a model that mcbin "
+                           "fit -o wrote", command, "deep.json", *rest)
+
     def test_what_is_read_is_not_written_over(self):
         self.file("d.csv", "a\n1\n2\n")
         self.succeed("fit", "d.csv", "-e", "--bins", "2", "-o", "m.json")

@@ -82,6 +82,34 @@ class Streams(ProgramTest):
         self.assertIn(b"mcbin: cannot write standard output: No space left on device\n",
                       result.stderr)
 
+    def test_closed_streams_are_no_place_for_files(self):
+        def close_all():
+            for descriptor in range(3):
+                os.close(descriptor)
+
+        process = subprocess.run([MCBIN, *FIT, "-o", self.directory / "m.json"], check=False,
+                                 env=self.environment, preexec_fn=close_all)
+        self.assertEqual(process.returncode, 1)  # the tables could not be printed
+        self.assertEqual((self.directory / "m.json").read_text(),
+                         self.succeed(*FIT, "--json").stdout)
+
+    def test_the_model_alone_goes_to_standard_output(self):
+        model = self.succeed(*FIT, "--json").stdout
+        self.assertEqual(self.succeed(*FIT, "-o", "-").stdout, model)
+        self.assertEqual(self.succeed(*FIT, "-o", "-", "--json").stdout, model)
+        self.assertFalse((self.directory / "-").exists())
+
+    def test_a_model_comes_from_standard_input(self):
+        model = self.succeed(*FIT, "-o", "m.json").stdout
+        model = (self.directory / "m.json").read_bytes()
+        self.file("-", "no model")
+        for command in (["show", "MODEL"], ["export", "MODEL", "--to", "sql"],
+                        ["report", "MODEL"], ["apply", "MODEL", str(LOANS)]):
+            from_file = self.succeed(*(a.replace("MODEL", "m.json") for a in command))
+            from_input = self.succeed(*(a.replace("MODEL", "-") for a in command), stdin=model)
+            self.assertEqual(from_input.stdout, from_file.stdout)
+        self.fail_with(1, "standard input: the model has no \"format\"", "show", "-", stdin="{}")
+
     def test_a_failed_run_leaves_the_older_model(self):
         self.file("model.json", "old")
         self.run_program("fit", LOANS, "-t", "nope", "-o", "model.json")

@@ -10,6 +10,7 @@ namespace mcbin {
 namespace {
 
 using testing::exampleModel;
+using testing::messageOf;
 using testing::TemporaryFiles;
 
 TEST(ModelJson, LoadAndSaveGiveTheSameBytes) {
@@ -45,12 +46,17 @@ TEST(ModelJson, UnbinnedCasesAreStoredWhenThereAreAny) {
 TEST(ModelJson, AFileIsRead) {
   const TemporaryFiles files;
   const std::string text = modelToJson(exampleModel());
-  EXPECT_EQ(modelToJson(loadModel(files.Write("model.json", text))), text);
+  Monitor monitor;
+  EXPECT_EQ(modelToJson(loadModel(files.Write("model.json", text), monitor)), text);
 }
 
-TEST(ModelJson, AFileThatIsNotThereIsNamed) {
-  EXPECT_EQ(testing::messageOf<DataError>([] { loadModel("/nonexistent/m.json"); }),
-            "cannot read /nonexistent/m.json: No such file or directory");
+TEST(ModelJson, AFileThatCannotBeReadIsNamed) {
+  Monitor monitor;
+  EXPECT_EQ(messageOf<DataError>([&] { loadModel("/nonexistent/m.json", monitor); }),
+            "cannot open /nonexistent/m.json: No such file or directory");
+  const TemporaryFiles files;
+  EXPECT_EQ(messageOf<DataError>([&] { loadModel(files.Directory(), monitor); }),
+            "cannot open " + files.Directory() + ": it is a directory");
 }
 
 TEST(ModelJson, StartsWithFormatAndVersion) {

@@ -51,6 +51,17 @@ TEST(ModelReading, OtherJsonIsNoModel) {
                                ::testing::EndsWith(": name a model that mcbin fit -o wrote")));
 }
 
+TEST(ModelReading, NestingHasALimit) {
+  const auto nested = [](std::size_t depth) {
+    return messageOf<DataError>(
+        [&] { modelFromJson(std::string(depth, '[') + std::string(depth, ']'), "m"); });
+  };
+  EXPECT_EQ(nested(100), "m: the model must be an object");
+  for (const std::size_t depth : {std::size_t{102}, std::size_t{100'000}}) {
+    EXPECT_EQ(nested(depth), "m: nested more than 100 deep: name a model that mcbin fit -o wrote");
+  }
+}
+
 TEST(ModelReading, EveryMemberIsNeeded) {
   const Json whole = exampleJson();
   for (const auto& item : whole.items()) {

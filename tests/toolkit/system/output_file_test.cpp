@@ -1,6 +1,8 @@
 #include "toolkit/system/output_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -37,6 +39,52 @@ TEST(OutputFile, WithoutCommitTheOlderFileStays) {
   { OutputFile(path).Write("new"); }
   EXPECT_EQ(readFile(path), "old");
   EXPECT_EQ(filesIn(files.Directory()), 1U);
+}
+
+TEST(OutputFile, ALinkStaysAndItsTargetIsReplaced) {
+  const TemporaryFiles files;
+  std::filesystem::create_directory(files.Path("elsewhere"));
+  const std::string target = files.Path("elsewhere/out");
+  const std::string link = files.Path("link");
+  std::filesystem::create_symlink("elsewhere/out", files.Path("inner"));
+  std::filesystem::create_symlink(files.Path("inner"), link);
+  for (const char* const content : {"made", "replaced"}) {
+    OutputFile file(link);
+    file.Write(content);
+    file.Commit();
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(readFile(target), content);
+    EXPECT_EQ(filesIn(files.Path("elsewhere")), 1U);
+  }
+}
+
+TEST(OutputFile, LinksInACircleAreRefused) {
+  const TemporaryFiles files;
+  std::filesystem::create_symlink("b", files.Path("a"));
+  std::filesystem::create_symlink("a", files.Path("b"));
+  EXPECT_EQ(messageOf<DataError>([&] { OutputFile(files.Path("a")); }),
+            "cannot write " + files.Path("a") + ": Too many levels of symbolic links");
+}
+
+TEST(OutputFile, AReplacedFileKeepsModeAndOwner) {
+  const TemporaryFiles files;
+  const std::string path = files.Write("out", "old");
+  ASSERT_EQ(::chmod(path.c_str(), 0640), 0);
+  const bool mayGiveAway = ::geteuid() == 0;
+  if (mayGiveAway) {
+    ASSERT_EQ(::chown(path.c_str(), 12, 34), 0);
+  }
+  OutputFile file(path);
+  file.Write("new");
+  file.Commit();
+  struct stat status = {};
+  ASSERT_EQ(::stat(path.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777U, 0640U);
+  EXPECT_EQ(status.st_uid, mayGiveAway ? 12U : ::geteuid());
+  if (mayGiveAway) {
+    EXPECT_EQ(status.st_gid, 34U);
+  }
+  EXPECT_EQ(readFile(path), "new");
 }
 
 TEST(OutputFile, WritesSpecialFilesDirectly) {
