@@ -7,6 +7,7 @@
 #include "toolkit/fit/bin_check.h"
 #include "toolkit/fit/case_feed.h"
 #include "toolkit/fit/library_run.h"
+#include "toolkit/text/utf8.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
@@ -41,14 +42,23 @@ FeedLayout layoutOf(const std::vector<ColumnPlan>& columns) {
   return layout;
 }
 
+std::optional<std::string> asUtf8(const std::optional<std::string>& text) {
+  return text ? std::optional(mcbin::asUtf8(*text)) : std::nullopt;
+}
+
+std::vector<std::string> allAsUtf8(std::vector<std::string> texts) {
+  for (std::string& text : texts) text = mcbin::asUtf8(text);
+  return texts;
+}
+
 FitOptions optionsOf(const FitRequest& request, const std::vector<ColumnPlan>& columns) {
   FitOptions options;
   options.bins = request.bins;
   options.distinctValueThreshold = request.distinctValueThreshold;
   options.smallBinThreshold = request.smallBinThreshold;
-  options.naTexts = request.naTexts;
-  options.attributePatterns = request.attributePatterns;
-  options.excludePatterns = request.excludePatterns;
+  options.naTexts = allAsUtf8(request.naTexts);
+  options.attributePatterns = allAsUtf8(request.attributePatterns);
+  options.excludePatterns = allAsUtf8(request.excludePatterns);
   for (const ColumnPlan& column : columns) {
     if (!column.declaredType) continue;
     options.types[column.name] = *column.declaredType == ColumnType::Scale ? "scale" : "category";
@@ -63,11 +73,12 @@ Model modelOf(const FitRequest& request, const std::vector<ColumnPlan>& columns,
   model.program = "mcbin " MCBIN_VERSION;
   model.method = request.method;
   model.closedSide = request.closedSide;
-  model.source = {request.input.data, request.input.table, request.input.query};
+  model.source = {mcbin::asUtf8(request.input.data), asUtf8(request.input.table),
+                  asUtf8(request.input.query)};
   model.options = optionsOf(request, columns);
   if (layout.targetColumn) {
     const ColumnPlan& column = columns[*layout.targetColumn];
-    model.target = TargetModel{column.name, categories, column.missingTexts, {}, 0.0};
+    model.target = TargetModel{column.name, categories, allAsUtf8(column.missingTexts), {}, 0.0};
   }
   if (layout.weightColumn) {
     const ColumnPlan& column = columns[*layout.weightColumn];

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "toolkit/text/number_text.h"
+#include "toolkit/text/utf8.h"
 
 namespace mcbin {
 const std::vector<std::string>& defaultNaTexts() {
@@ -23,7 +24,12 @@ std::string_view trimmed(std::string_view cell) {
 
 bool isMissingCell(std::string_view cell, const std::vector<std::string>& naTexts) {
   const std::string_view text = trimmed(cell);
-  return text.empty() || std::find(naTexts.begin(), naTexts.end(), text) != naTexts.end();
+  const auto isNamed = [&](std::string_view name) {
+    return std::find(naTexts.begin(), naTexts.end(), name) != naTexts.end();
+  };
+  if (text.empty() || isNamed(text)) return true;
+  const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return c >= 0; });
+  return !isAscii && isNamed(asUtf8(text));
 }
 
 NumberReading readNumber(std::string_view cell, double& value) {

@@ -17,7 +17,8 @@ const std::vector<std::string>& defaultNaTexts();
 /// A cell without the blanks and tabs around it.
 std::string_view trimmed(std::string_view cell);
 
-/// Whether the cell is empty, blank or one of `naTexts` (blanks around it do not count).
+/// Whether the cell is empty, blank or one of `naTexts` (blanks around it do not count), as it is
+/// or as asUtf8() stores it.
 bool isMissingCell(std::string_view cell, const std::vector<std::string>& naTexts);
 
 enum class NumberReading { Number, NotANumber, OutOfRange };

@@ -1,5 +1,9 @@
 #include "toolkit/text/utf8.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+
 namespace mcbin {
 namespace {
 
@@ -37,6 +41,21 @@ Utf8Character firstCharacter(std::string_view bytes) {
     code = (code << 6U) | (byte & 0x3FU);
   }
   return {code, lead.size};
+}
+
+std::string hexByte(char byte) {
+  return fmt::format("\\x{:02X}", static_cast<unsigned char>(byte));
+}
+
+std::string asUtf8(std::string_view bytes) {
+  std::string text;
+  while (!bytes.empty()) {
+    const std::size_t size = firstCharacter(bytes).size;
+    if (size == 0) text += hexByte(bytes.front());
+    text += bytes.substr(0, size);
+    bytes.remove_prefix(std::max<std::size_t>(size, 1));
+  }
+  return text;
 }
 
 bool isUtf8(std::string_view bytes) {

@@ -3,6 +3,7 @@
 #define MCBIN_TOOLKIT_TEXT_UTF8_H
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace mcbin {
@@ -18,6 +19,13 @@ struct Utf8Character {
 Utf8Character firstCharacter(std::string_view bytes);
 
 bool isUtf8(std::string_view bytes);
+
+/// "\xE9", which stands for a byte.
+std::string hexByte(char byte);
+
+/// The text with \xE9 for each byte that is no UTF-8. So a model stores texts from outside, and so
+/// a cell is compared with them.
+std::string asUtf8(std::string_view bytes);
 
 }  // namespace mcbin
 

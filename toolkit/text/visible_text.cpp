@@ -9,8 +9,6 @@
 namespace mcbin {
 namespace {
 
-std::string hexByte(unsigned char byte) { return fmt::format("\\x{:02X}", byte); }
-
 std::string escaped(char32_t c) {
   switch (c) {
     case '\n':
@@ -20,7 +18,7 @@ std::string escaped(char32_t c) {
     case '\t':
       return "\\t";
     default:
-      return c < 0x80 ? hexByte(static_cast<unsigned char>(c))
+      return c < 0x80 ? hexByte(static_cast<char>(c))
                       : fmt::format("\\u{{{:X}}}", static_cast<unsigned>(c));
   }
 }
@@ -30,7 +28,7 @@ std::string visible(std::string_view text, std::size_t limit, bool keepsLineEnds
   for (; !text.empty() && limit > 0; --limit) {
     const Utf8Character character = firstCharacter(text);
     if (character.size == 0) {
-      result += hexByte(static_cast<unsigned char>(text.front()));
+      result += hexByte(text.front());
       text.remove_prefix(1);
       continue;
     }

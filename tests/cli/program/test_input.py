@@ -2,6 +2,7 @@
 
 import csv
 import gzip
+import json
 import os
 import sqlite3
 import subprocess
@@ -121,6 +122,52 @@ class Shapes(ProgramTest):
         self.assertEqual(model["attributes"][0]["cutPoints"], ["-inf"])
         self.assertEqual(model["attributes"][0]["maximum"], "inf")
         self.assertIn("(-inf, -inf]", self.succeed("fit", "d.csv", "-t", "t").stdout)
+
+
+class OtherBytes(ProgramTest):
+    """Text that is no UTF-8 is stored with \\xE9 for a byte."""
+
+    LATIN = "caf\u00e9".encode("latin-1")
+    DATA = (b"a,note,t\n1," + LATIN + b",x\n2,b,x\n" + LATIN + b",c,y\n4,d,y\n5,e,caf\xe9s\n")
+
+    def setUp(self):
+        super().setUp()
+        self.data = os.fsencode(self.directory) + b"/" + self.LATIN + b".csv"
+        with open(self.data, "wb") as file:
+            file.write(self.DATA)
+
+    def test_names_and_texts_are_stored_and_still_compared(self):
+        options = ["--na", os.fsdecode(self.LATIN), "--na", "b", "--missing",
+                   os.fsdecode(b"t=caf\xe9s"), "--exclude", os.fsdecode(b"*\xe9*"), "-a", "?"]
+        with self.assertRaisesRegex(AssertionError, r"no column '\*\\xE9\*'"):
+            self.fit(os.fsdecode(self.data), "-t", "t", *options)
+        options = options[:-4]
+        self.run_raw("fit", self.data, "-t", "t", *options, "-o", "m.json", "--json")
+        model = json.loads((self.directory / "m.json").read_text())
+        self.assertTrue(model["source"]["data"].endswith("/caf\\xE9.csv"))
+        self.assertEqual(model["options"]["naTexts"], ["caf\\xE9", "b"])
+        self.assertEqual(model["target"]["categories"], ["x", "y"])
+        self.assertEqual(model["target"]["missingTexts"], ["caf\\xE9s"])
+        self.assertEqual(model["attributes"][0]["missingCases"]["weight"], 1)
+        binned = self.run_raw("apply", "m.json", self.data, "--as", "interval")
+        self.assertEqual(binned.splitlines()[3], self.LATIN + b",c,y,missing")
+        for command in (["show", "m.json"], ["report", "m.json"]):
+            self.assertIn(b"caf\\xE9.csv", self.run_raw(*command))
+
+    def test_queries_are_stored(self):
+        with sqlite3.connect(self.directory / "d.db") as database:
+            database.execute("CREATE TABLE d (a)")
+            database.executemany("INSERT INTO d VALUES (?)", [(1,), (2,)])
+        database.close()
+        query = b"SELECT a, '" + self.LATIN + b"' AS b FROM d"
+        model = json.loads(self.run_raw("fit", "d.db", "-e", "--query", query, "--json"))
+        self.assertEqual(model["source"]["query"], "SELECT a, 'caf\\xE9' AS b FROM d")
+
+    def run_raw(self, *arguments):
+        """The bytes that a command prints."""
+        return subprocess.run([MCBIN, *arguments], check=True, cwd=self.directory,
+                              env=self.environment, stdout=subprocess.PIPE,
+                              stderr=subprocess.DEVNULL).stdout
 
 
 class Memory(ProgramTest):

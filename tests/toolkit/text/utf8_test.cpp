@@ -30,5 +30,11 @@ TEST(Utf8, TellsWellFormedTextFromOther) {
   }
 }
 
+TEST(Utf8, OtherBytesAreStoredAsEscapes) {
+  EXPECT_EQ(asUtf8(""), "");
+  EXPECT_EQ(asUtf8("caf\xC3\xA9\n"), "caf\xC3\xA9\n");
+  EXPECT_EQ(asUtf8("caf\xE9 \xE2\x82|\xFF"), "caf\\xE9 \\xE2\\x82|\\xFF");
+}
+
 }  // namespace
 }  // namespace mcbin
