@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Fails when an include points from a lower layer to a higher one, when a program reaches inside
-# the library, or when operating-system code stands outside src/platform.
+# the library, when operating-system code stands outside src/platform, or when a logarithm or a power
+# is not that of src/numerics.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,7 +13,7 @@ without() { grep -vE "$@" || true; }
 only() {
   local allowed=$1
   shift
-  search '^ *# *include *["<]((mcbinning|status|model|api|data|supervised|ef|platform|tests|support|toolkit|cli)/|gtest|gmock)' "$@" |
+  search '^ *# *include *["<]((mcbinning|numerics|status|model|api|data|supervised|ef|platform|tests|support|toolkit|cli)/|gtest|gmock)' "$@" |
     without "[\"<]($allowed)"
 }
 
@@ -22,7 +23,7 @@ api='mcbinning/(settings|outputs|algorithms|factories)\.h'
 
 # From the lowest folder to the highest; a folder sees itself and those before it.
 toolkit_includes_that_point_up() {
-  local seen='mcbinning/|toolkit/(errors|monitor)\.h' folder
+  local seen='mcbinning/|numerics/|toolkit/(errors|monitor)\.h' folder
   for folder in text system input columns model tables fit apply export report; do
     seen+="|toolkit/$folder/"
     only "$seen" "toolkit/$folder"
@@ -31,13 +32,14 @@ toolkit_includes_that_point_up() {
 }
 
 includes_that_point_up() {
+  only 'numerics/' src/numerics
   only 'platform/' src/platform
   only "$base|platform/|status/" src/status
   only "$base|$model|platform/|status/|model/" src/model
   only "$base|$model|$api|platform/|status/|model/|api/" src/api
   only "$base|$model|platform/|status/|model/|data/" src/data
-  only "$base|$model|$api|platform/|status/|model/|api/|data/|supervised/" src/supervised
-  only "$base|$model|$api|platform/|status/|model/|api/|data/|supervised/|ef/" src/ef
+  only "$base|$model|$api|platform/|status/|model/|api/|data/|numerics/|supervised/" src/supervised
+  only "$base|$model|$api|platform/|status/|model/|api/|data/|numerics/|supervised/|ef/" src/ef
   only "$base" include/mcbinning/{export,status,progress,case_iterator}.h
   only "$base|$model" include/mcbinning/{user_missing,encoders,variables,variable_list}.h
   only 'mcbinning/' include
@@ -55,9 +57,14 @@ operating_system_code() {
     without '^src/platform/(posix|windows)/'
 }
 
-found=$(includes_that_point_up; operating_system_code)
+# Every C library has its own last bits of these.
+logarithms_of_the_platform() {
+  search '\b(log|log2|log10|log1p|exp|exp2|expm1|pow)l?f? *\(' src include toolkit | without '^[^:]*:[0-9]+: *//'
+}
+
+found=$(includes_that_point_up; operating_system_code; logarithms_of_the_platform)
 if [ -n "$found" ]; then
-  printf 'layers: these lines point the wrong way or belong into src/platform:\n%s\n' "$found" >&2
+  printf 'layers: these lines point the wrong way, belong into src/platform or into src/numerics:\n%s\n' "$found" >&2
   exit 1
 fi
 echo "layers: ok"

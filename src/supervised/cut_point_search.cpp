@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "numerics/log2.h"
+#include "numerics/power_of_3.h"
 #include "status/status_codes.h"
 #include "supervised/running_counts.h"
 #include "supervised/split_scan.h"
@@ -32,11 +34,11 @@ bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const 
   const double k1 = categoriesPresent(left);
   const double k2 = categoriesPresent(right);
   const double k = k1 + k2;
+  const double codings = PowerOf3(static_cast<std::size_t>(k));
   const double entropy = Entropy(total);
-  const double codings = k == 2.0 ? 9.0 : std::pow(3.0, k);
   const double delta =
-      std::log2(codings - 2.0) - (k * entropy - k1 * Entropy(left) - k2 * Entropy(right));
-  return entropy - splitEntropy > std::log2(n - 1.0) / n + delta / n;
+      Log2(codings - 2.0) - (k * entropy - k1 * Entropy(left) - k2 * Entropy(right));
+  return entropy - splitEntropy > Log2(n - 1.0) / n + delta / n;
 }
 
 class Search {

@@ -1,6 +1,6 @@
 #include "supervised/entropy.h"
 
-#include <cmath>
+#include "numerics/log2.h"
 
 namespace MCBinning {
 
@@ -14,7 +14,7 @@ double Entropy(ClassCountsView counts) {
     const double p = weight / total;
     if (p != 0.0) {
       // Subtracting term by term rounds like negating the sum and keeps a zero positive.
-      entropy -= p * std::log2(p);
+      entropy -= p * Log2(p);
     }
   }
   return entropy;

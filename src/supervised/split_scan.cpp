@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "numerics/log2.h"
+
 namespace MCBinning {
 namespace {
 
@@ -19,7 +21,7 @@ bool hasNegativeShare(const ClassCounts& counts) {
 }
 
 /// x log2 x, which is 0 at 0 and NaN below.
-double xLogX(double x) { return x != 0.0 ? x * std::log2(x) : 0.0; }
+double xLogX(double x) { return x != 0.0 ? x * Log2(x) : 0.0; }
 
 }  // namespace
 
@@ -60,7 +62,7 @@ SplitScan::Split SplitScan::FindBest(std::size_t first, std::size_t last) {
   first_ = first;
   last_ = last;
   weight_ = counts_.Total()[0];
-  logOfWeight_ = std::log2(weight_);
+  logOfWeight_ = Log2(weight_);
   best_ = {0, kInfinity, false};
   Border& begin = borders_[0];
   Border& end = borders_[1];
@@ -160,8 +162,8 @@ double SplitScan::TableEntry(double count) {
 double SplitScan::LeastEntropyBefore(const Border& border) const {
   const double left = border.counts.left[0] / weight_;
   const double right = border.counts.right[0] / weight_;
-  const double logLeft = std::log2(left);
-  const double logRight = std::log2(right);
+  const double logLeft = Log2(left);
+  const double logRight = Log2(right);
   return left * logLeft + right * logRight - border.sumOfTerms -
          Slack(border, border, logLeft - logRight);
 }
@@ -176,7 +178,7 @@ double SplitScan::LeastEntropy(const Border& begin, const Border& end) const {
   }
   const double middleLeft = (from.left[0] + to.left[0]) / 2.0 / weight_;
   const double middleRight = (from.right[0] + to.right[0]) / 2.0 / weight_;
-  const double slope = std::log2(middleLeft) - std::log2(middleRight);
+  const double slope = Log2(middleLeft) - Log2(middleRight);
   const double slopeOfCount = slope / weight_;
   double least = xLogX(middleLeft) + xLogX(middleRight) - slope * middleLeft;
   for (std::size_t category = 0; category < begin.terms.size(); ++category) {
@@ -205,8 +207,8 @@ double SplitScan::Slack(const Border& begin, const Border& end, double slope) co
     const double inStretch = rounding(begin.at, end.at);
     const double inInterval = rounding(first_, last_ + 1);
     slack -= 2.0 * nCategories * xLogX(inStretch);
-    slack += inInterval * (2.0 * std::abs(std::log2(end.counts.right[0] / weight_)) +
-                           std::abs(slope) + 2.0 * std::log2(nCategories) + 6.0);
+    slack += inInterval * (2.0 * std::abs(Log2(end.counts.right[0] / weight_)) + std::abs(slope) +
+                           2.0 * Log2(nCategories) + 6.0);
   }
   return slack;
 }

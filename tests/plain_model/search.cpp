@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 
+#include "plain_model/correct_rounding.h"
 #include "plain_model/model.h"
 
 namespace plain_model {
@@ -102,11 +103,11 @@ bool isAccepted(const ClassCounts& all, const ClassCounts& left, const ClassCoun
   const int k1 = categoriesPresent(left);
   const int k2 = categoriesPresent(right);
   const int k = k1 + k2;
-  const double power = k == 2 ? 9.0 : std::pow(3.0, k);
+  const double power = nearestPowerOf3(k);
   const double ent = entropy(all);
   const double delta =
-      std::log2(power - 2.0) - (k * ent - k1 * entropy(left) - k2 * entropy(right));
-  return ent - bestEntropy > std::log2(n - 1.0) / n + delta / n;
+      nearestLog2(power - 2.0) - (k * ent - k1 * entropy(left) - k2 * entropy(right));
+  return ent - bestEntropy > nearestLog2(n - 1.0) / n + delta / n;
 }
 
 // The position after which the interval is to be split, or the interval's last candidate.
@@ -192,7 +193,7 @@ double entropy(const ClassCounts& counts) {
   for (std::size_t c = 1; c < counts.size(); ++c) {
     const double p = counts[c] / counts[0];
     if (p != 0.0) {
-      sum += p * std::log2(p);
+      sum += p * nearestLog2(p);
     }
   }
   return 0.0 - sum;

@@ -1,8 +1,9 @@
 #include "toolkit/model/model.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
+
+#include "numerics/log2.h"
 
 namespace mcbin {
 
@@ -38,7 +39,7 @@ double entropyOf(const std::vector<double>& classWeights) {
   double entropy = 0.0;
   for (double weight : classWeights) {
     const double p = weight / total;
-    if (p != 0.0) entropy -= p * std::log2(p);
+    if (p != 0.0) entropy -= p * MCBinning::Log2(p);
   }
   return entropy;
 }
