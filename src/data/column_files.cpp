@@ -29,7 +29,10 @@ std::string hexadecimal(unsigned long tick) {
 ColumnFiles::ColumnFiles(std::string directory, CancelState& cancelState, FileSystem& files)
     : prefix_(withSeparator(std::move(directory))), cancelState_(cancelState), files_(files) {}
 
-ColumnFiles::~ColumnFiles() { Remove(); }
+ColumnFiles::~ColumnFiles() {
+  Remove();
+  DropClaim();
+}
 
 MCStatus ColumnFiles::SetUp(std::size_t columns) {
   Remove();
@@ -41,6 +44,7 @@ MCStatus ColumnFiles::SetUp(std::size_t columns) {
     // name, and the search would never end.
     return errorStatus(kNoTempDirectory);
   }
+  files_.RemoveAbandoned(prefix_);
   MCStatus status;
   for (std::size_t column = 0; column < columns && status.IsOK(); ++column) {
     status = ChooseName(names_[column]);
@@ -100,11 +104,14 @@ MCStatus ColumnFiles::OpenToAppend(std::size_t column, FileHandle& file) {
   if (created_[column]) {
     return files_.OpenForAppend(names_[column], file) ? MCStatus() : errorStatus(kNoTempFile);
   }
+  if (creator_ == 0) {
+    creator_ = CurrentProcess();
+    files_.MakeClaim(prefix_, claim_);
+  }
   for (;;) {
-    switch (files_.Create(names_[column], file)) {
+    switch (files_.Create(names_[column], claim_, file)) {
       case CreateResult::Created:
         created_[column] = true;
-        creator_ = CurrentProcess();
         return MCStatus();
       case CreateResult::Failed:
         return errorStatus(kNoTempFile);
@@ -136,16 +143,23 @@ void ColumnFiles::Remove() noexcept {
   bool allGone = true;
   for (std::size_t column = 0; column < created_.size(); ++column) {
     // Tried twice: somebody who looks at new files may hold one for a moment.
-    if (created_[column] &&
-        (IsForkedCopy() || files_.Remove(names_[column]) || files_.Remove(names_[column]))) {
+    if (created_[column] && (IsForkedCopy() || files_.Remove(names_[column], claim_) ||
+                             files_.Remove(names_[column], claim_))) {
       created_[column] = false;
     }
     allGone = allGone && !created_[column];
   }
   if (allGone) {
+    DropClaim();
     names_.clear();
     created_.clear();
     creator_ = 0;
+  }
+}
+
+void ColumnFiles::DropClaim() noexcept {
+  if (claim_.handle != kNoFile) {
+    files_.DropClaim(claim_, !IsForkedCopy());
   }
 }
 

@@ -25,10 +25,10 @@ class ColumnFiles {
   ColumnFiles& operator=(const ColumnFiles&) = delete;
   ~ColumnFiles();
 
-  /// Removes the earlier files and chooses a free name for each of `columns` columns; creates
-  /// nothing. Errors: 120001 the directory does not exist (none has a name with a zero byte in it),
-  /// 120021 it may not be used or too many files are open, 1 the run was cancelled when a name
-  /// turned out to be taken.
+  /// Removes the earlier files, and those of processes of the same user that no longer exist, and
+  /// chooses a free name for each of `columns` columns; creates nothing. Errors: 120001 the
+  /// directory does not exist (none has a name with a zero byte in it), 120021 it may not be used
+  /// or too many files are open, 1 the run was cancelled when a name turned out to be taken.
   MCStatus SetUp(std::size_t columns);
 
   /// Appends what the buffer holds to the files, a column without values included, and resets the
@@ -52,6 +52,7 @@ class ColumnFiles {
   MCStatus Append(std::size_t column, const double* values, std::size_t count);
   void ForgetUnusedNames();
   bool IsForkedCopy() const;
+  void DropClaim() noexcept;
 
   std::string prefix_;
   CancelState& cancelState_;
@@ -59,7 +60,8 @@ class ColumnFiles {
   std::vector<std::string> names_;
   std::vector<bool> created_;
   unsigned long tick_ = 0;
-  long creator_ = 0;  // the process that created the files, 0 before there are any
+  FileClaim claim_;
+  long creator_ = 0;  // the process that began to create the files, 0 before
 };
 
 }  // namespace MCBinning

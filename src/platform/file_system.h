@@ -21,6 +21,12 @@ enum class NameState {
   DirectoryRefused   // the directory may not be entered or written by this process
 };
 
+/// What shows other processes that the files of one pass are in use, until the process ends.
+struct FileClaim {
+  FileHandle handle = kNoFile;  // kNoFile where no claim could be made: files are then created
+  std::string name;             // and removed all the same
+};
+
 enum class CreateResult { Created, NameTaken, Failed };
 
 /// The file operations of the library, so that tests can make each of them fail. An operation that
@@ -35,9 +41,20 @@ class FileSystem {
   /// link that points nowhere or a file that may not be read included, makes it taken.
   virtual NameState Probe(const std::string& name) = 0;
 
+  /// Makes a claim for files whose names begin with `prefix`, a directory; false where the system
+  /// does not allow it.
+  virtual bool MakeClaim(const std::string& prefix, FileClaim& claim) = 0;
+
+  /// Ends a claim whose files are removed. A forked copy of the owner only lets go of it.
+  virtual void DropClaim(FileClaim& claim, bool isOwner) noexcept = 0;
+
+  /// Removes the claimed files of processes of the same user that no longer exist.
+  virtual void RemoveAbandoned(const std::string& prefix) noexcept = 0;
+
   /// Creates the file, open for appending and for its owner's eyes only, never through a link and
   /// never over something that exists; child programs do not inherit it.
-  virtual CreateResult Create(const std::string& name, FileHandle& file) = 0;
+  virtual CreateResult Create(const std::string& name, const FileClaim& claim,
+                              FileHandle& file) = 0;
 
   /// Opens an existing file, never through a link; false when it could not be opened or is no
   /// regular file. Waits for nobody.
@@ -55,8 +72,9 @@ class FileSystem {
   /// The handle is gone in any case; false when bytes written before may be lost.
   virtual bool Close(FileHandle file) noexcept = 0;
 
-  /// True when the file is gone.
-  virtual bool Remove(const std::string& name) noexcept = 0;
+  /// Removes a file created under that claim; true when it is gone. Needs neither memory nor a
+  /// file handle.
+  virtual bool Remove(const std::string& name, const FileClaim& claim) noexcept = 0;
 
  protected:
   // Not virtual: with a trivial destructor the real one outlives every static object of the host.

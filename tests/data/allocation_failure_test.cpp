@@ -7,6 +7,7 @@
 
 #include "data/column_buffer.h"
 #include "support/allocation_hooks.h"
+#include "support/limited_process.h"
 #include "support/table_run.h"
 
 namespace {
@@ -68,6 +69,18 @@ TEST_F(AllocationFailureTest, RowsThatFindNoMemoryGive3AndCanBeBuiltLater) {
   }
   EXPECT_TRUE(run.table.BuildSupervisedTable(0, 1, rows).IsOK());
   EXPECT_EQ(run.table.GetNRows(), 20000U);
+}
+
+TEST_F(AllocationFailureTest, LeavingNeedsNeitherMemoryNorAFileHandle) {
+  TableRun run(list_, Rows(3, {1, 2}));
+  ASSERT_TRUE(run.Prepare().IsOK());
+  ASSERT_FALSE(run.directory.IsEmpty());
+  {
+    const mcbinning_tests::WithoutFileHandles noHandles;
+    const LargeAllocationsFail noMemory(0);
+    EXPECT_EQ(run.Prepare(), MCStatus(3, false));
+  }
+  EXPECT_TRUE(run.directory.IsEmpty());
 }
 
 TEST_F(AllocationFailureTest, ABufferWithoutMemoryHasNoColumns) {

@@ -54,7 +54,10 @@ void fill(ColumnBuffer& buffer) {
 
 class ColumnFilesTest : public testing::Test {
  protected:
-  ~ColumnFilesTest() override { EXPECT_EQ(files_.OpenFiles(), 0U); }
+  ~ColumnFilesTest() override {
+    EXPECT_EQ(files_.OpenFiles(), 0U);
+    EXPECT_EQ(files_.Claims(), 0U);
+  }
 
   /// Makes somebody else take the name of the call `call` (from 1) of `operation` just before it.
   void TakeName(FileOperation operation, std::vector<std::size_t> calls) {
@@ -145,6 +148,33 @@ TEST_F(ColumnFilesTest, AFlushOfNothingStillMakesTheFiles) {
   ASSERT_TRUE(buffer.Allocate(2, 10));
   ASSERT_TRUE(columns.Flush(buffer).IsOK());
   EXPECT_EQ(directory_.Files().size(), 2U);
+}
+
+TEST_F(ColumnFilesTest, FilesAreClaimedFromTheFirstFlushUntilTheyAreGone) {
+  ColumnFiles columns(directory_.Path(), cancel_, files_);
+  ColumnBuffer buffer;
+  for (int round = 0; round < 2; ++round) {
+    ASSERT_TRUE(columns.SetUp(2).IsOK());
+    EXPECT_EQ(files_.Claims(), 0U);
+    fill(buffer);
+    ASSERT_TRUE(columns.Flush(buffer).IsOK());
+    ASSERT_TRUE(columns.Flush(buffer).IsOK());
+    EXPECT_EQ(files_.Claims(), 1U);
+    EXPECT_EQ(directory_.Entries().size(), 3U);
+  }
+  EXPECT_EQ(files_.Calls(FileOperation::Claim), 2U);
+}
+
+TEST_F(ColumnFilesTest, FilesAreMadeWithoutAClaimWhereThereCanBeNone) {
+  files_.FailAt(FileOperation::Claim, 1);
+  ColumnFiles columns(directory_.Path(), cancel_, files_);
+  ASSERT_TRUE(columns.SetUp(2).IsOK());
+  ColumnBuffer buffer;
+  fill(buffer);
+  ASSERT_TRUE(columns.Flush(buffer).IsOK());
+  ASSERT_TRUE(columns.Flush(buffer).IsOK());
+  EXPECT_EQ(contents(columns.Names()[1]), std::vector<double>{3.0});
+  EXPECT_EQ(directory_.Entries().size(), 2U);
 }
 
 TEST_F(ColumnFilesTest, AnExistingFileWithTheTicksNameIsNeverTouched) {
@@ -296,7 +326,7 @@ TEST_F(ColumnFilesTest, AFileThatSomebodyRemovedIsNotMadeAnew) {
   ASSERT_TRUE(columns.Flush(buffer).IsOK());
   std::filesystem::remove(columns.Names()[0]);
   EXPECT_EQ(columns.Flush(buffer), error(120021));
-  EXPECT_TRUE(directory_.IsEmpty());
+  EXPECT_TRUE(directory_.Files().empty());
 }
 
 TEST_F(ColumnFilesTest, ANameTakenAtTheFlushCanEndInTheErrorsOfTheSearch) {

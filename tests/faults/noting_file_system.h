@@ -59,13 +59,26 @@ class NotingFileSystem final : public MCBinning::FileSystem {
     return files_.Probe(name);
   }
 
-  MCBinning::CreateResult Create(const std::string& name, MCBinning::FileHandle& file) override {
+  bool MakeClaim(const std::string& prefix, MCBinning::FileClaim& claim) override {
+    return files_.MakeClaim(prefix, claim);
+  }
+
+  void DropClaim(MCBinning::FileClaim& claim, bool isOwner) noexcept override {
+    files_.DropClaim(claim, isOwner);
+  }
+
+  void RemoveAbandoned(const std::string& prefix) noexcept override {
+    files_.RemoveAbandoned(prefix);
+  }
+
+  MCBinning::CreateResult Create(const std::string& name, const MCBinning::FileClaim& claim,
+                                 MCBinning::FileHandle& file) override {
     FileNotes::Note& note = notes_.notes.at(notes_.count);
     const std::string fileName = name.substr(name.rfind('/') + 1);
     note.state = FileState::Creating;
     std::strncpy(note.name.data(), fileName.c_str(), note.name.size() - 1);
     ++notes_.count;
-    const auto result = files_.Create(name, file);
+    const auto result = files_.Create(name, claim, file);
     if (result == MCBinning::CreateResult::Created) {
       note.state = FileState::Created;
     } else {
@@ -96,10 +109,10 @@ class NotingFileSystem final : public MCBinning::FileSystem {
 
   bool Close(MCBinning::FileHandle file) noexcept override { return files_.Close(file); }
 
-  bool Remove(const std::string& name) noexcept override {
+  bool Remove(const std::string& name, const MCBinning::FileClaim& claim) noexcept override {
     FileNotes::Note* note = notes_.Find(name.substr(name.rfind('/') + 1));
     note->state = FileState::Removing;
-    const bool removed = files_.Remove(name);
+    const bool removed = files_.Remove(name, claim);
     if (removed) {
       note->state = FileState::Removed;
     }

@@ -16,6 +16,7 @@ namespace mcbinning_tests {
 
 enum class FileOperation {
   Probe,
+  Claim,
   Create,
   OpenForAppend,
   OpenForReading,
@@ -59,16 +60,35 @@ class FailingFileSystem final : public MCBinning::FileSystem {
   /// Files opened and not closed yet.
   std::size_t OpenFiles() const { return openFiles_; }
 
+  /// Claims made and not dropped yet.
+  std::size_t Claims() const { return claims_; }
+
   MCBinning::NameState Probe(const std::string& name) override {
     const bool fails = IsDue(FileOperation::Probe, name);
     return fails ? failedProbe_ : base_.Probe(name);
   }
 
-  MCBinning::CreateResult Create(const std::string& name, MCBinning::FileHandle& file) override {
+  bool MakeClaim(const std::string& prefix, MCBinning::FileClaim& claim) override {
+    const bool isMade = !IsDue(FileOperation::Claim, "") && base_.MakeClaim(prefix, claim);
+    claims_ += isMade ? 1 : 0;
+    return isMade;
+  }
+
+  void DropClaim(MCBinning::FileClaim& claim, bool isOwner) noexcept override {
+    --claims_;
+    base_.DropClaim(claim, isOwner);
+  }
+
+  void RemoveAbandoned(const std::string& prefix) noexcept override {
+    base_.RemoveAbandoned(prefix);
+  }
+
+  MCBinning::CreateResult Create(const std::string& name, const MCBinning::FileClaim& claim,
+                                 MCBinning::FileHandle& file) override {
     if (IsDue(FileOperation::Create, name)) {
       return MCBinning::CreateResult::Failed;
     }
-    const auto result = base_.Create(name, file);
+    const auto result = base_.Create(name, claim, file);
     openFiles_ += result == MCBinning::CreateResult::Created ? 1 : 0;
     return result;
   }
@@ -107,8 +127,8 @@ class FailingFileSystem final : public MCBinning::FileSystem {
     return !IsDue(FileOperation::Close, "") && closed;
   }
 
-  bool Remove(const std::string& name) noexcept override {
-    return !IsDue(FileOperation::Remove, name) && base_.Remove(name);
+  bool Remove(const std::string& name, const MCBinning::FileClaim& claim) noexcept override {
+    return !IsDue(FileOperation::Remove, name) && base_.Remove(name, claim);
   }
 
  private:
@@ -138,6 +158,7 @@ class FailingFileSystem final : public MCBinning::FileSystem {
   std::uint64_t room_ = std::numeric_limits<std::uint64_t>::max();
   std::uint64_t bytesWritten_ = 0;
   std::size_t openFiles_ = 0;
+  std::size_t claims_ = 0;
 };
 
 }  // namespace mcbinning_tests

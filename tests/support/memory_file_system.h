@@ -24,7 +24,16 @@ class MemoryFileSystem final : public MCBinning::FileSystem {
     return files_.count(name) != 0 ? MCBinning::NameState::Taken : MCBinning::NameState::Free;
   }
 
-  MCBinning::CreateResult Create(const std::string& name, MCBinning::FileHandle& file) override {
+  bool MakeClaim(const std::string& /*prefix*/, MCBinning::FileClaim& /*claim*/) override {
+    return false;
+  }
+
+  void DropClaim(MCBinning::FileClaim& /*claim*/, bool /*isOwner*/) noexcept override {}
+
+  void RemoveAbandoned(const std::string& /*prefix*/) noexcept override {}
+
+  MCBinning::CreateResult Create(const std::string& name, const MCBinning::FileClaim& /*claim*/,
+                                 MCBinning::FileHandle& file) override {
     const auto [entry, added] = files_.try_emplace(name);
     if (!added) {
       return MCBinning::CreateResult::NameTaken;
@@ -65,7 +74,9 @@ class MemoryFileSystem final : public MCBinning::FileSystem {
 
   bool Close(MCBinning::FileHandle file) noexcept override { return open_.erase(file) == 1; }
 
-  bool Remove(const std::string& name) noexcept override { return files_.erase(name) == 1; }
+  bool Remove(const std::string& name, const MCBinning::FileClaim& /*claim*/) noexcept override {
+    return files_.erase(name) == 1;
+  }
 
  private:
   struct OpenFile {

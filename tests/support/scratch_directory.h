@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -24,8 +25,8 @@ class ScratchDirectory {
   ScratchDirectory(const ScratchDirectory&) = delete;
   ScratchDirectory& operator=(const ScratchDirectory&) = delete;
   ~ScratchDirectory() {
-    for (const std::string& file : Files()) {
-      ADD_FAILURE() << "left behind: " << file;
+    for (const std::string& entry : Entries()) {
+      ADD_FAILURE() << "left behind: " << entry;
     }
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
@@ -35,20 +36,31 @@ class ScratchDirectory {
   const std::string& Path() const { return path_; }
 
   /// The names in the directory, without the directory.
-  std::vector<std::string> Files() const {
-    std::vector<std::string> files;
+  std::vector<std::string> Entries() const {
+    std::vector<std::string> entries;
     for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-      files.push_back(entry.path().filename().string());
+      entries.push_back(entry.path().filename().string());
     }
+    return entries;
+  }
+
+  /// Those that are no claims of the library.
+  std::vector<std::string> Files() const {
+    std::vector<std::string> files = Entries();
+    files.erase(std::remove_if(files.begin(), files.end(),
+                               [](const std::string& name) {
+                                 return name.rfind("mcbinning-columns-", 0) == 0;
+                               }),
+                files.end());
     return files;
   }
 
-  bool IsEmpty() const { return Files().empty(); }
+  bool IsEmpty() const { return Entries().empty(); }
 
   /// For a test that puts something there itself.
   void Clear() const {
-    for (const std::string& file : Files()) {
-      std::filesystem::remove_all(path_ + "/" + file);
+    for (const std::string& entry : Entries()) {
+      std::filesystem::remove_all(path_ + "/" + entry);
     }
   }
 

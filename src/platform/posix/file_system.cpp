@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "platform/file_claim.h"
+
 namespace MCBinning {
 namespace {
 
@@ -84,7 +86,25 @@ class PosixFileSystem final : public FileSystem {
     return exists(name) ? NameState::Taken : stateInDirectory(directoryHolding(name));
   }
 
-  CreateResult Create(const std::string& name, FileHandle& file) override {
+  bool MakeClaim(const std::string& prefix, FileClaim& claim) override {
+    return MakeClaimDirectory(prefix, claim);
+  }
+
+  void DropClaim(FileClaim& claim, bool isOwner) noexcept override {
+    DropClaimDirectory(claim, isOwner);
+  }
+
+  void RemoveAbandoned(const std::string& prefix) noexcept override {
+    RemoveAbandonedClaims(prefix);
+  }
+
+  CreateResult Create(const std::string& name, const FileClaim& claim, FileHandle& file) override {
+    if (claim.handle != kNoFile) {
+      const CreateResult result = CreateInClaim(claim, name, file);
+      if (result != CreateResult::Failed) {
+        return result;
+      }
+    }
     if (opened(openRetrying(name, O_WRONLY | O_APPEND | O_CREAT | O_EXCL), file)) {
       return CreateResult::Created;
     }
@@ -143,8 +163,9 @@ class PosixFileSystem final : public FileSystem {
     return ::close(static_cast<int>(file)) == 0;
   }
 
-  bool Remove(const std::string& name) noexcept override {
-    return ::unlink(name.c_str()) == 0 || errno == ENOENT;
+  bool Remove(const std::string& name, const FileClaim& claim) noexcept override {
+    return (claim.handle != kNoFile && RemoveFromClaim(claim, name)) ||
+           ::unlink(name.c_str()) == 0 || errno == ENOENT;
   }
 };
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "platform/file_claim.h"
+
 namespace MCBinning {
 namespace {
 
@@ -59,7 +61,25 @@ class WindowsFileSystem final : public FileSystem {
     }
   }
 
-  CreateResult Create(const std::string& name, FileHandle& file) override {
+  bool MakeClaim(const std::string& prefix, FileClaim& claim) override {
+    return MakeClaimDirectory(prefix, claim);
+  }
+
+  void DropClaim(FileClaim& claim, bool isOwner) noexcept override {
+    DropClaimDirectory(claim, isOwner);
+  }
+
+  void RemoveAbandoned(const std::string& prefix) noexcept override {
+    RemoveAbandonedClaims(prefix);
+  }
+
+  CreateResult Create(const std::string& name, const FileClaim& claim, FileHandle& file) override {
+    if (claim.handle != kNoFile) {
+      const CreateResult result = CreateInClaim(claim, name, file);
+      if (result != CreateResult::Failed) {
+        return result;
+      }
+    }
     if (open(name, FILE_APPEND_DATA, CREATE_NEW, file)) {
       return CreateResult::Created;
     }
@@ -111,8 +131,9 @@ class WindowsFileSystem final : public FileSystem {
 
   bool Close(FileHandle file) noexcept override { return CloseHandle(handleOf(file)) != 0; }
 
-  bool Remove(const std::string& name) noexcept override {
-    return DeleteFileA(name.c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND;
+  bool Remove(const std::string& name, const FileClaim& claim) noexcept override {
+    return (claim.handle != kNoFile && RemoveFromClaim(claim, name)) ||
+           DeleteFileA(name.c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND;
   }
 };
 

@@ -43,7 +43,7 @@ class PosixFileSystemTest : public testing::Test {
 
   FileHandle MustCreate(const std::string& name) const {
     FileHandle file = kNoFile;
-    EXPECT_EQ(files().Create(name, file), CreateResult::Created);
+    EXPECT_EQ(files().Create(name, {}, file), CreateResult::Created);
     return file;
   }
 
@@ -127,7 +127,7 @@ TEST_F(PosixFileSystemTest, TooManyOpenFilesAreReported) {
   const mcbinning_tests::WithoutFileHandles limited;
   EXPECT_EQ(files().Probe(Name("a")), NameState::TooManyOpenFiles);
   FileHandle file = kNoFile;
-  EXPECT_EQ(files().Create(Name("a"), file), CreateResult::Failed);
+  EXPECT_EQ(files().Create(Name("a"), {}, file), CreateResult::Failed);
   EXPECT_FALSE(files().OpenForReading(Name("a"), file));
 }
 
@@ -151,12 +151,12 @@ TEST_F(PosixFileSystemTest, ACreatedFileIsItsOwnersOnlyAndNotInherited) {
 
 TEST_F(PosixFileSystemTest, NothingIsCreatedOverAFileOrThroughALink) {
   FileHandle file = kNoFile;
-  EXPECT_EQ(files().Create(MakeFile("theirs"), file), CreateResult::NameTaken);
+  EXPECT_EQ(files().Create(MakeFile("theirs"), {}, file), CreateResult::NameTaken);
   std::filesystem::create_symlink(Name("nowhere"), Name("dangling"));
-  EXPECT_EQ(files().Create(Name("dangling"), file), CreateResult::NameTaken);
+  EXPECT_EQ(files().Create(Name("dangling"), {}, file), CreateResult::NameTaken);
   EXPECT_FALSE(std::filesystem::exists(Name("nowhere")));
   EXPECT_EQ(std::filesystem::file_size(Name("theirs")), 6U);
-  EXPECT_EQ(files().Create(Name("missing/a"), file), CreateResult::Failed);
+  EXPECT_EQ(files().Create(Name("missing/a"), {}, file), CreateResult::Failed);
   EXPECT_EQ(file, kNoFile);
 }
 
@@ -229,10 +229,10 @@ TEST_F(PosixFileSystemTest, OperationsOnAHandleThatIsNoneFail) {
 }
 
 TEST_F(PosixFileSystemTest, RemoveAnswersWhetherTheFileIsGone) {
-  EXPECT_TRUE(files().Remove(MakeFile("a")));
-  EXPECT_TRUE(files().Remove(Name("a")));
+  EXPECT_TRUE(files().Remove(MakeFile("a"), {}));
+  EXPECT_TRUE(files().Remove(Name("a"), {}));
   std::filesystem::create_directory(Name("directory"));
-  EXPECT_FALSE(files().Remove(Name("directory")));
+  EXPECT_FALSE(files().Remove(Name("directory"), {}));
 }
 
 void ignoreAlarm(int) {}
