@@ -81,7 +81,11 @@ void addExportCommand(CLI::App& program) {
       ->type_name("FORMAT");
   addChoice(*command, "--as", options->style, kStatementStyles,
             "What stands for a bin in SQL: index or interval [index]");
-  command->add_option("--from", options->from, "Write a whole SELECT over this table (SQL)")
+  command
+      ->add_option(
+          "--from", options->from,
+          "Write a whole SELECT over this table (SQL); SCHEMA.TABLE names a schema too, and a "
+          "name that holds a dot or a quote stands in double quotes")
       ->type_name("TABLE");
   addAttributeOption(*command, options->attributePatterns);
   addOutputOption(*command, options->output);

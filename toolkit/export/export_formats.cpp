@@ -13,8 +13,8 @@ namespace {
 
 constexpr ExportFormat kFormats[] = {
     {"sql",
-     "one CASE per attribute over a column of numbers, NAME_bin as apply writes it; with --from a "
-     "whole SELECT",
+     "one CASE per attribute over a column of numbers or of their texts, NAME_bin as apply writes "
+     "it; with --from a whole SELECT",
      true, sqlExport},
     {"csv", "a line per bin", false, csvExport},
     {"markdown", "the tables that show prints", false, markdownExport}};

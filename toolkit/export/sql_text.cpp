@@ -3,10 +3,15 @@
 #include <fmt/format.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
+
+#include "toolkit/errors.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -53,9 +58,49 @@ std::string exactProduct(double value) {
   return product + ")";
 }
 
+/// Both take a part of a table's name off the front of `rest`; a part in quotes that are not closed
+/// is empty.
+std::string takePlainPart(std::string_view& rest) {
+  const std::string part(rest.substr(0, rest.find_first_of(".\"")));
+  rest.remove_prefix(part.size());
+  return part;
+}
+
+std::string takeQuotedPart(std::string_view& rest) {
+  std::string part;
+  rest.remove_prefix(1);
+  while (true) {
+    const std::size_t quote = rest.find('"');
+    if (quote == std::string_view::npos) return "";
+    part += rest.substr(0, quote);
+    rest.remove_prefix(quote + 1);
+    if (rest.empty() || rest.front() != '"') return part;
+    part += '"';
+    rest.remove_prefix(1);
+  }
+}
+
 }  // namespace
 
 std::string sqlIdentifier(const std::string& name) { return quoted(name, '"'); }
+
+std::string sqlTableName(const std::string& text) {
+  std::string name;
+  std::string_view rest = text;
+  while (true) {
+    const bool isQuoted = !rest.empty() && rest.front() == '"';
+    const std::string part = isQuoted ? takeQuotedPart(rest) : takePlainPart(rest);
+    if (part.empty() || !(rest.empty() || rest.front() == '.')) {
+      throw UsageError(fmt::format(
+          "--from {}: write TABLE or SCHEMA.TABLE, a name with a dot or a quote in double quotes",
+          excerpt(text)));
+    }
+    name += sqlIdentifier(part);
+    if (rest.empty()) return name;
+    name += '.';
+    rest.remove_prefix(1);
+  }
+}
 
 std::string sqlText(const std::string& text) { return quoted(text, '\''); }
 

@@ -9,6 +9,11 @@ namespace mcbin {
 /// A name in double quotes.
 std::string sqlIdentifier(const std::string& name);
 
+/// The table that `text` names: parts between dots, as in schema.table, each of which becomes a
+/// quoted identifier. A part in double quotes may hold dots, and quotes doubled. UsageError when a
+/// part is empty, holds a quote otherwise, or is not closed.
+std::string sqlTableName(const std::string& text);
+
 /// A text in single quotes.
 std::string sqlText(const std::string& text);
 

@@ -67,8 +67,9 @@ class Tables(ProgramTest):
     def test_sql(self):
         self.assertEqual(
             self.succeed("export", "model.json", "--to", "sql", "--as", "interval").stdout,
-            '  CASE\n    WHEN "a|b" IS NULL THEN \'missing\'\n'
-            "    WHEN \"a|b\" <= 9.0 THEN '(-inf, 9]'\n"
+            '  CASE\n    WHEN "a|b" IS NULL OR TRIM(CAST("a|b" AS VARCHAR)) IN (\'\', \'NA\', '
+            "'N/A', 'NaN', 'nan', 'NULL', 'null', '?') THEN 'missing'\n"
+            "    WHEN CAST(\"a|b\" AS DOUBLE PRECISION) <= 9.0 THEN '(-inf, 9]'\n"
             "    ELSE '(9, inf)'\n  END AS \"a|b_bin\"\n",
         )
 
@@ -100,13 +101,13 @@ class Sql(ProgramTest):
         text = json.dumps(model).replace("-Infinity", '"-inf"').replace("Infinity", '"inf"')
         self.file("model.json", text)
 
-    def placed(self, values, name="x"):
+    def placed(self, values, name="x", type_="REAL", table="t", from_=None):
         connection = sqlite3.connect(":memory:")
         self.addCleanup(connection.close)
         quoted = '"' + name.replace('"', '""') + '"'
-        connection.execute(f"CREATE TABLE t ({quoted} REAL)")
-        connection.executemany("INSERT INTO t VALUES (?)", [(v,) for v in values])
-        sql = self.succeed("export", "model.json", "--to", "sql", "--from", "t").stdout
+        connection.execute(f'CREATE TABLE "{table}" ({quoted} {type_})')
+        connection.executemany(f'INSERT INTO "{table}" VALUES (?)', [(v,) for v in values])
+        sql = self.succeed("export", "model.json", "--to", "sql", "--from", from_ or table).stdout
         return [row[1] for row in connection.execute(sql)]
 
     @staticmethod
@@ -149,6 +150,30 @@ class Sql(ProgramTest):
                 if value == value and abs(value) != INFINITY and value != 0.0:
                     borders.add(value)
             self.check(sorted(borders))
+
+    def test_texts_are_placed_as_apply_places_them(self):
+        """As a database holds a CSV file that it imported."""
+        cells = ["10", "9", "9.5", "1e1", "-3", " 12 ", "100", "99", "99.0", "", "NA", "?", "-1e-3"]
+        self.model([2, 9, 10], "right", values=[99])
+        data = self.file("cells.csv", "x\n" + "".join(f'"{cell}"\n' for cell in cells))
+        applied = self.succeed("apply", "model.json", data).stdout.splitlines()[1:]
+        expected = [int(line.rsplit(",", 1)[1]) for line in applied]
+        for type_ in ("TEXT", "", "NUMERIC"):
+            with self.subTest(type_):
+                self.assertEqual(self.placed(cells, type_=type_), expected)
+
+    def test_a_missing_number_is_missing(self):
+        self.file("d.csv", "x,t\n" + "".join(f"{i},{'ab'[i > 9]}\n" for i in range(20)))
+        self.succeed("fit", "d.csv", "-t", "t", "--na", "-1", "-o", "model.json")
+        for type_ in ("REAL", "INTEGER", "TEXT"):
+            self.assertEqual(self.placed([-1, 3, 12], type_=type_), [-1, 0, 1])
+
+    def test_a_table_may_have_a_schema(self):
+        self.model([3], "right")
+        self.assertEqual(self.placed([3, 4], from_="main.t"), [0, 1])
+        self.assertEqual(self.placed([3, 4], table="a.b", from_='main."a.b"'), [0, 1])
+        self.fail_with(2, "--from main.: write TABLE or SCHEMA.TABLE, a name with a dot or a quote "
+                       "in double quotes", "export", "model.json", "--to", "sql", "--from", "main.")
 
     def test_names_are_quoted(self):
         for name in ('odd "name"', "it's", "select", "ä b"):

@@ -4,12 +4,24 @@
 
 #include <limits>
 
+#include "toolkit/errors.h"
+
 namespace {
 
 TEST(SqlTextTest, NamesAndTextsAreQuoted) {
   EXPECT_EQ(mcbin::sqlIdentifier("plain"), "\"plain\"");
   EXPECT_EQ(mcbin::sqlIdentifier("a \"b\""), "\"a \"\"b\"\"\"");
   EXPECT_EQ(mcbin::sqlText("it's"), "'it''s'");
+}
+
+TEST(SqlTextTest, ATableNameHasPartsBetweenDots) {
+  EXPECT_EQ(mcbin::sqlTableName("t"), "\"t\"");
+  EXPECT_EQ(mcbin::sqlTableName("main.the t"), "\"main\".\"the t\"");
+  EXPECT_EQ(mcbin::sqlTableName("\"my.table\""), "\"my.table\"");
+  EXPECT_EQ(mcbin::sqlTableName("a.\"b \"\"c\"\"\".d"), "\"a\".\"b \"\"c\"\"\".\"d\"");
+  for (const char* wrong : {"", ".", "a.", ".a", "a..b", "\"a", "\"a\"b", "a\"b\"", "\"\""}) {
+    EXPECT_THROW(mcbin::sqlTableName(wrong), mcbin::UsageError) << wrong;
+  }
 }
 
 TEST(SqlTextTest, NumbersAreReal) {
