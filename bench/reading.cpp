@@ -24,7 +24,7 @@
 #include "toolkit/input/cells.h"
 #include "toolkit/input/open_table.h"
 #include "toolkit/monitor.h"
-#include "toolkit/system/files.h"
+#include "toolkit/system/temporary_directory.h"
 
 using namespace mcbin;
 

@@ -1,8 +1,8 @@
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <exception>
 #include <memory>
 #include <new>
+#include <sstream>
 #include <string>
 
 #include "cli/commands/commands.h"
@@ -12,6 +12,7 @@
 #include "cli/text/help_format.h"
 #include "cli/text/parse_errors.h"
 #include "toolkit/errors.h"
+#include "toolkit/system/output_file.h"
 
 namespace {
 
@@ -21,8 +22,15 @@ constexpr int kSignalExitBase = 128;
 
 void printError(const std::string& message) {
   const bool colour = mcbin::errorTakesColour();
-  std::fputs(colour ? "\x1b[31mmcbin:\x1b[0m " : "mcbin: ", stderr);
+  mcbin::writeError(colour ? "\x1b[31mmcbin:\x1b[0m " : "mcbin: ");
   mcbin::tell(message + "\n");
+}
+
+/// The exit code of a failed run: that of the signal which arrived, if one did, else `code`.
+int failed(const std::string& message, int code) {
+  printError(message);
+  const int signal = mcbin::interruptSignal();
+  return signal == 0 ? code : kSignalExitBase + signal;
 }
 
 int usageError(const CLI::App& program, const std::string& message) {
@@ -40,7 +48,10 @@ int parseAndRun(CLI::App& program, int argc, char** argv) {
     if (program.get_subcommands().empty()) throw mcbin::UsageError(mcbin::commandList(program));
     return ExitCode::kDone;
   } catch (const CLI::Success& success) {
-    return program.exit(success);
+    std::ostringstream text;
+    const int code = program.exit(success, text, text);
+    mcbin::writeStandardOutput(text.str());
+    return code;
   } catch (const CLI::ParseError& error) {
     return usageError(program, mcbin::parseErrorText(program, error));
   } catch (const mcbin::UsageError& error) {
@@ -73,16 +84,12 @@ int main(int argc, char** argv) {
   try {
     return run(argc, argv);
   } catch (const mcbin::Interrupted& interrupted) {
-    printError("interrupted");
-    return kSignalExitBase + interrupted.signal;
+    return failed(interrupted.what(), kSignalExitBase + interrupted.signal);
   } catch (const mcbin::DataError& error) {
-    printError(error.what());
-    return ExitCode::kDataError;
+    return failed(error.what(), ExitCode::kDataError);
   } catch (const std::bad_alloc&) {
-    printError("out of memory");
-    return ExitCode::kInternalError;
+    return failed("out of memory", ExitCode::kInternalError);
   } catch (const std::exception& error) {
-    printError(std::string("internal error: ") + error.what());
-    return ExitCode::kInternalError;
+    return failed(std::string("internal error: ") + error.what(), ExitCode::kInternalError);
   }
 }

@@ -20,8 +20,8 @@ The command line is wrong.
 3
 Internal error.
 .TP
-130, 143
-Stopped by an interrupt or a termination signal.
+128 + N
+Stopped by signal N: 130 for an interrupt, 143 for a termination signal.
 .SH ENVIRONMENT
 .TP
 TMPDIR

@@ -7,8 +7,11 @@
 
 namespace mcbin {
 
-/// Writes to standard error what visibleLines() leaves of `text`. That it cannot be written changes
-/// nothing: there is no other place to say so.
+/// Writes to standard error. That it cannot be written changes nothing: there is no other place to
+/// say so. A reader who reads no more is not waited for once a signal has arrived.
+void writeError(std::string_view text);
+
+/// The same with what visibleLines() makes of the text.
 void tell(std::string_view text);
 
 /// Whether standard error is a terminal that a line can be redrawn on (TERM is not "dumb").

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "cli/system/terminal.h"
 
@@ -50,13 +49,12 @@ void ProgressBar::Update(const std::string& task, double share, double count, co
       share >= 0.0 && doneShare > 0.0 ? elapsed * (1.0 - share) / doneShare : -1.0;
   const std::string line = progressLine(task, share, (count - startCount_) / elapsed, unit,
                                         secondsLeft, terminalWidth() - 1);
-  std::fprintf(stderr, "\r%s\x1b[K", line.c_str());
-  std::fflush(stderr);
+  writeError("\r" + line + "\x1b[K");
   drawn_ = true;
 }
 
 void ProgressBar::Clear() {
-  if (drawn_) std::fputs("\r\x1b[K", stderr);
+  if (drawn_) writeError("\r\x1b[K");
   drawn_ = false;
 }
 

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "toolkit/fit/status_text.h"
-#include "toolkit/system/files.h"
+#include "toolkit/system/temporary_directory.h"
 
 namespace mcbin {
 namespace {

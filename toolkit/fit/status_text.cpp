@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "toolkit/errors.h"
-#include "toolkit/system/files.h"
+#include "toolkit/system/temporary_directory.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
@@ -53,7 +53,7 @@ void throwIfAttributeFailed(const MCBinning::MCStatus& status, const std::string
   throw DataError(
       fmt::format("cannot bin column {}: the temporary files in {} are not whole: is the disk "
                   "full? TMPDIR names another directory",
-                  name, temporaryRoot()));
+                  name, visibleText(temporaryRoot())));
 }
 
 void throwIfRunFailed(const MCBinning::MCStatus& status) {
@@ -68,8 +68,8 @@ void throwIfRunFailed(const MCBinning::MCStatus& status) {
     case 120001:
     case 120021:
       throw DataError(
-          fmt::format("cannot write temporary files in {}: is the disk full? TMPDIR "
-                      "names another directory",
+          fmt::format("cannot write temporary files in {}: is the disk full, or are too many "
+                      "files open? TMPDIR names another directory",
                       visibleText(temporaryRoot())));
     default:
       break;

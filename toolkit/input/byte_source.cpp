@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <cstring>
 #include <vector>
+#include <new>
+#include <string_view>
 
 #include "toolkit/errors.h"
 #include "toolkit/system/files.h"
@@ -21,24 +23,30 @@ constexpr std::size_t kStartSize = 16;
 
 ByteSource::ByteSource(const std::string& path, Monitor& monitor)
     : name_(path == "-" ? "standard input" : visibleText(path)),
-      descriptor_(openForReading(path, monitor)) {
+      monitor_(monitor),
+      file_(openForReading(path, monitor)) {
   try {
-    storedSize_ = fileSize(descriptor_);
+    storedSize_ = fileSize(file_.descriptor);
     OpenStream();
   } catch (...) {
-    closeDescriptor(descriptor_);
+    closeDescriptor(file_.descriptor);
     throw;
   }
 }
 
 ByteSource::~ByteSource() {
   if (stream_ != nullptr) gzclose(stream_);
-  closeDescriptor(descriptor_);
+  closeDescriptor(file_.descriptor);
 }
 
 void ByteSource::OpenStream() {
-  stream_ = gzdopen(duplicateDescriptor(descriptor_), "rb");
-  if (stream_ == nullptr) Fail("out of memory");
+  const int copy = duplicateDescriptor(file_.descriptor);
+  if (copy < 0) Fail(std::strerror(errno));
+  stream_ = gzdopen(copy, "rb");
+  if (stream_ == nullptr) {
+    closeDescriptor(copy);
+    throw std::bad_alloc();
+  }
   gzbuffer(stream_, kReadSize);
   compressed_ = gzdirect(stream_) == 0;
 }
@@ -51,14 +59,17 @@ std::string ByteSource::Start() {
 }
 
 std::size_t ByteSource::Read(char* buffer, std::size_t size) {
+  monitor_.ThrowIfStopped();
   const int count = gzread(stream_, buffer, static_cast<unsigned>(size));
   if (count < 0 || (count == 0 && compressed_)) {
     int error = Z_OK;
-    const char* const message = gzerror(stream_, &error);
+    const std::string_view message = gzerror(stream_, &error);
     if (error == Z_BUF_ERROR) Fail("the gzip data end too early: the file is cut short");
+    if (error == Z_MEM_ERROR) throw std::bad_alloc();
     if (error == Z_ERRNO) Fail(std::strerror(errno));
     if (error != Z_OK && error != Z_STREAM_END) {
-      Fail(fmt::format("broken gzip data: {}", message));
+      // zlib's own name for the file stands in front.
+      Fail(fmt::format("broken gzip data: {}", message.substr(message.rfind(": ") + 2)));
     }
   }
   return static_cast<std::size_t>(count);

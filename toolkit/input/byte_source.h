@@ -8,6 +8,7 @@
 #include <string>
 
 #include "toolkit/monitor.h"
+#include "toolkit/system/files.h"
 
 struct gzFile_s;
 
@@ -17,7 +18,8 @@ namespace mcbin {
 /// (standard input, a pipe) is first copied to an unnamed temporary file. Failures are DataErrors.
 class ByteSource {
  public:
-  /// Opens `path`; "-" is standard input.
+  /// Opens `path`; "-" is standard input. The monitor, which must live as long, is asked with every
+  /// reading.
   ByteSource(const std::string& path, Monitor& monitor);
   ByteSource(const ByteSource&) = delete;
   ByteSource& operator=(const ByteSource&) = delete;
@@ -30,6 +32,8 @@ class ByteSource {
   /// first Read.
   std::string Start();
   bool IsCompressed() const { return compressed_; }
+  /// Whether the bytes are a copy of what is no regular file.
+  bool IsCopy() const { return file_.isCopy; }
 
   /// Fills `buffer` with up to `size` bytes; 0 at the end.
   std::size_t Read(char* buffer, std::size_t size);
@@ -43,7 +47,8 @@ class ByteSource {
   [[noreturn]] void Fail(const std::string& what) const;
 
   std::string name_;
-  int descriptor_;
+  Monitor& monitor_;
+  OpenedFile file_;
   std::uint64_t storedSize_ = 0;
   bool compressed_ = false;
   gzFile_s* stream_ = nullptr;

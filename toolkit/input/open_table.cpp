@@ -9,9 +9,9 @@ namespace mcbin {
 // One file each in formats/: whether the first bytes are of that kind, and the table in them.
 bool isSqlite(std::string_view start);
 std::unique_ptr<TableReader> openSqlite(const InputOptions& options,
-                                        std::unique_ptr<ByteSource> source);
+                                        std::unique_ptr<ByteSource> source, Monitor& monitor);
 std::unique_ptr<TableReader> openCsv(const InputOptions& options,
-                                     std::unique_ptr<ByteSource> source);
+                                     std::unique_ptr<ByteSource> source, Monitor& monitor);
 
 namespace {
 
@@ -20,7 +20,7 @@ bool isAnything(std::string_view /*start*/) { return true; }
 struct InputFormat {
   bool (*recognises)(std::string_view start);
   std::unique_ptr<TableReader> (*open)(const InputOptions& options,
-                                       std::unique_ptr<ByteSource> source);
+                                       std::unique_ptr<ByteSource> source, Monitor& monitor);
 };
 
 /// The first that recognises the data reads them.
@@ -34,7 +34,7 @@ std::unique_ptr<TableReader> openTable(const InputOptions& options, Monitor& mon
   const auto* const format =
       std::find_if(std::begin(kFormats), std::end(kFormats),
                    [&](const InputFormat& candidate) { return candidate.recognises(start); });
-  return format->open(options, std::move(source));
+  return format->open(options, std::move(source), monitor);
 }
 
 }  // namespace mcbin

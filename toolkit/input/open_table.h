@@ -23,8 +23,8 @@ struct InputOptions {
 
 /// Opens the table, recognising gzip and the formats by their first bytes. Standard input and pipes
 /// are copied to an unnamed temporary file first, so that every table can be read twice. Throws
-/// DataError, or UsageError when options contradict what the data are. The monitor is asked while a
-/// stream is copied.
+/// DataError, or UsageError when options contradict what the data are. The monitor is asked while
+/// the table is opened and read, and must live as long as the reader.
 std::unique_ptr<TableReader> openTable(const InputOptions& options, Monitor& monitor);
 
 }  // namespace mcbin

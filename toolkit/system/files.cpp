@@ -8,11 +8,11 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 #include <vector>
 
 #include "toolkit/errors.h"
+#include "toolkit/system/temporary_directory.h"
+#include "toolkit/system/waiting.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
@@ -26,21 +26,27 @@ constexpr std::size_t kCopySize = std::size_t{1} << 17U;
 }
 
 int makeUnnamedFile() {
-  std::string path = temporaryRoot() + "/mcbin-XXXXXX";
+  const std::string root = temporaryRoot();
+#ifdef O_TMPFILE
+  const int unnamed = ::open(root.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  if (unnamed >= 0) return unnamed;
+#endif
+  std::string path = root + "/mcbin-XXXXXX";
   const int descriptor = ::mkstemp(path.data());
-  if (descriptor < 0) fail("make a temporary file in", temporaryRoot());
+  if (descriptor < 0) fail("make a temporary file in", root);
+  ::fcntl(descriptor, F_SETFD, FD_CLOEXEC);
   ::unlink(path.c_str());
   return descriptor;
 }
 
-/// Bytes read, 0 at the end. A signal that only interrupts the wait is looked at and waited on.
+/// Bytes read, 0 at the end.
 std::size_t readSome(int descriptor, std::vector<char>& buffer, const std::string& path,
                      Monitor& monitor) {
   while (true) {
-    monitor.ThrowIfStopped();
+    waitToRead(descriptor, monitor);
     const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
     if (count >= 0) return static_cast<std::size_t>(count);
-    if (errno != EINTR) fail("read", path);
+    if (errno != EINTR && errno != EAGAIN) fail("read", path);
   }
 }
 
@@ -71,48 +77,35 @@ int spool(int source, const std::string& path, Monitor& monitor) {
 
 }  // namespace
 
-int openForReading(const std::string& path, Monitor& monitor) {
+OpenedFile openForReading(const std::string& path, Monitor& monitor) {
   const bool isStandardInput = path == "-";
-  const int descriptor =
-      isStandardInput ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // A pipe without a writer is opened all the same, and waited for where a stop is heard.
+  const int descriptor = isStandardInput ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
+                                         : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (descriptor < 0) fail("open", isStandardInput ? "standard input" : path);
   struct stat status = {};
   if (::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
     ::close(descriptor);
     throw DataError(fmt::format("cannot open {}: it is a directory", visibleText(path)));
   }
-  if (!isStandardInput && S_ISREG(status.st_mode)) return descriptor;
+  if (!isStandardInput && S_ISREG(status.st_mode)) return {descriptor, false};
   try {
     const int copy = spool(descriptor, isStandardInput ? "standard input" : path, monitor);
     ::close(descriptor);
-    return copy;
+    return {copy, true};
   } catch (...) {
     ::close(descriptor);
     throw;
   }
 }
 
-int duplicateDescriptor(int descriptor) { return ::dup(descriptor); }
+int duplicateDescriptor(int descriptor) { return ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0); }
 
 void closeDescriptor(int descriptor) { ::close(descriptor); }
 
 std::uint64_t fileSize(int descriptor) {
   struct stat status = {};
   return ::fstat(descriptor, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
-}
-
-std::string temporaryRoot() {
-  const char* const directory = std::getenv("TMPDIR");
-  return directory != nullptr && *directory != '\0' ? directory : "/tmp";
-}
-
-TemporaryDirectory::TemporaryDirectory(const std::string& root) : path_(root + "/mcbin-XXXXXX") {
-  if (::mkdtemp(path_.data()) == nullptr) fail("make a temporary directory in", root);
-}
-
-TemporaryDirectory::~TemporaryDirectory() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
 }
 
 }  // namespace mcbin

@@ -6,7 +6,7 @@
 
 #include "tests/toolkit/support/temporary_file.h"
 #include "toolkit/errors.h"
-#include "toolkit/system/files.h"
+#include "toolkit/system/temporary_directory.h"
 
 namespace mcbin {
 namespace {
@@ -54,7 +54,7 @@ TEST(StatusText, ErrorsEndARun) {
             "no case can be used: there is none, or every weight is missing, zero or negative");
   EXPECT_EQ(messageOf<DataError>([] { throwIfRunFailed(MCStatus(120021, false)); }),
             "cannot write temporary files in " + temporaryRoot() +
-                ": is the disk full? TMPDIR names another directory");
+                ": is the disk full, or are too many files open? TMPDIR names another directory");
   EXPECT_EQ(messageOf<std::runtime_error>([] { throwIfRunFailed(MCStatus(120009, false)); }),
             "status 120009 of the binning library");
 }

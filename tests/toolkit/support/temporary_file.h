@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "toolkit/system/files.h"
+#include "toolkit/system/temporary_directory.h"
 
 namespace mcbin::testing {
 

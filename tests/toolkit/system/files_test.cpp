@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 #include "tests/toolkit/support/temporary_file.h"
 #include "toolkit/errors.h"
 
@@ -11,7 +9,6 @@ namespace mcbin {
 namespace {
 
 using testing::messageOf;
-using testing::TemporaryFiles;
 
 TEST(Files, RefusalsNameThePath) {
   Monitor monitor;
@@ -19,24 +16,11 @@ TEST(Files, RefusalsNameThePath) {
             "cannot open /nonexistent: No such file or directory");
   EXPECT_EQ(messageOf<DataError>([&] { openForReading("/", monitor); }),
             "cannot open /: it is a directory");
-  EXPECT_EQ(messageOf<DataError>([] { TemporaryDirectory("/nonexistent"); }),
-            "cannot make a temporary directory in /nonexistent: No such file or directory");
-}
-
-TEST(Files, ATemporaryDirectoryGoesWithItsFiles) {
-  std::string path;
-  {
-    const TemporaryFiles files;
-    path = files.Directory();
-    files.Write("a", "x");
-    EXPECT_TRUE(std::filesystem::exists(path + "/a"));
-  }
-  EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST(Files, WhatIsNoRegularFileIsCopied) {
   Monitor monitor;
-  const int descriptor = openForReading("/dev/null", monitor);
+  const int descriptor = openForReading("/dev/null", monitor).descriptor;
   EXPECT_EQ(fileSize(descriptor), 0U);
   closeDescriptor(descriptor);
 }

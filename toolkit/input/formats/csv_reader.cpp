@@ -243,7 +243,7 @@ void CsvReader::FailParsing() {
 }
 
 std::unique_ptr<TableReader> openCsv(const InputOptions& options,
-                                     std::unique_ptr<ByteSource> source) {
+                                     std::unique_ptr<ByteSource> source, Monitor& /*monitor*/) {
   const char delimiter = delimiterOf(options);
   if (options.table || options.query) {
     throw UsageError(source->Name() +

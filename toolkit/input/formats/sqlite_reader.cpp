@@ -4,6 +4,9 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 
 #include "toolkit/errors.h"
 #include "toolkit/input/column_names.h"
@@ -15,6 +18,22 @@ namespace mcbin {
 namespace {
 
 constexpr std::size_t kTablesInMessage = 30;
+constexpr int kStepsPerQuestion = 10'000;  // of SQLite's machine: about a millisecond
+constexpr int kMillisecondsPerWait = 50;
+constexpr int kMostWaits = 100;
+
+/// Whether the database keeps its changes in a log (WAL) of which there is no file. Reading then
+/// makes one, and only a connection that could write takes it away again.
+bool wouldMakeLog(const std::string& path) {
+  constexpr std::size_t kVersionPosition = 18;
+  constexpr char kVersionWithLog = 2;
+  char header[kVersionPosition + 1] = {};
+  std::ifstream(path, std::ios::binary).read(header, sizeof header);
+  std::error_code error;
+  const std::string file = std::filesystem::canonical(path, error).string();
+  return header[kVersionPosition] == kVersionWithLog &&
+         !std::filesystem::exists(file + "-wal", error);
+}
 
 std::string quotedIdentifier(const std::string& name) {
   std::string quoted = "\"";
@@ -28,8 +47,8 @@ std::string quotedIdentifier(const std::string& name) {
 }  // namespace
 
 SqliteReader::SqliteReader(const std::string& path, const std::optional<std::string>& table,
-                           const std::optional<std::string>& query)
-    : name_(visibleText(path)) {
+                           const std::optional<std::string>& query, Monitor& monitor)
+    : monitor_(monitor), name_(visibleText(path)) {
   try {
     Open(path, table, query);
   } catch (...) {
@@ -46,14 +65,25 @@ SqliteReader::~SqliteReader() {
 
 void SqliteReader::Open(const std::string& path, const std::optional<std::string>& table,
                         const std::optional<std::string>& query) {
-  if (sqlite3_open_v2(path.c_str(), &database_, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
-    Fail();
-  }
-  sqlite3_busy_timeout(database_, 5000);
+  const int access = wouldMakeLog(path) ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
+  if (sqlite3_open_v2(path.c_str(), &database_, access, nullptr) != SQLITE_OK) Fail();
+  sqlite3_progress_handler(database_, kStepsPerQuestion, StopsWork, &monitor_);
+  sqlite3_busy_handler(database_, WaitsForLock, &monitor_);
+  Execute("PRAGMA query_only = 1");
   Execute("BEGIN");
   if (table) CheckTable(*table);
   Prepare(query ? *query : "SELECT * FROM " + quotedIdentifier(*table));
   ReadColumnNames();
+}
+
+int SqliteReader::StopsWork(void* monitor) {
+  return static_cast<Monitor*>(monitor)->StopRequested() ? 1 : 0;
+}
+
+int SqliteReader::WaitsForLock(void* monitor, int waits) {
+  if (waits == kMostWaits || StopsWork(monitor) != 0) return 0;
+  sqlite3_sleep(kMillisecondsPerWait);
+  return 1;
 }
 
 void SqliteReader::Execute(const char* sql) {
@@ -150,6 +180,7 @@ std::string SqliteReader::Where(const TableRow& row) const {
 }
 
 void SqliteReader::Fail() const {
+  monitor_.ThrowIfStopped();
   throw DataError(
       fmt::format("{}: {}", name_,
                   visibleText(database_ == nullptr ? "out of memory" : sqlite3_errmsg(database_))));
@@ -158,7 +189,7 @@ void SqliteReader::Fail() const {
 bool isSqlite(std::string_view start) { return start == std::string_view("SQLite format 3\0", 16); }
 
 std::unique_ptr<TableReader> openSqlite(const InputOptions& options,
-                                        std::unique_ptr<ByteSource> source) {
+                                        std::unique_ptr<ByteSource> source, Monitor& monitor) {
   if (options.noHeader || options.delimiter) {
     throw UsageError(source->Name() +
                      " is an SQLite database: --no-header and --delimiter are for text files");
@@ -167,11 +198,11 @@ std::unique_ptr<TableReader> openSqlite(const InputOptions& options,
     throw UsageError(source->Name() +
                      " is an SQLite database: name what to read with --table or --query");
   }
-  if (source->IsCompressed() || options.data == "-") {
+  if (source->IsCompressed() || source->IsCopy()) {
     throw DataError(source->Name() +
                     ": a database can only be read from a plain file: unpack or save it first");
   }
-  return std::make_unique<SqliteReader>(options.data, options.table, options.query);
+  return std::make_unique<SqliteReader>(options.data, options.table, options.query, monitor);
 }
 
 }  // namespace mcbin

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "toolkit/input/table_reader.h"
+#include "toolkit/monitor.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -14,13 +15,15 @@ struct sqlite3_stmt;
 namespace mcbin {
 
 /// Reads the rows that a query gives, from one unchanging view of the database: both passes see
-/// the same rows even while another program writes. NULL is an empty cell, a REAL its shortest
+/// the same rows even while another program writes. No file is left beside the database that was
+/// not there before. NULL is an empty cell, a REAL its shortest
 /// text that reads back the same; a BLOB is a DataError.
 class SqliteReader : public TableReader {
  public:
-  /// Exactly one of `table` and `query` is given. A table is read in the order of its rows.
+  /// Exactly one of `table` and `query` is given. A table is read in the order of its rows. The
+  /// monitor, which must live as long, is asked while SQLite works or waits for a lock.
   SqliteReader(const std::string& path, const std::optional<std::string>& table,
-               const std::optional<std::string>& query);
+               const std::optional<std::string>& query, Monitor& monitor);
   ~SqliteReader() override;
 
   const std::vector<std::string>& ColumnNames() const override { return columnNames_; }
@@ -40,6 +43,10 @@ class SqliteReader : public TableReader {
   std::string_view CellText(int column, std::string& numberText, std::uint64_t row);
   [[noreturn]] void Fail() const;
 
+  static int StopsWork(void* monitor);
+  static int WaitsForLock(void* monitor, int waits);
+
+  Monitor& monitor_;
   std::string name_;  ///< The path as messages show it.
   sqlite3* database_ = nullptr;
   sqlite3_stmt* statement_ = nullptr;

@@ -40,18 +40,19 @@ class SqliteReaderTest : public ::testing::Test {
   std::string ErrorOf(const std::optional<std::string>& table,
                       const std::optional<std::string>& query) const {
     const std::string message = messageOf<DataError>([&] {
-      SqliteReader reader(path_, table, query);
+      SqliteReader reader(path_, table, query, monitor_);
       ReadAll(reader);
     });
     return message.substr(std::min(message.size(), files_.Directory().size() + 1));
   }
 
+  mutable Monitor monitor_;
   TemporaryFiles files_;
   std::string path_;
 };
 
 TEST_F(SqliteReaderTest, ReadsATableTwice) {
-  SqliteReader reader(path_, "the \"t", std::nullopt);
+  SqliteReader reader(path_, "the \"t", std::nullopt, monitor_);
   EXPECT_EQ(reader.ColumnNames(), (std::vector<std::string>{"a", "b", "c"}));
   const Rows expected = {{"0.1", "9007199254740993", "x"}, {"inf", "", ""}};
   EXPECT_EQ(ReadAll(reader), expected);
@@ -60,12 +61,12 @@ TEST_F(SqliteReaderTest, ReadsATableTwice) {
 }
 
 TEST_F(SqliteReaderTest, RealsReadBackExactly) {
-  SqliteReader reader(path_, std::nullopt, "SELECT 0.1 + 0.2 AS s");
+  SqliteReader reader(path_, std::nullopt, "SELECT 0.1 + 0.2 AS s", monitor_);
   EXPECT_EQ(ReadAll(reader), (Rows{{"0.30000000000000004"}}));
 }
 
 TEST_F(SqliteReaderTest, ReadsAQuery) {
-  SqliteReader reader(path_, std::nullopt, "SELECT b, c AS label FROM \"the \"\"t\" ; ");
+  SqliteReader reader(path_, std::nullopt, "SELECT b, c AS label FROM \"the \"\"t\" ; ", monitor_);
   EXPECT_EQ(reader.ColumnNames(), (std::vector<std::string>{"b", "label"}));
   EXPECT_EQ(ReadAll(reader).size(), 2U);
 }
@@ -89,7 +90,7 @@ TEST_F(SqliteReaderTest, RefusalsSayWhatIsThere) {
 
 TEST_F(SqliteReaderTest, BothPassesSeeTheSameRows) {
   Execute("PRAGMA journal_mode=WAL");
-  SqliteReader reader(path_, "the \"t", std::nullopt);
+  SqliteReader reader(path_, "the \"t", std::nullopt, monitor_);
   const Rows first = ReadAll(reader);
   Execute("INSERT INTO \"the \"\"t\" VALUES (1, 2, 'new')");
   reader.Rewind();

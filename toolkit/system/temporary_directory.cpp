@@ -1,0 +1,127 @@
+#include "toolkit/system/temporary_directory.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "toolkit/errors.h"
+#include "toolkit/text/visible_text.h"
+
+namespace mcbin {
+namespace {
+
+constexpr std::string_view kNameStart = "mcbin-";
+constexpr std::string_view kNameEnd = "XXXXXX";  // mkdtemp() puts something random in its place
+constexpr const char* kLockName = ".mcbin-lock";
+
+[[noreturn]] void fail(const std::string& root) {
+  const char* const reason = std::strerror(errno);
+  throw DataError(
+      fmt::format("cannot make a temporary directory in {}: {}", visibleText(root), reason));
+}
+
+bool isOwnName(std::string_view name) {
+  return name.size() == kNameStart.size() + kNameEnd.size() &&
+         name.substr(0, kNameStart.size()) == kNameStart;
+}
+
+/// Removes the files in the directory, the lock last: whatever stops this midway, what is left is
+/// still known for what it is.
+void removeFiles(DIR* directory) {
+  ::rewinddir(directory);
+  while (const dirent* const entry = ::readdir(directory)) {
+    if (std::strcmp(entry->d_name, kLockName) != 0) {
+      ::unlinkat(::dirfd(directory), entry->d_name, 0);
+    }
+  }
+  ::unlinkat(::dirfd(directory), kLockName, 0);
+}
+
+/// Removes the directory `name` when it is one of ours whose process has died, which the lock says.
+void removeIfLeft(int root, const char* name) {
+  const int descriptor = ::openat(root, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+  if (descriptor < 0) return;
+  DIR* const directory = ::fdopendir(descriptor);
+  if (directory == nullptr) {
+    ::close(descriptor);
+    return;
+  }
+  struct stat status = {};
+  const int lock = ::openat(descriptor, kLockName, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  const bool isLeft = lock >= 0 && ::fstat(descriptor, &status) == 0 &&
+                      status.st_uid == ::geteuid() && ::flock(lock, LOCK_EX | LOCK_NB) == 0;
+  if (isLeft) {
+    removeFiles(directory);
+    ::unlinkat(root, name, AT_REMOVEDIR);
+  }
+  if (lock >= 0) ::close(lock);
+  ::closedir(directory);
+}
+
+void removeThoseLeft(const std::string& root) {
+  DIR* const directory = ::opendir(root.c_str());
+  if (directory == nullptr) return;
+  while (const dirent* const entry = ::readdir(directory)) {
+    if (isOwnName(entry->d_name)) removeIfLeft(::dirfd(directory), entry->d_name);
+  }
+  ::closedir(directory);
+}
+
+}  // namespace
+
+std::string temporaryRoot() {
+  const char* const directory = std::getenv("TMPDIR");
+  return directory != nullptr && *directory != '\0' ? directory : "/tmp";
+}
+
+TemporaryDirectory::TemporaryDirectory(const std::string& root) : process_(::getpid()) {
+  removeThoseLeft(root);
+  while (!Make(root)) {
+  }
+}
+
+/// False when another run took the new directory, not locked yet, for one that was left.
+bool TemporaryDirectory::Make(const std::string& root) {
+  path_ = fmt::format("{}/{}{}", root, kNameStart, kNameEnd);
+  if (::mkdtemp(path_.data()) == nullptr) fail(root);
+  directory_ = ::opendir(path_.c_str());
+  if (directory_ == nullptr) {
+    const int reason = errno;
+    ::rmdir(path_.c_str());
+    errno = reason;
+    fail(root);
+  }
+  lock_ = ::openat(::dirfd(directory_), kLockName, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (lock_ < 0) {
+    const int reason = errno;
+    ::closedir(directory_);
+    ::rmdir(path_.c_str());
+    errno = reason;
+    fail(root);
+  }
+  // A file system without locks keeps directories of dead processes, as nobody gets a lock there.
+  const bool isTaken = ::flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+  struct stat status = {};
+  if (!isTaken && ::fstat(lock_, &status) == 0 && status.st_nlink > 0) return true;
+  ::close(lock_);
+  ::closedir(directory_);
+  return false;
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+  if (process_ == ::getpid()) {
+    removeFiles(directory_);
+    ::rmdir(path_.c_str());
+  }
+  ::closedir(directory_);
+  ::close(lock_);
+}
+
+}  // namespace mcbin
