@@ -5,9 +5,9 @@
 
 #include <cerrno>
 #include <cstring>
-#include <vector>
 #include <new>
 #include <string_view>
+#include <vector>
 
 #include "toolkit/errors.h"
 #include "toolkit/system/files.h"
