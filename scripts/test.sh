@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Sets the machine up, builds once, runs every test of that build, and checks format and layers.
-# With --full it goes on with all that must hold before a change lands: clang-tidy, valgrind, the
-# sanitizers by the other compiler, and a short while of fuzzing. Safe to repeat.
+# With --full it goes on with all that must hold before a change lands: the same bits from other
+# builds, clang-tidy, valgrind, the sanitizers by the other compiler, and a short while of fuzzing.
+# Safe to repeat.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -37,9 +38,12 @@ print_fault_points release
 
 if [ "${1:-}" != --full ]; then
   step "all tests passed"
-  echo "scripts/test.sh --full adds clang-tidy, valgrind, the sanitizers by clang and fuzzing"
+  echo "scripts/test.sh --full adds other builds, clang-tidy, valgrind, the sanitizers by clang and fuzzing"
   exit 0
 fi
+
+step "comparing the bits of results"
+scripts/same_bits.sh --short
 
 step "checking with clang-tidy"
 scripts/check_tidy.sh

@@ -1,9 +1,11 @@
 // Random runs through the library and the plain model. MCB_SEED and MCB_RUNS choose the first seed
-// and the number of runs; every run has the seed of its own that a failure prints.
+// and the number of runs; every run has the seed of its own that a failure prints. The digest is of
+// all results, for scripts/same_bits.sh.
 #include <gtest/gtest.h>
 
 #include <iostream>
 
+#include "random/digest.h"
 #include "random/random_runs.h"
 #include "random/run_comparison.h"
 #include "support/scratch_directory.h"
@@ -16,11 +18,12 @@ using plain_model::Event;
 TEST(PlainModel, LibraryAgreesBitForBitOnRandomRuns) {
   const ScratchDirectory directory;
   plain_model::Events events;
+  DigestingHost host;
   const RandomRuns random(5000);
   forRandomRuns(random, [&](Choices& choices) {
     RandomRun run = makeRandomRun(choices);
     try {
-      compareWithLibrary(run, directory.Path(), events);
+      compareWithLibrary(run, directory.Path(), host, events);
     } catch (const Difference&) {
       if (random.runs == 1) {
         std::cout << run;
@@ -28,6 +31,7 @@ TEST(PlainModel, LibraryAgreesBitForBitOnRandomRuns) {
       throw;
     }
   });
+  std::cout << "digest " << std::hex << host.Digest() << std::dec << '\n';
   for (std::size_t i = 0; i < plain_model::kEventCount; ++i) {
     const auto event = static_cast<Event>(i);
     std::cout << "  " << eventName(event) << ": " << events.Of(event) << '\n';
