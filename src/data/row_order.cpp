@@ -7,14 +7,28 @@
 #include <limits>
 #include <utility>
 
+// From the cases in their order to rows in ascending order, in four steps that keep the tie order:
+//
+//     cases              7   3   9   .   3'  1   8     a cell without a value makes no row
+//     splitters              3 | 7 | 8                 FindSplitters: from a sorted sample
+//     bucket of a case   2   1   3   -   1   0   3     AssignBuckets: a search in a tree of
+//     splitters rows by bucket     [1] [3 3'] [7] [9 8]          Scatter: in the order of the cases
+//     rows in order      [1] [3 3'] [7] [8 9]          SortBucket: by cells, in the cache
+//     merged rows        [1] [3]    [7] [8 9]          MergeRows: one per value and code, only
+//     where
+//                                                      every sum is exact
+//
+// SortBucket cuts the range of a bucket's keys into as many cells of equal width as it has rows. It
+// counts the rows of each cell, scatters them once more, and then few rows are left to be compared.
+
 namespace MCBinning {
 namespace {
 
-constexpr std::size_t kMostBuckets = 1024;
+constexpr std::size_t kMostBuckets = 1024;     // more would cost a cache miss per row scattered
 constexpr std::size_t kRowsPerBucket = 4096;   // aimed at while there are fewer buckets than that
 constexpr std::size_t kSamplesPerBucket = 16;  // no bucket is likely to be twice the average then
-constexpr std::size_t kMostCells = std::size_t{1} << 15;
-constexpr std::ptrdiff_t kFewRows = 16;
+constexpr std::size_t kMostCells = std::size_t{1} << 15;  // whose ends stay in the cache
+constexpr std::ptrdiff_t kFewRows = 16;                   // few enough to be inserted one by one
 
 constexpr std::size_t kBlock = 64;  // keys whose buckets are searched together
 using Keys = std::array<RowKey, kBlock>;
@@ -62,7 +76,7 @@ Row rowOf(const CaseColumns& cases, std::size_t i) {
           cases.codes != nullptr ? std::uint32_t{cases.codes[i]} : 0};
 }
 
-/// Keeps rows of equal key in their order.
+/// Keeps the tie order.
 template <typename Row>
 void sortCell(Row* first, Row* last) {
   if (last - first > kFewRows) {
@@ -183,9 +197,10 @@ std::size_t RowOrder<Row>::FindSplitters(std::span<const double> values) {
   // stretch: neither order nor a period in the cases makes the sample lopsided.
   const std::size_t samples = buckets * kSamplesPerBucket;
   const std::size_t stretch = values.size() / samples;
+  constexpr std::size_t kStride = 7919;  // a prime, which few stretches are a multiple of
   std::vector<RowKey> sample(samples);
   for (std::size_t i = 0; i < samples; ++i) {
-    sample[i] = KeyOf(values[i * stretch + i * 7919 % stretch]);
+    sample[i] = KeyOf(values[i * stretch + i * kStride % stretch]);
   }
   std::sort(sample.begin(), sample.end());
   std::vector<RowKey> splitters(buckets - 1);

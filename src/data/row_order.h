@@ -42,8 +42,11 @@ struct RowCounts {
   std::size_t distinctValues = 0;
 };
 
-/// Makes the rows of the cases that have a value, in ascending order, rows of equal value in the
-/// order of the cases (of the codes when rows are merged).
+/// Makes the rows of the cases that have a value, in ascending order.
+///
+/// The **tie order** is made here and kept by whatever reads rows: rows of equal value stand in the
+/// order of the cases, merged ones in the order of the codes. Weights are added up in that order,
+/// which decides the last bit of sums that are not exact.
 ///
 /// The rows are scattered into at most 1,024 buckets, the most that memory takes without a cache
 /// miss per row. The borders of the buckets come from a sample of the values, so that the buckets

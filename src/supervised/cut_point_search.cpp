@@ -55,40 +55,41 @@ class Search {
     while (!pending.empty()) {
       const Interval interval = pending.back();
       pending.pop_back();
-      std::size_t position = 0;
-      if (FindSplit(interval, position)) {
-        cutPoints_.push_back(table_.CutPointAfter(position));
-        pending.push_back({interval.first, position});
-        pending.push_back({position + 1, interval.last});
+      std::size_t gap = 0;
+      if (FindSplit(interval, gap)) {
+        cutPoints_.push_back(table_.CutPointAfter(gap - 1));
+        pending.push_back({interval.first, gap - 1});
+        pending.push_back({gap, interval.last});
       }
     }
     return std::move(cutPoints_);
   }
 
  private:
-  bool FindSplit(const Interval& interval, std::size_t& position) {
+  /// Sets `gap` to the candidate that the right part begins with.
+  bool FindSplit(const Interval& interval, std::size_t& gap) {
     if (interval.first == interval.last) {
       return false;
     }
     counts_.Start(interval.first, interval.last);
     const SplitScan::Split split = scan_.FindBest(interval.first, interval.last);
-    if (!split.found || split.position == interval.last ||
-        std::isnan(table_.CutPointAfter(split.position))) {
+    if (!split.found || split.gap == interval.last + 1 ||
+        std::isnan(table_.CutPointAfter(split.gap - 1))) {
       return false;
     }
-    CountSides(interval, split.position);
-    position = split.position;
+    CountSides(interval, split.gap);
+    gap = split.gap;
     return isSplitWorthwhile(counts_.Total(), sides_.left, sides_.right, split.entropy);
   }
 
-  void CountSides(const Interval& interval, std::size_t position) {
-    const bool leftIsNearer = position <= interval.first + (interval.last - interval.first) / 2;
+  void CountSides(const Interval& interval, std::size_t gap) {
+    const bool leftIsNearer = gap - 1 <= interval.first + (interval.last - interval.first) / 2;
     ClassCounts& nearer = leftIsNearer ? sides_.left : sides_.right;
     ClassCounts& other = leftIsNearer ? sides_.right : sides_.left;
     if (leftIsNearer) {
-      counts_.Sum(interval.first, position, nearer);
+      counts_.Sum(interval.first, gap - 1, nearer);
     } else {
-      counts_.Sum(position + 1, interval.last, nearer);
+      counts_.Sum(gap, interval.last, nearer);
     }
     const ClassCounts& total = counts_.Total();
     other.resize(total.size());

@@ -3,6 +3,22 @@
 #include <algorithm>
 #include <functional>
 
+// Class counts are kept at every 256th gap of the table, whatever the interval; those at a gap are
+// the kept ones at or before it, moved on candidate by candidate:
+//
+//     candidates   0 . . . . . . 255 256 . . . . . . 511 512 . . . . . .
+//     kept at      |                 |                   |
+//     At(gap)                        |---------> gap        at most 255 candidates are added
+//
+// Where sums are exact, what is kept counts from the start of the table: one pass serves every
+// interval, whose left part is a difference and whose right part is the rest of its total.
+//
+//     kept[gap] = candidates before gap;   left = kept[gap] - kept[first];   right = total - left
+//
+// Other sums depend on the order of their terms. A scan adds each candidate to the left and takes
+// it from the right, from the first candidate of the interval on, so the same is done here, once
+// per interval, and both sides are kept on the way.
+
 namespace MCBinning {
 namespace {
 
@@ -25,9 +41,9 @@ RunningCounts::RunningCounts(const CandidateTable& table)
 
 void RunningCounts::CountTable() {
   ClassCounts counts(table_.GetNCategories() + 1, 0.0);
-  for (std::size_t border = 0; border < table_.Size(); border += kBlock) {
-    Keep(keptLeft_, border, counts);
-    table_.AddTo(counts, border, std::min(border + kBlock, table_.Size()));
+  for (std::size_t gap = 0; gap < table_.Size(); gap += kBlock) {
+    Keep(keptLeft_, gap, counts);
+    table_.AddTo(counts, gap, std::min(gap + kBlock, table_.Size()));
   }
 }
 
@@ -56,13 +72,13 @@ void RunningCounts::Start(std::size_t first, std::size_t last) {
 void RunningCounts::CountInterval() {
   total_.assign(table_.GetNCategories() + 1, 0.0);
   const auto countBlocks = [this](auto count, std::vector<double>& kept, ClassCounts& counts) {
-    for (std::size_t border = first_; border <= last_;) {
-      if (KeptBorder(border) == border) {
-        Keep(kept, border, counts);
+    for (std::size_t gap = first_; gap <= last_;) {
+      if (KeptGap(gap) == gap) {
+        Keep(kept, gap, counts);
       }
-      const std::size_t next = std::min(KeptBorder(border) + kBlock, last_ + 1);
-      (table_.*count)(counts, border, next);
-      border = next;
+      const std::size_t next = std::min(KeptGap(gap) + kBlock, last_ + 1);
+      (table_.*count)(counts, gap, next);
+      gap = next;
     }
   };
   countBlocks(&CandidateTable::AddTo, keptLeft_, total_);
@@ -70,14 +86,14 @@ void RunningCounts::CountInterval() {
   countBlocks(&CandidateTable::SubtractFrom, keptRight_, right);
 }
 
-void RunningCounts::At(std::size_t border, SplitCounts& counts) const {
+void RunningCounts::At(std::size_t gap, SplitCounts& counts) const {
   if (isExact_) {
-    CountBefore(border, counts.left);
+    CountBefore(gap, counts.left);
     subtract(counts.left, before_, counts.left);
     subtract(total_, counts.left, counts.right);
     return;
   }
-  std::size_t candidate = KeptBorder(std::min(border, last_));
+  std::size_t candidate = KeptGap(std::min(gap, last_));
   if (candidate < first_) {
     candidate = first_;
     counts.left.assign(total_.size(), 0.0);
@@ -90,20 +106,20 @@ void RunningCounts::At(std::size_t border, SplitCounts& counts) const {
     copyKept(keptLeft_, counts.left);
     copyKept(keptRight_, counts.right);
   }
-  Move(candidate, border, counts);
+  Move(candidate, gap, counts);
 }
 
-void RunningCounts::Keep(std::vector<double>& kept, std::size_t border,
+void RunningCounts::Keep(std::vector<double>& kept, std::size_t gap,
                          const ClassCounts& counts) const {
-  std::copy(counts.begin(), counts.end(), kept.data() + border / kBlock * counts.size());
+  std::copy(counts.begin(), counts.end(), kept.data() + gap / kBlock * counts.size());
 }
 
-void RunningCounts::CountBefore(std::size_t border, ClassCounts& counts) const {
+void RunningCounts::CountBefore(std::size_t gap, ClassCounts& counts) const {
   const std::size_t width = table_.GetNCategories() + 1;
-  const std::size_t candidate = KeptBorder(std::min(border, table_.Size() - 1));
+  const std::size_t candidate = KeptGap(std::min(gap, table_.Size() - 1));
   const double* const kept = keptLeft_.data() + candidate / kBlock * width;
   counts.assign(kept, kept + width);
-  table_.AddTo(counts, candidate, border);
+  table_.AddTo(counts, candidate, gap);
 }
 
 }  // namespace MCBinning

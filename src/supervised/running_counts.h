@@ -8,19 +8,19 @@
 
 namespace MCBinning {
 
-/// The class counts of the two parts that a border makes of an interval: the left part ends before
-/// the candidate at the border.
+/// The class counts of the two parts that a gap makes of an interval: gap g lies before candidate
+/// g, which the right part begins with.
 struct SplitCounts {
   ClassCounts left;
   ClassCounts right;
 };
 
-/// The running class counts of a scan over an interval of candidates, to be had at any border
+/// The running class counts of a scan over an interval of candidates, to be had at any gap
 /// without the scan: the left ones start from zeros and the right ones from the counts of the
 /// interval, and candidate by candidate is added to the left, then taken from the right.
 ///
 /// Where sums are exact, one pass over the whole table serves all
-/// intervals: a sum at a border is a difference. With other weights the additions are done in their
+/// intervals: a sum at a gap is a difference. With other weights the additions are done in their
 /// order, once per interval. Either way counts are kept at every 256th candidate.
 class RunningCounts {
  public:
@@ -39,25 +39,25 @@ class RunningCounts {
   /// table's own Sum(), found faster where sums are exact.
   void Sum(std::size_t first, std::size_t last, ClassCounts& counts) const;
 
-  /// The counts at a border from `first` to `last` + 1 of the interval.
-  void At(std::size_t border, SplitCounts& counts) const;
+  /// The counts at a gap from `first` to `last` + 1 of the interval.
+  void At(std::size_t gap, SplitCounts& counts) const;
 
-  /// Moves counts on from one border to a later one.
-  void Move(std::size_t border, std::size_t later, SplitCounts& counts) const {
-    table_.AddTo(counts.left, border, later);
-    table_.SubtractFrom(counts.right, border, later);
+  /// Moves counts on from one gap to a later one.
+  void Move(std::size_t gap, std::size_t later, SplitCounts& counts) const {
+    table_.AddTo(counts.left, gap, later);
+    table_.SubtractFrom(counts.right, gap, later);
   }
 
-  /// The greatest border not beyond `border` at which counts are kept.
-  static std::size_t KeptBorder(std::size_t border) { return border - border % kBlock; }
+  /// The greatest gap not beyond `gap` at which counts are kept.
+  static std::size_t KeptGap(std::size_t gap) { return gap - gap % kBlock; }
 
  private:
   static constexpr std::size_t kBlock = 256;
 
   void CountTable();
   void CountInterval();
-  void Keep(std::vector<double>& kept, std::size_t border, const ClassCounts& counts) const;
-  void CountBefore(std::size_t border, ClassCounts& counts) const;
+  void Keep(std::vector<double>& kept, std::size_t gap, const ClassCounts& counts) const;
+  void CountBefore(std::size_t gap, ClassCounts& counts) const;
 
   const CandidateTable& table_;
   bool isExact_;
@@ -65,7 +65,7 @@ class RunningCounts {
   std::size_t last_ = 0;
   ClassCounts total_;
   ClassCounts before_;             // exact: of all candidates before the interval
-  std::vector<double> keptLeft_;   // exact: of all candidates before the border
+  std::vector<double> keptLeft_;   // exact: of all candidates before the gap
   std::vector<double> keptRight_;  // empty when exact
 };
 

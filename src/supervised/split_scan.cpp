@@ -6,12 +6,32 @@
 
 #include "numerics/log2.h"
 
+// A split lies in a gap between candidates; gap g is the one before candidate g. The gaps at both
+// ends of the interval are known, the one half-way is looked at, and each half that remains is
+// searched in turn, the more promising one first:
+//
+//     gap         0       8      16      24      32       interval of candidates 0 to 31
+//                 |  left half    |  right half   |
+//                 | left  | right |               |       left out when its bound exceeds the best
+//                 | . . . |                               at most kFewCandidates: gap after gap
+//
+// The bound of a stretch comes from the class counts at its two ends alone. With all weights as
+// shares of the interval's, l of class c to the left of a gap and L of all classes, and with
+// t(x, y) = x log2 x + y log2 y, the entropy at a gap is
+//
+//     E = t(L, R) - sum over c of t(l_c, r_c)
+//
+// t(L, R) is convex in L and so nowhere below its tangent at the middle of the stretch. Its slope
+// times L is the sum of slope times l_c, and slope * l_c - t(l_c, r_c) is concave in l_c and so
+// least at one of the ends. What is evaluated is the entropy itself, never the bound, so the result
+// is that of looking at every gap.
+
 namespace MCBinning {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kRounding = 0x1p-53;  // of one operation, relative
-constexpr std::size_t kFewCandidates = 8;
+constexpr double kRounding = 0x1p-53;                        // of one operation, relative
+constexpr std::size_t kFewCandidates = 8;                    // more were no faster
 constexpr std::size_t kLogTableSize = std::size_t{1} << 14;  // small enough for the cache
 constexpr double kNotYet = -1.0;
 
@@ -40,21 +60,20 @@ bool SplitScan::IsPure(std::size_t candidate) const {
          table_.Code(entry) == table_.Code(next);
 }
 
-/// In a run of candidates of one single category only the position after its first candidate is,
-/// and only when another candidate comes before the run. The last position follows the one before.
-bool SplitScan::IsExamined(std::size_t position) const {
-  return (position < last_ && !IsPure(position)) || (position > first_ && !IsPure(position - 1));
+/// In a run of candidates of one single category only the gap after its first candidate is, and
+/// only when another candidate comes before the run. The last gap follows the one before.
+bool SplitScan::IsExamined(std::size_t gap) const {
+  return (gap <= last_ && !IsPure(gap - 1)) || (gap > first_ + 1 && !IsPure(gap - 2));
 }
 
-/// Looks at the position before a border, unless its bound excludes it.
-void SplitScan::EvaluateBefore(const Border& border) {
-  const std::size_t position = border.at - 1;
-  if (!IsExamined(position) || LeastEntropyBefore(border) > best_.entropy) {
+/// Unless the bound of the gap excludes it.
+void SplitScan::Evaluate(const Gap& gap) {
+  if (!IsExamined(gap.at) || LeastEntropyAt(gap) > best_.entropy) {
     return;
   }
-  const double entropy = WeightedEntropy(border.counts.left, border.counts.right);
-  if (entropy < best_.entropy || (entropy == best_.entropy && position < best_.position)) {
-    best_ = {position, entropy, true};
+  const double entropy = WeightedEntropy(gap.counts.left, gap.counts.right);
+  if (entropy < best_.entropy || (entropy == best_.entropy && gap.at < best_.gap)) {
+    best_ = {gap.at, entropy, true};
   }
 }
 
@@ -64,27 +83,27 @@ SplitScan::Split SplitScan::FindBest(std::size_t first, std::size_t last) {
   weight_ = counts_.Total()[0];
   logOfWeight_ = Log2(weight_);
   best_ = {0, kInfinity, false};
-  Border& begin = borders_[0];
-  Border& end = borders_[1];
+  Gap& begin = gaps_[0];
+  Gap& end = gaps_[1];
   begin.at = first;
   end.at = last + 1;
-  for (Border* border : {&begin, &end}) {
-    counts_.At(border->at, border->counts);
-    FillTerms(*border);
+  for (Gap* gap : {&begin, &end}) {
+    counts_.At(gap->at, gap->counts);
+    FillTerms(*gap);
   }
   Search(begin, end, 2);
   return best_;
 }
 
-/// Looks at the positions after the candidates from begin to before end.
-void SplitScan::Search(const Border& begin, const Border& end, std::size_t depth) {
+/// Looks at the gaps after begin and before end.
+void SplitScan::Search(const Gap& begin, const Gap& end, std::size_t depth) {
   if (end.at - begin.at <= kFewCandidates) {
     ScanAll(begin, end.at);
     return;
   }
-  Border& middle = borders_[depth];
+  Gap& middle = gaps_[depth];
   middle.at = begin.at + (end.at - begin.at) / 2;
-  if (const std::size_t kept = RunningCounts::KeptBorder(middle.at); kept > begin.at) {
+  if (const std::size_t kept = RunningCounts::KeptGap(middle.at); kept > begin.at) {
     middle.at = kept;
     counts_.At(kept, middle.counts);
   } else {
@@ -92,7 +111,7 @@ void SplitScan::Search(const Border& begin, const Border& end, std::size_t depth
     counts_.Move(begin.at, middle.at, middle.counts);
   }
   FillTerms(middle);
-  EvaluateBefore(middle);
+  Evaluate(middle);
   const double leastLeft = LeastEntropy(begin, middle);
   const double leastRight = LeastEntropy(middle, end);
   const auto searchLeft = [&] {
@@ -111,33 +130,33 @@ void SplitScan::Search(const Border& begin, const Border& end, std::size_t depth
   }
 }
 
-void SplitScan::ScanAll(const Border& begin, std::size_t end) {
+void SplitScan::ScanAll(const Gap& begin, std::size_t end) {
   running_ = begin;
   while (running_.at < end) {
     MoveOn(running_);
-    EvaluateBefore(running_);
+    Evaluate(running_);
   }
 }
 
-/// Moves a border on by one candidate.
-void SplitScan::MoveOn(Border& border) {
-  const std::size_t candidate = border.at++;
-  counts_.Move(candidate, border.at, border.counts);
-  for (std::size_t entry = table_.FirstEntry(candidate); entry < table_.FirstEntry(border.at);
+/// Moves a gap on by one candidate.
+void SplitScan::MoveOn(Gap& gap) {
+  const std::size_t candidate = gap.at++;
+  counts_.Move(candidate, gap.at, gap.counts);
+  for (std::size_t entry = table_.FirstEntry(candidate); entry < table_.FirstEntry(gap.at);
        ++entry) {
-    double& term = border.terms[table_.Code(entry)];
-    border.sumOfTerms -= term;
-    term = Term(border.counts, table_.Code(entry));
-    border.sumOfTerms += term;
+    double& term = gap.terms[table_.Code(entry)];
+    gap.sumOfTerms -= term;
+    term = Term(gap.counts, table_.Code(entry));
+    gap.sumOfTerms += term;
   }
 }
 
-void SplitScan::FillTerms(Border& border) {
-  border.terms.resize(table_.GetNCategories());
-  border.sumOfTerms = 0.0;
-  for (std::size_t category = 0; category < border.terms.size(); ++category) {
-    border.terms[category] = Term(border.counts, category);
-    border.sumOfTerms += border.terms[category];
+void SplitScan::FillTerms(Gap& gap) {
+  gap.terms.resize(table_.GetNCategories());
+  gap.sumOfTerms = 0.0;
+  for (std::size_t category = 0; category < gap.terms.size(); ++category) {
+    gap.terms[category] = Term(gap.counts, category);
+    gap.sumOfTerms += gap.terms[category];
   }
 }
 
@@ -158,19 +177,18 @@ double SplitScan::TableEntry(double count) {
   return entry;
 }
 
-/// Less than what is evaluated at the position before a border, or NaN when nothing is known.
-double SplitScan::LeastEntropyBefore(const Border& border) const {
-  const double left = border.counts.left[0] / weight_;
-  const double right = border.counts.right[0] / weight_;
+/// Less than what is evaluated at a gap, or NaN when nothing is known.
+double SplitScan::LeastEntropyAt(const Gap& gap) const {
+  const double left = gap.counts.left[0] / weight_;
+  const double right = gap.counts.right[0] / weight_;
   const double logLeft = Log2(left);
   const double logRight = Log2(right);
-  return left * logLeft + right * logRight - border.sumOfTerms -
-         Slack(border, border, logLeft - logRight);
+  return left * logLeft + right * logRight - gap.sumOfTerms - Slack(gap, gap, logLeft - logRight);
 }
 
-/// Less than what is evaluated at any position from begin to before end can be, or NaN when nothing
-/// is known; infinity when all of that is NaN.
-double SplitScan::LeastEntropy(const Border& begin, const Border& end) const {
+/// Less than what is evaluated at any gap from begin to end can be, or NaN when nothing is known;
+/// infinity when all of that is NaN.
+double SplitScan::LeastEntropy(const Gap& begin, const Gap& end) const {
   const SplitCounts& from = begin.counts;
   const SplitCounts& to = end.counts;
   if (std::isnan(begin.sumOfTerms) && to.right[0] > 0.0 && hasNegativeShare(from.right)) {
@@ -193,11 +211,12 @@ double SplitScan::LeastEntropy(const Border& begin, const Border& end) const {
 
 /// Most by which rounding can lift the computed bound above a computed entropy; infinity where two
 /// running counts can add up to infinity, which makes a computed entropy 0.
-double SplitScan::Slack(const Border& begin, const Border& end, double slope) const {
+double SplitScan::Slack(const Gap& begin, const Gap& end, double slope) const {
   if (!(weight_ <= std::numeric_limits<double>::max() / 2.0)) {
     return kInfinity;
   }
   const auto nCategories = static_cast<double>(table_.GetNCategories());
+  // Of sums that are exact; docs/performance.md counts the operations, here and below.
   double slack = (nCategories + 16.0) * 256.0 * kRounding;
   slack += 4.0 * std::numeric_limits<double>::denorm_min() / weight_;
   if (!counts_.IsExact()) {

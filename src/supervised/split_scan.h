@@ -11,15 +11,15 @@
 namespace MCBinning {
 
 /// Finds the best split of an interval of candidates without evaluating most of them: the interval
-/// is halved again and again, and a part that provably holds no position as good as the best one
+/// is halved again and again, and a part that provably holds no split as good as the best one
 /// seen so far is left alone (docs/performance.md derives the bound and its slack). What is
-/// evaluated is evaluated as a scan of every position would, on the same running counts.
+/// evaluated is evaluated as a scan of every gap would, on the same running counts.
 class SplitScan {
  public:
-  /// The left part of a split runs from the interval's first candidate to `position`; the right
-  /// part is empty when that is the interval's last candidate.
+  /// The left part of a split ends before the candidate `gap`; the right part is empty when that is
+  /// one more than the interval's last candidate.
   struct Split {
-    std::size_t position = 0;
+    std::size_t gap = 0;
     double entropy = 0.0;  // weighted, of the two parts
     bool found = false;
   };
@@ -27,32 +27,32 @@ class SplitScan {
   /// Both are borrowed and must outlive the scan.
   SplitScan(const CandidateTable& table, const RunningCounts& counts);
 
-  /// The examined position with the least weighted entropy, the first one among equals; a position
-  /// whose entropy is NaN never wins. `counts` has been started on the interval, which has at least
+  /// The examined gap with the least weighted entropy, the first one among equals; a gap whose
+  /// entropy is NaN never wins. `counts` has been started on the interval, which has at least
   /// two candidates.
   Split FindBest(std::size_t first, std::size_t last);
 
  private:
-  /// A border and what the bounds of the stretches on both its sides need.
-  struct Border {
-    std::size_t at = 0;
+  /// A gap and what the bounds of the stretches on both its sides need.
+  struct Gap {
+    std::size_t at = 0;  // the candidate after it
     SplitCounts counts;
     std::vector<double> terms;  // per category: x log2 x + y log2 y of its shares x left, y right
     double sumOfTerms = 0.0;    // NaN when a count is negative
   };
 
   bool IsPure(std::size_t candidate) const;
-  bool IsExamined(std::size_t position) const;
-  void EvaluateBefore(const Border& border);
-  void Search(const Border& begin, const Border& end, std::size_t depth);
-  void ScanAll(const Border& begin, std::size_t end);
-  void MoveOn(Border& border);
-  void FillTerms(Border& border);
+  bool IsExamined(std::size_t gap) const;
+  void Evaluate(const Gap& gap);
+  void Search(const Gap& begin, const Gap& end, std::size_t depth);
+  void ScanAll(const Gap& begin, std::size_t end);
+  void MoveOn(Gap& gap);
+  void FillTerms(Gap& gap);
   double Term(const SplitCounts& counts, std::size_t category);
   double TableEntry(double count);
-  double LeastEntropyBefore(const Border& border) const;
-  double LeastEntropy(const Border& begin, const Border& end) const;
-  double Slack(const Border& begin, const Border& end, double slope) const;
+  double LeastEntropyAt(const Gap& gap) const;
+  double LeastEntropy(const Gap& begin, const Gap& end) const;
+  double Slack(const Gap& begin, const Gap& end, double slope) const;
 
   static constexpr std::size_t kDeepest = 40;  // halvings of 2^32 candidates
 
@@ -63,8 +63,8 @@ class SplitScan {
   double weight_ = 0.0;  // of the interval
   double logOfWeight_ = 0.0;
   Split best_;
-  std::array<Border, kDeepest> borders_;
-  Border running_;
+  std::array<Gap, kDeepest> gaps_;
+  Gap running_;
   std::vector<double> logTable_;  // n log2 n, once it was needed; empty where sums are rounded
 };
 

@@ -12,7 +12,7 @@
 namespace MCBinning {
 namespace {
 
-/// Compares the counts at every border of an interval with those of a scan.
+/// Compares the counts at every gap of an interval with those of a scan.
 void expectCountsOfAScan(const CandidateTable& table, RunningCounts& counts, std::size_t first,
                          std::size_t last) {
   counts.Start(first, last);
@@ -21,15 +21,15 @@ void expectCountsOfAScan(const CandidateTable& table, RunningCounts& counts, std
   EXPECT_EQ(counts.Total(), right);
   ClassCounts left(right.size(), 0.0);
   SplitCounts at;
-  for (std::size_t border = first;; ++border) {
-    counts.At(border, at);
-    ASSERT_EQ(at.left, left) << border;
-    ASSERT_EQ(at.right, right) << border;
-    if (border == last + 1) {
+  for (std::size_t gap = first;; ++gap) {
+    counts.At(gap, at);
+    ASSERT_EQ(at.left, left) << gap;
+    ASSERT_EQ(at.right, right) << gap;
+    if (gap == last + 1) {
       break;
     }
-    table.AddTo(left, border, border + 1);
-    table.SubtractFrom(right, border, border + 1);
+    table.AddTo(left, gap, gap + 1);
+    table.SubtractFrom(right, gap, gap + 1);
   }
 }
 

@@ -30,7 +30,7 @@ plain_model::Candidates candidatesOf(const CandidateTable& table) {
   return candidates;
 }
 
-/// What the scan finds, which must be what evaluating every position finds.
+/// What the scan finds, which must be what evaluating every gap finds.
 SplitScan::Split bestSplitOf(const CandidateTable& table, std::size_t first, std::size_t last) {
   RunningCounts counts(table);
   counts.Start(first, last);
@@ -39,7 +39,7 @@ SplitScan::Split bestSplitOf(const CandidateTable& table, std::size_t first, std
   const auto plain = plain_model::bestSplit(candidatesOf(table), first, last, events);
   EXPECT_EQ(split.found, plain.has_value());
   if (split.found && plain) {
-    EXPECT_EQ(split.position, plain->position);
+    EXPECT_EQ(split.gap, plain->position + 1);
     EXPECT_EQ(split.entropy, plain->entropy);
   }
   return split;
@@ -59,7 +59,7 @@ SplitScan::Split bestSplitOfPreBins(const std::vector<double>& counts, std::size
 TEST(SplitScanTest, FindsTheClassBoundary) {
   const auto split = bestSplitOf({{1, 0, 1}, {2, 0, 1}, {3, 1, 1}, {4, 1, 1}}, 2);
   EXPECT_TRUE(split.found);
-  EXPECT_EQ(split.position, 1U);
+  EXPECT_EQ(split.gap, 2U);
   EXPECT_EQ(split.entropy, 0.0);
 }
 
@@ -67,31 +67,31 @@ TEST(SplitScanTest, EqualWeightedEntropiesTakeTheEarlierPosition) {
   // A, B, A: both boundaries leave the same parts, mirrored.
   const auto split = bestSplitOf({{1, 0, 1}, {2, 1, 1}, {3, 0, 1}}, 2);
   EXPECT_TRUE(split.found);
-  EXPECT_EQ(split.position, 0U);
+  EXPECT_EQ(split.gap, 1U);
 }
 
 TEST(SplitScanTest, RunOfOneCategoryIsNotExamined) {
   EXPECT_FALSE(bestSplitOf({{1, 1, 1}, {2, 1, 5}, {3, 1, 1}}, 2).found);
 }
 
-// The rounding of fractional weights can make a position that should not be examined the least of
+// The rounding of fractional weights can make a gap that should not be examined the least of
 // all, which tells it from one that is.
 TEST(SplitScanTest, FirstPositionAfterAClassChangeIsExamined) {
   const auto split = bestSplitOf({{0, 0, 0.5}, {1, 1, 1.9}, {2, 1, 0.7}, {3, 0, 2}}, 2);
-  EXPECT_EQ(split.position, 1U);  // 0 if it were passed over
+  EXPECT_EQ(split.gap, 2U);  // 1 if it were passed over
 }
 
 TEST(SplitScanTest, FurtherPositionsOfARunOfOneCategoryAreNotExamined) {
   const auto split =
       bestSplitOf({{0, 0, 0.2}, {1, 1, 1.3}, {2, 1, 2}, {3, 1, 0.1}, {4, 0, 0.3}}, 2);
-  EXPECT_EQ(split.position, 0U);  // 2 if it were examined
+  EXPECT_EQ(split.gap, 1U);  // 3 if it were examined
 }
 
 TEST(SplitScanTest, PositionWhoseEntropyIsNaNNeverWins) {
-  // Taking the three weights from their sum leaves less than nothing on the right of position 2.
+  // Taking the three weights from their sum leaves less than nothing on the right of gap 3.
   ASSERT_LT(0.1 + 0.1 + 1.0 - 0.1 - 0.1 - 1.0, 0.0);
   const auto split = bestSplitOf({{0, 0, 0.1}, {1, 0, 0.1}, {2, 0, 1.0}, {3, 1, 1.6}}, 2);
-  EXPECT_EQ(split.position, 3U);
+  EXPECT_EQ(split.gap, 4U);
 }
 
 TEST(SplitScanTest, CategoryOfNegativeWeightIsNoPlaceInATable) {
@@ -103,14 +103,14 @@ TEST(SplitScanTest, CategoryOfNegativeWeightIsNoPlaceInATable) {
 TEST(SplitScanTest, NeighboursWithoutAnyWeightAreMixed) {
   const auto split = bestSplitOfPreBins({0, 0, 0, 0}, 2);
   EXPECT_FALSE(split.found);  // examined, but its entropy 0 / 0 is no number
-  // Both positions between the empty pre-bins tie with the one before them, which comes first.
-  EXPECT_EQ(bestSplitOfPreBins({0, 0, 0, 0, 3, 1, 1, 3}, 2).position, 2U);
+  // Both gaps between the empty pre-bins tie with the one before them, which comes first.
+  EXPECT_EQ(bestSplitOfPreBins({0, 0, 0, 0, 3, 1, 1, 3}, 2).gap, 3U);
 }
 
 TEST(SplitScanTest, TwoCategoriesInBothNeighboursAreMixed) {
   const auto split = bestSplitOfPreBins({1, 1, 1, 1}, 2);
   EXPECT_TRUE(split.found);
-  EXPECT_EQ(split.position, 0U);
+  EXPECT_EQ(split.gap, 1U);
   EXPECT_EQ(split.entropy, 1.0);
 }
 
@@ -118,7 +118,7 @@ TEST(SplitScanTest, LastPositionWinsWhenRoundingPutsTheOthersAboveIt) {
   // Three candidates with the same class shares: no split tells anything.
   const auto split = bestSplitOfPreBins({30, 30, 54, 25, 25, 45, 10, 10, 18}, 3);
   EXPECT_TRUE(split.found);
-  EXPECT_EQ(split.position, 2U);
+  EXPECT_EQ(split.gap, 3U);
 }
 
 TEST(SplitScanTest, LastPositionIsNotExaminedAfterAPureOne) {
@@ -131,7 +131,7 @@ TEST(SplitScanTest, RunningCountsMoveByOneCandidateAtATime) {
   const ClassCounts right = {total[0] - 0.1 - 0.2, total[1] - 0.1 - 0.2, total[2]};
   ASSERT_NE(right[0], 0.7 + 0.4);  // the rounding of the running sums is part of the result
   const auto split = bestSplitOf({{1, 0, 0.1}, {2, 0, 0.2}, {3, 1, 0.7}, {4, 1, 0.4}}, 2);
-  EXPECT_EQ(split.position, 1U);
+  EXPECT_EQ(split.gap, 2U);
   EXPECT_EQ(split.entropy, WeightedEntropy(left, right));
 }
 
