@@ -332,24 +332,7 @@ void printMemory(std::size_t n, bool weighted, double bound, double aim) {
   ::waitpid(child, &status, 0);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  const std::size_t n = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000;
-  repetitions = argc > 2 ? std::atoi(argv[2]) : 5;
-  const char* const temporary = std::getenv("TMPDIR");
-  std::string pattern =
-      std::string(temporary != nullptr ? temporary : "/tmp") + "/mcbinning_XXXXXX";
-  if (::mkdtemp(pattern.data()) == nullptr) {
-    std::perror(pattern.c_str());
-    return 1;
-  }
-  directory = pattern;
-
-  std::printf("%zu cases, medians of %d, CPU time in ns per row or case\n\n", n, repetitions);
-  std::printf("| %-58s | %8s | %8s | %7s | %6s | %6s | %s |\n", "ratio", "library", "plain",
-              "ratio", "bound", "aim", "reached");
-  std::puts("|---|---|---|---|---|---|---|");
+void compareStages(std::size_t n) {
   printMemory(n, false, 48, 18);
   printMemory(n, true, 56, 26);
   compareOrdering(n);
@@ -360,6 +343,9 @@ int main(int argc, char** argv) {
     compareSearch(n, 2, informative, true, 0.40, 0.20);
   }
   compareEqualFrequency(n);
+}
+
+void compareRuns(std::size_t n) {
   double perCase = 0.0;
   {
     MemoryCases cases(n, 2);
@@ -379,6 +365,28 @@ int main(int argc, char** argv) {
     print("ns per case: " + std::to_string(n) + " cases / a tenth of them", perCase,
           timePerCase(n / 10), 1.0, 1.3, 1.05);
   }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::size_t n = argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1000000;
+  repetitions = argc > 2 ? std::atoi(argv[2]) : 5;
+  const char* const temporary = std::getenv("TMPDIR");
+  std::string pattern =
+      std::string(temporary != nullptr ? temporary : "/tmp") + "/mcbinning_XXXXXX";
+  if (::mkdtemp(pattern.data()) == nullptr) {
+    std::perror(pattern.c_str());
+    return 1;
+  }
+  directory = pattern;
+
+  std::printf("%zu cases, medians of %d, CPU time in ns per row or case\n\n", n, repetitions);
+  std::printf("| %-58s | %8s | %8s | %7s | %6s | %6s | %s |\n", "ratio", "library", "plain",
+              "ratio", "bound", "aim", "reached");
+  std::puts("|---|---|---|---|---|---|---|");
+  compareStages(n);
+  compareRuns(n);
   ::rmdir(directory.c_str());
   return 0;
 }
