@@ -37,8 +37,8 @@ BinLabels::BinLabels(const AttributeModel& attribute, ClosedSide side, LabelStyl
   if (style == LabelStyle::Bounds) {
     missing_ = userMissing_ = {"", ""};
   } else {
-    missing_ = {style == LabelStyle::Index ? "-1" : "missing"};
-    userMissing_ = {style == LabelStyle::Index ? "-2" : "user-missing"};
+    missing_ = {style == LabelStyle::Index ? std::to_string(kMissingBin) : "missing"};
+    userMissing_ = {style == LabelStyle::Index ? std::to_string(kUserMissingBin) : "user-missing"};
   }
 }
 

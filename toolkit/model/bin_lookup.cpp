@@ -18,6 +18,11 @@ Placement place(const AttributeModel& attribute, ClosedSide side, std::optional<
   return {Placement::Kind::Bin, binOf(attribute.cutPoints, side, *value)};
 }
 
+int binNumber(const Placement& placement) {
+  if (placement.kind == Placement::Kind::Bin) return static_cast<int>(placement.bin);
+  return placement.kind == Placement::Kind::Missing ? kMissingBin : kUserMissingBin;
+}
+
 BinBounds boundsOf(const std::vector<double>& cutPoints, std::size_t bin) {
   BinBounds bounds = {-std::numeric_limits<double>::infinity(),
                       std::numeric_limits<double>::infinity()};

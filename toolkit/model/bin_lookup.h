@@ -24,6 +24,12 @@ std::size_t binOf(const std::vector<double>& cutPoints, ClosedSide side, double 
 /// Places a value of `attribute`; an empty value is missing.
 Placement place(const AttributeModel& attribute, ClosedSide side, std::optional<double> value);
 
+/// What stands for a placement where bins are numbers: 0, 1, ...; -1 for missing and -2 for
+/// user-missing.
+inline constexpr int kMissingBin = -1;
+inline constexpr int kUserMissingBin = -2;
+int binNumber(const Placement& placement);
+
 /// The ends of a bin. An end beyond the first or last cut point is an infinity.
 struct BinBounds {
   double lower;
