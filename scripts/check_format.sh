@@ -6,6 +6,6 @@ cd "$(dirname "$0")/.."
 mode=(--dry-run --Werror)
 [ "${1:-}" = --fix ] && mode=(-i)
 
-find include src host toolkit cli tests bench examples \( -name '*.h' -o -name '*.cpp' \) -print0 |
+find include src host toolkit cli python tests bench examples \( -name '*.h' -o -name '*.cpp' \) -print0 |
   xargs -0 -P "$(nproc)" -n 16 clang-format "${mode[@]}"
 echo "format: ok"

@@ -13,7 +13,7 @@ without() { grep -vE "$@" || true; }
 only() {
   local allowed=$1
   shift
-  search '^ *# *include *["<]((mcbinning|numerics|status|model|api|data|supervised|ef|platform|tests|support|toolkit|cli)/|gtest|gmock)' "$@" |
+  search '^ *# *include *["<]((mcbinning|numerics|status|model|api|data|supervised|ef|platform|tests|support|toolkit|cli|python)/|gtest|gmock)' "$@" |
     without "[\"<]($allowed)"
 }
 
@@ -47,6 +47,7 @@ includes_that_point_up() {
   only 'mcbinning/|toolkit/|cli/system/' cli/system
   only 'mcbinning/|toolkit/|cli/(system|text)/' cli/text
   only 'mcbinning/|toolkit/|cli/' cli
+  only 'toolkit/|python/ext/' python/ext
   only 'mcbinning/' examples
 }
 

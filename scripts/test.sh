@@ -36,6 +36,9 @@ step "building and testing: release"
 build_and_test release
 print_fault_points release
 
+step "building and testing: Python package"
+scripts/test_python.sh
+
 if [ "${1:-}" != --full ]; then
   step "all tests passed"
   echo "scripts/test.sh --full adds other builds, clang-tidy, valgrind, the sanitizers by clang and fuzzing"

@@ -1,0 +1,91 @@
+#include <nanobind/stl/optional.h>
+#include <nanobind/stl/string.h>
+#include <nanobind/stl/vector.h>
+
+#include "python/ext/bind.h"
+#include "python/ext/run_monitor.h"
+#include "toolkit/errors.h"
+#include "toolkit/fit/column_cases.h"
+#include "toolkit/fit/fit_model.h"
+#include "toolkit/fit/text_cases.h"
+#include "toolkit/input/cells.h"
+#include "toolkit/input/open_table.h"
+
+namespace mcbin::python {
+namespace nb = nanobind;
+using namespace nb::literals;  // NOLINT(google-build-using-namespace): how arguments are named
+namespace {
+
+Model run(CaseSource& cases, const FitRequest& request, Monitor& monitor) {
+  FitTimings timings;
+  Model model = fitModel(request, cases, {monitor, {}, false}, timings);
+  monitor.ThrowIfStopped();
+  return model;
+}
+
+Model fitSource(BatchReader& source, const FitRequest& request, nb::object progress) {
+  RunMonitor monitor(std::move(progress));
+  const nb::gil_scoped_release unlocked;
+  source.Rewind();
+  ColumnCases cases(source, request.naTexts);
+  return run(cases, request, monitor);
+}
+
+Model fitFile(const FitRequest& request, nb::object progress) {
+  RunMonitor monitor(std::move(progress));
+  const nb::gil_scoped_release unlocked;
+  const std::unique_ptr<TableReader> reader = openTable(request.input, monitor);
+  TextCases cases(*reader, request.naTexts);
+  return run(cases, request, monitor);
+}
+
+}  // namespace
+
+void bindFit(nb::module_& module) {
+  module.attr("default_na") = nb::cast(defaultNaTexts());
+  module.attr("default_pre_bins") = kDefaultPreBins;
+  module.attr("default_equal_frequency_bins") = kDefaultEqualFrequencyBins;
+  nb::class_<InputOptions>(module, "InputOptions")
+      .def(nb::init<>())
+      .def_rw("data", &InputOptions::data)
+      .def_rw("no_header", &InputOptions::noHeader)
+      .def_rw("delimiter", &InputOptions::delimiter, nb::for_setter(nb::arg("value").none()))
+      .def_rw("table", &InputOptions::table, nb::for_setter(nb::arg("value").none()))
+      .def_rw("query", &InputOptions::query, nb::for_setter(nb::arg("value").none()));
+  nb::class_<FitRequest>(module, "FitRequest")
+      .def(nb::init<>())
+      .def_rw("input", &FitRequest::input)
+      .def_prop_rw(
+          "equal_frequency",
+          [](const FitRequest& request) { return request.method == Method::EqualFrequency; },
+          [](FitRequest& request, bool value) {
+            request.method = value ? Method::EqualFrequency : Method::Supervised;
+          })
+      .def_prop_rw(
+          "left_closed",
+          [](const FitRequest& request) { return request.closedSide == ClosedSide::Left; },
+          [](FitRequest& request, bool value) {
+            request.closedSide = value ? ClosedSide::Left : ClosedSide::Right;
+          })
+      .def_prop_rw(
+          "round_weights",
+          [](const FitRequest& request) { return request.rounding == WeightRounding::Round; },
+          [](FitRequest& request, bool value) {
+            request.rounding = value ? WeightRounding::Round : WeightRounding::Truncate;
+          })
+      .def_rw("target", &FitRequest::target, nb::for_setter(nb::arg("value").none()))
+      .def_rw("weight", &FitRequest::weight, nb::for_setter(nb::arg("value").none()))
+      .def_rw("bins", &FitRequest::bins)
+      .def_rw("threshold", &FitRequest::distinctValueThreshold)
+      .def_rw("small_bins", &FitRequest::smallBinThreshold)
+      .def_rw("na", &FitRequest::naTexts)
+      .def_rw("attributes", &FitRequest::attributePatterns)
+      .def_rw("exclude", &FitRequest::excludePatterns)
+      .def_rw("types", &FitRequest::types)
+      .def_rw("missing", &FitRequest::missing)
+      .def_rw("missing_ranges", &FitRequest::missingRanges);
+  module.def("fit_source", &fitSource, "source"_a, "request"_a, "progress"_a.none());
+  module.def("fit_file", &fitFile, "request"_a, "progress"_a.none());
+}
+
+}  // namespace mcbin::python

@@ -1,0 +1,94 @@
+#include "toolkit/model/model.h"
+
+#include <nanobind/stl/optional.h>
+#include <nanobind/stl/pair.h>
+#include <nanobind/stl/string.h>
+#include <nanobind/stl/tuple.h>
+#include <nanobind/stl/vector.h>
+
+#include <tuple>
+
+#include "python/ext/bind.h"
+#include "toolkit/export/export_formats.h"
+#include "toolkit/model/attribute_choice.h"
+#include "toolkit/model/bin_labels.h"
+#include "toolkit/model/evidence.h"
+#include "toolkit/model/model_json.h"
+#include "toolkit/report/report_page.h"
+#include "toolkit/system/output_file.h"
+#include "toolkit/tables/model_tables.h"
+
+namespace mcbin::python {
+namespace nb = nanobind;
+using namespace nb::literals;  // NOLINT(google-build-using-namespace): how arguments are named
+namespace {
+
+using EvidenceRow = std::tuple<double, double, double>;
+
+std::string exported(const Model& model, const std::string& format, bool intervals,
+                     const std::optional<std::string>& table) {
+  const LabelStyle style = intervals ? LabelStyle::Interval : LabelStyle::Index;
+  return exportFormat(format).write(model, {style, table});
+}
+
+std::pair<std::vector<EvidenceRow>, double> evidence(const Model& model, std::size_t attribute,
+                                                     std::size_t event) {
+  const EvidenceTable table = evidenceOf(model.attributes.at(attribute), event);
+  std::vector<EvidenceRow> rows;
+  for (const Evidence& row : table.rows) {
+    rows.emplace_back(row.eventRate, row.weightOfEvidence, row.informationValue);
+  }
+  return {rows, table.informationValue};
+}
+
+std::vector<std::string> intervals(const Model& model, std::size_t attribute) {
+  const std::vector<double>& cutPoints = model.attributes.at(attribute).cutPoints;
+  std::vector<std::string> texts;
+  for (std::size_t bin = 0; bin <= cutPoints.size(); ++bin) {
+    texts.push_back(intervalText(cutPoints, model.closedSide, bin));
+  }
+  return texts;
+}
+
+void save(const Model& model, const std::string& path) {
+  OutputFile file(path);
+  file.Write(modelToJson(model));
+  file.Commit();
+}
+
+}  // namespace
+
+void bindModel(nb::module_& module) {
+  nb::class_<Model>(module, "Model")
+      .def_static("from_json", &modelFromJson, "text"_a, "name"_a)
+      .def_static("load", &loadModel, "path"_a)
+      .def("to_json", &modelToJson)
+      .def("save", &save, "path"_a)
+      .def("export", &exported, "format"_a, "intervals"_a, "table"_a.none())
+      .def("report", &reportPage)
+      .def("text", &modelText)
+      .def(
+          "attribute_text",
+          [](const Model& model, std::size_t attribute) {
+            return attributeText(model, model.attributes.at(attribute));
+          },
+          "attribute"_a)
+      .def("ranking", &rankByInformationGain)
+      .def(
+          "information_gain",
+          [](const Model& model, std::size_t attribute) {
+            return model.attributes.at(attribute).InformationGain();
+          },
+          "attribute"_a)
+      .def("intervals", &intervals, "attribute"_a)
+      .def("evidence", &evidence, "attribute"_a, "event"_a)
+      .def(
+          "select",
+          [](Model model, const std::vector<std::string>& patterns) {
+            keepAttributes(model, patterns);
+            return model;
+          },
+          "patterns"_a);
+}
+
+}  // namespace mcbin::python

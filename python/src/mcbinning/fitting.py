@@ -1,0 +1,231 @@
+"""Fitting models."""
+
+from __future__ import annotations
+
+import os
+from collections.abc import Mapping, Sequence
+from typing import Any, Literal
+
+from mcbinning import _core
+from mcbinning.errors import OptionError, in_python_words
+from mcbinning.model import Model
+from mcbinning.progress import Progress, progress_callback
+from mcbinning.sources import frame_kind, source_of
+
+Missing = Mapping[str, Sequence[float | str]]
+Ranges = Mapping[str, tuple[float | None, float | None]]
+Types = Mapping[str, Literal["scale", "category"]]
+
+
+def fit(
+    data: Any,  # noqa: ANN401
+    *,
+    target: str,
+    weight: str | None = None,
+    attributes: Sequence[str] = (),
+    exclude: Sequence[str] = (),
+    types: Types | None = None,
+    na: Sequence[str] | None = None,
+    missing: Missing | None = None,
+    missing_range: Ranges | None = None,
+    weight_rounding: Literal["truncate", "round"] = "truncate",
+    bins: int = _core.default_pre_bins,
+    threshold: int = 0,
+    small_bins: float = 0.0,
+    left_closed: bool = False,
+    source: str = "",
+    progress: Progress = None,
+) -> Model:
+    """Cut numeric columns into bins that separate the classes of a target.
+
+    Parameters
+    ----------
+    data
+        A pandas, polars or pyarrow table, a DuckDB relation, a ``pyarrow.dataset``, anything with
+        ``__arrow_c_stream__``, an iterable of Arrow batches, a NumPy array (columns ``x0``,
+        ``x1``, ...), a mapping of columns, or the path of a file that ``mcbin`` reads. Numeric
+        columns are read where they lie. Readers that give their rows only once are kept in memory.
+    target
+        Column whose classes the bins are to separate, 2 to 256 of them. Numbers sort as numbers,
+        other classes by their bytes; truth values are the classes ``false`` and ``true``.
+    weight
+        Column of frequency weights.
+    attributes, exclude
+        Names or patterns (``*``, ``?``, ``[...]``) of the columns to cut, by default all that hold
+        numbers, and of those to leave out.
+    types
+        ``scale`` or ``category`` for columns by name.
+    na
+        Texts that stand for a missing value, by default those of ``mcbin``. None and NaN always
+        are missing.
+    missing, missing_range
+        Values, and a range with both ends included (None for an open end), that are declared
+        missing: they have a row of their own in the tables and the bin number -2.
+    weight_rounding
+        How weights become whole numbers; a case whose weight is then not positive is dropped.
+    bins
+        Pre-bins of an attribute with more distinct values than `threshold`.
+    threshold
+        Attributes with more distinct values are cut into `bins` bins of equal weight first; 0 for
+        never.
+    small_bins
+        Merge an inner bin lighter than this fraction of its lighter neighbour; 0 for never.
+    left_closed
+        Bins ``[a, b)`` in place of ``(a, b]``.
+    source
+        What the model is to call its data; a path stands for itself.
+    progress
+        True for a bar (needs tqdm), None for a bar when standard error is a terminal, or a
+        callable ``(task, share, count, unit)``. What it raises ends the fit.
+
+    Returns
+    -------
+    Model
+        The same, byte for byte, as ``mcbin fit`` makes of the same data.
+
+    Raises
+    ------
+    DataError
+        The data cannot be used; a ``ValueError`` that names the column and the row, counted from 0.
+    OptionError
+        Options contradict each other; a ``ValueError``.
+    TypeError
+        Data of a kind that is not supported.
+
+    Examples
+    --------
+    >>> import mcbinning as mb
+    >>> ages = {"age": [21, 22, 25, 30, 41, 45, 52, 60] * 5, "bought": [0, 0, 0, 0, 1, 1, 1, 1] * 5}
+    >>> model = mb.fit(ages, target="bought")
+    >>> model["age"].cut_points
+    [30.0]
+    """
+    request = _core.FitRequest()
+    request.target = target
+    request.bins = _in_range("bins", bins, 2, 2**31 - 1)
+    request.threshold = _in_range("threshold", threshold, 0, 2**31 - 1)
+    if not 0.0 <= small_bins <= 1.0:
+        raise OptionError("small_bins must be from 0 to 1")
+    request.small_bins = small_bins
+    _set_columns(request, weight, attributes, exclude, types, weight_rounding, left_closed)
+    _set_missing(request, target, na, missing, missing_range)
+    return _run(data, request, source, progress)
+
+
+def fit_equal_frequency(
+    data: Any,  # noqa: ANN401
+    *,
+    bins: int = _core.default_equal_frequency_bins,
+    weight: str | None = None,
+    attributes: Sequence[str] = (),
+    exclude: Sequence[str] = (),
+    types: Types | None = None,
+    na: Sequence[str] | None = None,
+    missing: Missing | None = None,
+    missing_range: Ranges | None = None,
+    weight_rounding: Literal["truncate", "round"] = "truncate",
+    left_closed: bool = False,
+    source: str = "",
+    progress: Progress = None,
+) -> Model:
+    """Cut numeric columns into `bins` bins of equal weight, without a target.
+
+    Parameters and errors are those of :func:`fit`.
+
+    Examples
+    --------
+    >>> import mcbinning as mb
+    >>> mb.fit_equal_frequency({"x": range(8)}, bins=4)["x"].cut_points
+    [1.5, 3.5, 5.5]
+    """
+    request = _core.FitRequest()
+    request.equal_frequency = True
+    request.bins = _in_range("bins", bins, 2, 2**31 - 1)
+    _set_columns(request, weight, attributes, exclude, types, weight_rounding, left_closed)
+    _set_missing(request, None, na, missing, missing_range)
+    return _run(data, request, source, progress)
+
+
+def _in_range(name: str, value: int, low: int, high: int) -> int:
+    if not low <= value <= high:
+        raise OptionError(f"{name} must be at least {low} and at most {high}")
+    return value
+
+
+def _set_columns(
+    request: _core.FitRequest,
+    weight: str | None,
+    attributes: Sequence[str],
+    exclude: Sequence[str],
+    types: Types | None,
+    weight_rounding: str,
+    left_closed: bool,
+) -> None:
+    for name, value in (("attributes", attributes), ("exclude", exclude)):
+        if isinstance(value, str):
+            raise TypeError(f"{name} takes a sequence of names, not one text")
+    if weight_rounding not in ("truncate", "round"):
+        raise OptionError("weight_rounding is truncate or round")
+    request.weight = weight
+    request.attributes = [str(name) for name in attributes]
+    request.exclude = [str(name) for name in exclude]
+    request.types = [f"{column}={kind}" for column, kind in (types or {}).items()]
+    request.round_weights = weight_rounding == "round"
+    request.left_closed = left_closed
+
+
+def _set_missing(
+    request: _core.FitRequest,
+    target: str | None,
+    na: Sequence[str] | None,
+    missing: Missing | None,
+    missing_range: Ranges | None,
+) -> None:
+    request.na = list(_core.default_na if na is None else na)
+    declared = []
+    for column, values in (missing or {}).items():
+        for value in values:
+            if isinstance(value, str) and (column != target or "," in value or "=" in value):
+                raise OptionError(
+                    f"missing: {value!r} of column {column} is not a number; a text that stands "
+                    "for a missing value is declared with na"
+                )
+            declared.append(f"{column}={_number_text(value)}")
+    request.missing = declared
+    request.missing_ranges = [
+        f"{column}={_end(low)}:{_end(high)}"
+        for column, (low, high) in (missing_range or {}).items()
+    ]
+
+
+def _number_text(value: float | str) -> str:
+    if isinstance(value, str):
+        return value
+    return str(int(value)) if float(value).is_integer() else repr(float(value))
+
+
+def _end(value: float | None) -> str:
+    return "" if value is None else repr(float(value))
+
+
+def _run(data: Any, request: _core.FitRequest, source: str, progress: Progress) -> Model:  # noqa: ANN401
+    with progress_callback(progress) as callback, in_python_words():
+        if isinstance(data, str | os.PathLike):
+            request.input = _input_of(os.fspath(data))
+            return Model(_core.fit_file(request, callback))
+        columns = source_of(data)
+        _require(columns.column_names, request.target, "target")
+        _require(columns.column_names, request.weight, "weight")
+        request.input = _input_of(source)
+        return Model(_core.fit_source(columns, request, callback), frame_kind(data))
+
+
+def _require(names: list[str], name: str | None, option: str) -> None:
+    if name is not None and name not in names:
+        raise OptionError(f"{option}: no column {name!r}; the columns are: {', '.join(names)}")
+
+
+def _input_of(data: str) -> _core.InputOptions:
+    options = _core.InputOptions()
+    options.data = data
+    return options

@@ -1,0 +1,176 @@
+"""Bad input ends in an exception that names the column and the place."""
+
+import _thread
+import os
+import threading
+import time
+
+import numpy as np
+import pandas as pd
+import pytest
+import scipy.sparse
+
+import mcbinning as mb
+
+X = np.arange(6.0)
+T = np.array(list("ababab"))
+
+BAD = {
+    "no column": (lambda: mb.fit({"x": X}, target="t"), ValueError, "target: no column 't'"),
+    "lengths": (
+        lambda: mb.fit({"x": X, "t": T[:5]}, target="t"),
+        ValueError,
+        "column t has 5 rows, those before it have 6",
+    ),
+    "mixed": (
+        lambda: mb.fit({"x": [1, "b", 3], "t": list("aba")}, target="t"),
+        mb.DataError,
+        "row 1: column x mixes numbers and texts: 'b' is a text",
+    ),
+    "complex": (
+        lambda: mb.fit({"x": X * 1j, "t": T}, target="t"),
+        TypeError,
+        "column x is of type complex128",
+    ),
+    "an object": (
+        lambda: mb.fit({"x": [1, 2, object()], "t": list("aba")}, target="t"),
+        TypeError,
+        "row 2: column x holds an object of type object",
+    ),
+    "sparse": (lambda: mb.fit(scipy.sparse.eye(3), target="t"), TypeError, "sparse"),
+    "sparse column": (
+        lambda: mb.fit(pd.DataFrame({"x": pd.arrays.SparseArray(X), "t": T}), target="t"),
+        TypeError,
+        "column x is sparse",
+    ),
+    "one class": (
+        lambda: mb.fit({"x": X, "t": ["a"] * 6}, target="t"),
+        mb.DataError,
+        "the target t has the single category 'a'",
+    ),
+    "no class": (
+        lambda: mb.fit({"x": X, "t": X * np.nan}, target="t"),
+        mb.DataError,
+        "no case has a category in the target t",
+    ),
+    "many classes": (
+        lambda: mb.fit({"x": range(300), "t": range(300)}, target="t"),
+        mb.DataError,
+        "row 256: the target t has more than 256 categories",
+    ),
+    "negative weights": (
+        lambda: mb.fit({"x": X, "t": T, "w": X * -1}, target="t", weight="w"),
+        mb.DataError,
+        "no case can be used",
+    ),
+    "all missing": (
+        lambda: mb.fit({"x": X * np.nan, "t": T}, target="t"),
+        mb.DataError,
+        "x: no case has a value",
+    ),
+    "duplicate names": (
+        lambda: mb.fit(pd.DataFrame([[1, 2, 3]], columns=["x", "x", "t"]), target="t"),
+        ValueError,
+        "two columns are named 'x'",
+    ),
+    "three dimensions": (lambda: mb.fit(np.zeros((2, 2, 2)), target="x0"), ValueError, "two dim"),
+    "a matrix column": (
+        lambda: mb.fit({"x": np.zeros((6, 2)), "t": T}, target="t"),
+        ValueError,
+        "column x must have one dimension",
+    ),
+    "a column twice": (
+        lambda: mb.fit({"x": X, "t": T}, target="t", weight="t"),
+        mb.OptionError,
+        "column t cannot be named by weight and by target",
+    ),
+    "a text in transform": (
+        lambda: mb.fit({"x": X, "t": X > 2}, target="t").transform({"x": [1, "b"]}),
+        mb.DataError,
+        "row 1: column x holds 'b', which is no number",
+    ),
+    "no column in transform": (
+        lambda: mb.fit({"x": X, "t": X > 2}, target="t").transform({"y": X}),
+        mb.DataError,
+        "the data have no column x",
+    ),
+    "no such file": (lambda: mb.load("/nowhere/model.json"), mb.DataError, "/nowhere/model.json"),
+    "no model": (lambda: mb.from_json("{}"), mb.DataError, "model"),
+    "one text of attributes": (
+        lambda: mb.fit({"x": X, "t": T}, target="t", attributes="x"),
+        TypeError,
+        "attributes takes a sequence",
+    ),
+    "bins": (lambda: mb.fit_equal_frequency({"x": X}, bins=1), mb.OptionError, "bins must be"),
+    "lone surrogate": (
+        lambda: mb.fit({"x": X, "t": ["a", "\ud800"] * 3}, target="t"),
+        ValueError,
+        "surrogates",
+    ),
+}
+
+
+@pytest.mark.parametrize("case", BAD)
+def test_bad_input_is_named(case):
+    action, error, text = BAD[case]
+    with pytest.raises(error) as caught:
+        action()
+    assert text in str(caught.value)
+
+
+def big():
+    rng = np.random.default_rng(1)
+    return {
+        **{f"x{i}": rng.normal(size=300_000) for i in range(8)},
+        "t": rng.integers(0, 2, 300_000),
+    }
+
+
+def test_what_progress_raises_ends_the_fit_and_leaves_no_file(tmp_path, monkeypatch):
+    monkeypatch.setenv("TMPDIR", str(tmp_path))
+
+    def progress(*_):
+        raise RuntimeError("enough")
+
+    with pytest.raises(RuntimeError, match="enough"):
+        mb.fit(big(), target="t", progress=progress)
+    assert not list(tmp_path.iterdir())
+
+
+def test_progress_is_told_of_both_passes():
+    told = []
+    mb.fit(big(), target="t", progress=lambda *args: told.append(args))
+    assert {task for task, *_ in told} >= {"reading cases", "binning attributes"}
+    assert all(share is None or 0 <= share <= 1 for _, share, *_ in told)
+
+
+def test_an_interrupt_stops_within_a_second():
+    data = big()
+    timer = threading.Timer(0.2, _thread.interrupt_main)
+    timer.start()
+    started = time.monotonic()
+    with pytest.raises(KeyboardInterrupt):
+        while True:
+            mb.fit(data, target="t")
+    assert time.monotonic() - started < 1.5
+
+
+def test_other_threads_go_on():
+    done = threading.Event()
+    data = big()
+    worker = threading.Thread(target=lambda: (mb.fit(data, target="t"), done.set()))
+    worker.start()
+    ticks = 0
+    while not done.is_set():
+        time.sleep(0.001)
+        ticks += 1
+    worker.join()
+    assert ticks > 20
+
+
+def test_fits_leave_nothing_open():
+    data = {"x": np.arange(50.0), "t": np.arange(50) > 20}
+    before = len(os.listdir("/proc/self/fd"))
+    for _ in range(50):
+        mb.fit(data, target="t")
+    assert len(os.listdir("/proc/self/fd")) == before
