@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "python/ext/bind.h"
+#include "python/ext/run_monitor.h"
 #include "toolkit/export/export_formats.h"
 #include "toolkit/model/attribute_choice.h"
 #include "toolkit/model/bin_labels.h"
@@ -50,6 +51,12 @@ std::vector<std::string> intervals(const Model& model, std::size_t attribute) {
   return texts;
 }
 
+Model load(const std::string& path) {
+  RunMonitor monitor{nb::none()};
+  const nb::gil_scoped_release unlocked;
+  return loadModel(path, monitor);
+}
+
 void save(const Model& model, const std::string& path) {
   OutputFile file(path);
   file.Write(modelToJson(model));
@@ -61,7 +68,7 @@ void save(const Model& model, const std::string& path) {
 void bindModel(nb::module_& module) {
   nb::class_<Model>(module, "Model")
       .def_static("from_json", &modelFromJson, "text"_a, "name"_a)
-      .def_static("load", &loadModel, "path"_a)
+      .def_static("load", &load, "path"_a)
       .def("to_json", &modelToJson)
       .def("save", &save, "path"_a)
       .def("export", &exported, "format"_a, "intervals"_a, "table"_a.none())

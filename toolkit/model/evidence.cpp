@@ -47,6 +47,7 @@ EvidenceTable evidenceOf(const AttributeModel& attribute, std::size_t event, dou
   std::vector<WeightedCounts> rows = attribute.bins;
   rows.push_back(attribute.missingCases);
   rows.push_back(attribute.userMissingCases);
+  if (!attribute.unbinnedCases.classWeights.empty()) rows.push_back(attribute.unbinnedCases);
   return evidenceOf(rows, event, adjustment);
 }
 

@@ -33,7 +33,8 @@ struct EvidenceTable {
 EvidenceTable evidenceOf(const std::vector<WeightedCounts>& rows, std::size_t event,
                          double adjustment = kEvidenceAdjustment);
 
-/// The bins of the attribute, then its missing, then its user-missing cases.
+/// The bins of the attribute, then its missing, its user-missing and, where there are any, its
+/// unbinned cases.
 EvidenceTable evidenceOf(const AttributeModel& attribute, std::size_t event,
                          double adjustment = kEvidenceAdjustment);
 

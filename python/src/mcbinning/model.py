@@ -20,6 +20,7 @@ from mcbinning.sources import frame_kind, source_of
 Encoding = Literal["index", "interval", "bounds", "onehot", "woe"]
 MISSING = _core.missing_bin
 USER_MISSING = _core.user_missing_bin
+NO_BIN = -3
 
 
 class Attribute:
@@ -57,12 +58,16 @@ class Attribute:
 
     @property
     def labels(self) -> list[str]:
-        """The bins as texts, then ``missing`` and ``user-missing``."""
-        return [*self.intervals, "missing", "user-missing"]
+        """The rows of `weights` as texts: bins, ``missing``, ``user-missing``, ``in no bin``."""
+        texts = [*self.intervals, "missing", "user-missing", "in no bin"]
+        return texts[: len(self._rows)]
 
     @property
     def weights(self) -> npt.NDArray[np.float64]:
-        """The weight of each bin, then of missing and user-missing cases."""
+        """The weight of each bin, of missing, user-missing and, if any, cases in no bin.
+
+        Cases in no bin have a value that the fit could count in none, such as an infinite one.
+        """
         return np.array([row["weight"] for row in self._rows], np.float64)
 
     @property
@@ -91,7 +96,8 @@ class Attribute:
     def table(self) -> Any:  # noqa: ANN401
         """The bins and the missing cases as a frame of the kind that came in.
 
-        Columns are ``bin`` (-1 missing, -2 declared missing), ``interval``, ``lower``, ``upper``,
+        Columns are ``bin`` (-1 missing, -2 declared missing, -3 in no bin),
+        ``interval``, ``lower``, ``upper``,
         ``closed``, ``weight``, ``share``, one of weights and one of shares for each class, and with
         two classes ``woe`` and ``iv``.
         """
@@ -101,14 +107,15 @@ class Attribute:
         """Give the columns of `table` as lists and arrays."""
         cuts = self.cut_points
         bins = len(cuts) + 1
-        nothing = [float("nan")] * 2
+        beside = len(self._rows) - bins
+        nothing = [float("nan")] * beside
         weights = self.weights
         columns: dict[str, Any] = {
-            "bin": [*range(bins), MISSING, USER_MISSING],
+            "bin": [*range(bins), MISSING, USER_MISSING, NO_BIN][: bins + beside],
             "interval": self.labels,
             "lower": [-np.inf, *cuts, *nothing],
             "upper": [*cuts, np.inf, *nothing],
-            "closed": [self._model.closed] * (bins + 2),
+            "closed": [self._model.closed] * (bins + beside),
             "weight": weights,
             "share": _shares(weights, float(weights.sum())),
         }
@@ -127,7 +134,9 @@ class Attribute:
     @property
     def _rows(self) -> list[dict[str, Any]]:
         data = self._data
-        return [*data["bins"], data["missingCases"], data["userMissingCases"]]
+        rows = [*data["bins"], data["missingCases"], data["userMissingCases"]]
+        unbinned = data.get("unbinnedCases")
+        return [*rows, unbinned] if unbinned and unbinned["weight"] else rows
 
     @cached_property
     def _evidence(self) -> tuple[list[tuple[float, float, float]], float] | None:
@@ -356,7 +365,8 @@ def _shares(parts: npt.NDArray[np.float64], total: Any) -> npt.NDArray[np.float6
 def _missing_share(attribute: Attribute) -> float:
     weights = attribute.weights
     total = float(weights.sum())
-    return float(weights[-2:].sum()) / total if total > 0 else 0.0
+    bins = len(attribute.cut_points) + 1
+    return float(weights[bins : bins + 2].sum()) / total if total > 0 else 0.0
 
 
 def encoded(
