@@ -1,6 +1,8 @@
 #include "toolkit/model/evidence.h"
 
-#include <cmath>
+#include <numbers>
+
+#include "numerics/log2.h"
 
 namespace mcbin {
 namespace {
@@ -18,8 +20,10 @@ Evidence evidenceOfRow(double events, double nonEvents, const Totals& totals, do
   if (totals.events == 0.0 || totals.nonEvents == 0.0) return evidence;
   const double difference = nonEvents / totals.nonEvents - events / totals.events;
   const double added = events == 0.0 || nonEvents == 0.0 ? adjustment : 0.0;
+  // ln 2 times the base-2 logarithm, which is the same to the last bit on every platform.
   evidence.weightOfEvidence =
-      std::log(((nonEvents + added) / totals.nonEvents) / ((events + added) / totals.events));
+      std::numbers::ln2 * MCBinning::Log2(((nonEvents + added) / totals.nonEvents) /
+                                          ((events + added) / totals.events));
   evidence.informationValue = difference * evidence.weightOfEvidence;
   return evidence;
 }
