@@ -84,28 +84,28 @@ class ColumnFilesTest : public testing::Test {
   FailingFileSystem files_;
   CancelState cancel_{nullptr};
   std::vector<std::string> taken_;
+  ColumnFiles columns_{directory_.Path(), cancel_, files_};
+  ColumnBuffer buffer_;
 };
 
 TEST_F(ColumnFilesTest, NamesAreTheDirectoryASlashAndConsecutiveHexadecimalTicks) {
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(3).IsOK());
-  ASSERT_EQ(columns.Names().size(), 3U);
-  const unsigned long tick = tickOf(columns.Names()[0]);
+  ASSERT_TRUE(columns_.SetUp(3).IsOK());
+  ASSERT_EQ(columns_.Names().size(), 3U);
+  const unsigned long tick = tickOf(columns_.Names()[0]);
   char expected[32];
   for (unsigned long column = 0; column < 3; ++column) {
     std::snprintf(expected, sizeof expected, "/%lx", tick + column);
-    EXPECT_EQ(columns.Names()[column], directory_.Path() + expected);
+    EXPECT_EQ(columns_.Names()[column], directory_.Path() + expected);
   }
   EXPECT_TRUE(directory_.IsEmpty());
 }
 
 TEST_F(ColumnFilesTest, TheFirstTickIsTheProcessorTimeAtEverySetUp) {
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
   for (int round = 0; round < 2; ++round) {
     const std::clock_t before = std::clock();
-    ASSERT_TRUE(columns.SetUp(1).IsOK());
-    EXPECT_GE(tickOf(columns.Names()[0]), static_cast<unsigned long>(before));
-    EXPECT_LE(tickOf(columns.Names()[0]), static_cast<unsigned long>(std::clock()));
+    ASSERT_TRUE(columns_.SetUp(1).IsOK());
+    EXPECT_GE(tickOf(columns_.Names()[0]), static_cast<unsigned long>(before));
+    EXPECT_LE(tickOf(columns_.Names()[0]), static_cast<unsigned long>(std::clock()));
   }
 }
 
@@ -125,40 +125,34 @@ TEST_F(ColumnFilesTest, ASeparatorIsAddedOnlyWhereOneIsMissing) {
 }
 
 TEST_F(ColumnFilesTest, FilesComeWithTheFirstFlushAndGrowWithEveryFurtherOne) {
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
-  ColumnBuffer buffer;
-  fill(buffer);
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  EXPECT_EQ(buffer.Count(0), 0U);
-  EXPECT_EQ(buffer.Count(1), 0U);
-  buffer.Append(1, 4.0);
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  EXPECT_EQ(contents(columns.Names()[0]), (std::vector<double>{1.0, 2.0}));
-  EXPECT_EQ(contents(columns.Names()[1]), (std::vector<double>{3.0, 4.0}));
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
+  fill(buffer_);
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  EXPECT_EQ(buffer_.Count(0), 0U);
+  EXPECT_EQ(buffer_.Count(1), 0U);
+  buffer_.Append(1, 4.0);
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  EXPECT_EQ(contents(columns_.Names()[0]), (std::vector<double>{1.0, 2.0}));
+  EXPECT_EQ(contents(columns_.Names()[1]), (std::vector<double>{3.0, 4.0}));
   struct stat state {};
-  ASSERT_EQ(stat(columns.Names()[0].c_str(), &state), 0);
+  ASSERT_EQ(stat(columns_.Names()[0].c_str(), &state), 0);
   EXPECT_EQ(state.st_mode & 0177U, 0U);
 }
 
 TEST_F(ColumnFilesTest, AFlushOfNothingStillMakesTheFiles) {
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
-  ColumnBuffer buffer;
-  ASSERT_TRUE(buffer.Allocate(2, 10));
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
+  ASSERT_TRUE(buffer_.Allocate(2, 10));
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
   EXPECT_EQ(directory_.Files().size(), 2U);
 }
 
 TEST_F(ColumnFilesTest, FilesAreClaimedFromTheFirstFlushUntilTheyAreGone) {
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ColumnBuffer buffer;
   for (int round = 0; round < 2; ++round) {
-    ASSERT_TRUE(columns.SetUp(2).IsOK());
+    ASSERT_TRUE(columns_.SetUp(2).IsOK());
     EXPECT_EQ(files_.Claims(), 0U);
-    fill(buffer);
-    ASSERT_TRUE(columns.Flush(buffer).IsOK());
-    ASSERT_TRUE(columns.Flush(buffer).IsOK());
+    fill(buffer_);
+    ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+    ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
     EXPECT_EQ(files_.Claims(), 1U);
     EXPECT_EQ(directory_.Entries().size(), 3U);
   }
@@ -167,27 +161,23 @@ TEST_F(ColumnFilesTest, FilesAreClaimedFromTheFirstFlushUntilTheyAreGone) {
 
 TEST_F(ColumnFilesTest, FilesAreMadeWithoutAClaimWhereThereCanBeNone) {
   files_.FailAt(FileOperation::Claim, 1);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
-  ColumnBuffer buffer;
-  fill(buffer);
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  EXPECT_EQ(contents(columns.Names()[1]), std::vector<double>{3.0});
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
+  fill(buffer_);
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  EXPECT_EQ(contents(columns_.Names()[1]), std::vector<double>{3.0});
   EXPECT_EQ(directory_.Entries().size(), 2U);
 }
 
 TEST_F(ColumnFilesTest, AnExistingFileWithTheTicksNameIsNeverTouched) {
   TakeName(FileOperation::Probe, {1, 2, 4});
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
   const unsigned long first = tickOf(taken_[0]);
-  EXPECT_EQ(tickOf(columns.Names()[0]), first + 2);
-  EXPECT_EQ(tickOf(columns.Names()[1]), first + 4);
-  ColumnBuffer buffer;
-  fill(buffer);
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  columns.Remove();
+  EXPECT_EQ(tickOf(columns_.Names()[0]), first + 2);
+  EXPECT_EQ(tickOf(columns_.Names()[1]), first + 4);
+  fill(buffer_);
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  columns_.Remove();
   EXPECT_EQ(directory_.Files().size(), 3U);
   RemoveTheirs();
 }
@@ -225,20 +215,18 @@ TEST_F(ColumnFilesTest, ACancelInTheSearchEndsItAtTheNextFreeName) {
   CountingQuery query(2);
   cancel_.SetQuery(&query);
   TakeName(FileOperation::Probe, {2, 3, 4});
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  EXPECT_EQ(columns.SetUp(3), error(1));
+  EXPECT_EQ(columns_.SetUp(3), error(1));
   EXPECT_EQ(query.Asked(), 2U);
   EXPECT_EQ(files_.Calls(FileOperation::Probe), 5U);
-  EXPECT_EQ(columns.Names()[1], "");
-  EXPECT_EQ(columns.Names()[2], "");
+  EXPECT_EQ(columns_.Names()[1], "");
+  EXPECT_EQ(columns_.Names()[2], "");
   RemoveTheirs();
 }
 
 TEST_F(ColumnFilesTest, ACancelWithoutATakenNameDoesNotEndTheSearch) {
   CountingQuery query(1);
   cancel_.SetQuery(&query);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  EXPECT_TRUE(columns.SetUp(3).IsOK());
+  EXPECT_TRUE(columns_.SetUp(3).IsOK());
   EXPECT_EQ(query.Asked(), 0U);
 }
 
@@ -247,8 +235,7 @@ TEST_F(ColumnFilesTest, ErrorsOfTheSearchReplaceACancel) {
   cancel_.SetQuery(&query);
   TakeName(FileOperation::Probe, {1});
   files_.FailAt(FileOperation::Probe, 2);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  EXPECT_EQ(columns.SetUp(1), error(120021));
+  EXPECT_EQ(columns_.SetUp(1), error(120021));
   RemoveTheirs();
 }
 
@@ -275,8 +262,7 @@ TEST_F(ColumnFilesTest, ADirectoryNameWithAZeroByteGives120001AndIsNotSearched) 
 TEST_F(ColumnFilesTest, TooManyOpenFilesGive120021) {
   files_.FailProbeWith(NameState::TooManyOpenFiles);
   files_.FailAt(FileOperation::Probe, 2);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  EXPECT_EQ(columns.SetUp(3), error(120021));
+  EXPECT_EQ(columns_.SetUp(3), error(120021));
   EXPECT_EQ(files_.Calls(FileOperation::Probe), 2U);
 }
 
@@ -285,8 +271,7 @@ TEST_F(ColumnFilesTest, ADirectoryThatMayNotBeUsedGives120021AtOnce) {
     ASSERT_EQ(chmod(directory_.Path().c_str(), mode), 0);
     const mcbinning_tests::WithoutPrivileges limited;
     const std::size_t before = files_.Calls(FileOperation::Probe);
-    ColumnFiles columns(directory_.Path(), cancel_, files_);
-    EXPECT_EQ(columns.SetUp(1), error(120021)) << mode;
+    EXPECT_EQ(columns_.SetUp(1), error(120021)) << mode;
     EXPECT_EQ(files_.Calls(FileOperation::Probe), before + 1);
   }
   ASSERT_EQ(chmod(directory_.Path().c_str(), 0700), 0);
@@ -310,54 +295,44 @@ TEST_F(ColumnFilesTest, FlushThatCannotMakeWriteOrCloseAFileGives120021) {
 
 TEST_F(ColumnFilesTest, LaterFlushThatCannotOpenAFileGives120021) {
   files_.FailAt(FileOperation::OpenForAppend, 2);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
-  ColumnBuffer buffer;
-  fill(buffer);
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  EXPECT_EQ(columns.Flush(buffer), error(120021));
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
+  fill(buffer_);
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  EXPECT_EQ(columns_.Flush(buffer_), error(120021));
 }
 
 TEST_F(ColumnFilesTest, AFileThatSomebodyRemovedIsNotMadeAnew) {
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(1).IsOK());
-  ColumnBuffer buffer;
-  ASSERT_TRUE(buffer.Allocate(1, 10));
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  std::filesystem::remove(columns.Names()[0]);
-  EXPECT_EQ(columns.Flush(buffer), error(120021));
+  ASSERT_TRUE(columns_.SetUp(1).IsOK());
+  ASSERT_TRUE(buffer_.Allocate(1, 10));
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  std::filesystem::remove(columns_.Names()[0]);
+  EXPECT_EQ(columns_.Flush(buffer_), error(120021));
   EXPECT_TRUE(directory_.Files().empty());
 }
 
 TEST_F(ColumnFilesTest, ANameTakenAtTheFlushCanEndInTheErrorsOfTheSearch) {
   TakeName(FileOperation::Create, {1});
   files_.FailAt(FileOperation::Probe, 2);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(1).IsOK());
-  ColumnBuffer buffer;
-  ASSERT_TRUE(buffer.Allocate(1, 10));
-  EXPECT_EQ(columns.Flush(buffer), error(120021));
+  ASSERT_TRUE(columns_.SetUp(1).IsOK());
+  ASSERT_TRUE(buffer_.Allocate(1, 10));
+  EXPECT_EQ(columns_.Flush(buffer_), error(120021));
   RemoveTheirs();
 }
 
 TEST_F(ColumnFilesTest, AFlushThatFailsForgetsTheNamesThatItDidNotUse) {
   files_.FailAt(FileOperation::Create, 2);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(3).IsOK());
-  const std::string first = columns.Names()[0];
-  ColumnBuffer buffer;
-  ASSERT_TRUE(buffer.Allocate(3, 10));
-  EXPECT_EQ(columns.Flush(buffer), error(120021));
-  EXPECT_EQ(columns.Names(), (std::vector<std::string>{first, "", ""}));
+  ASSERT_TRUE(columns_.SetUp(3).IsOK());
+  const std::string first = columns_.Names()[0];
+  ASSERT_TRUE(buffer_.Allocate(3, 10));
+  EXPECT_EQ(columns_.Flush(buffer_), error(120021));
+  EXPECT_EQ(columns_.Names(), (std::vector<std::string>{first, "", ""}));
 }
 
 TEST_F(ColumnFilesTest, AFullDiskGives120021) {
   files_.LimitRoom(17);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
-  ColumnBuffer buffer;
-  fill(buffer);
-  EXPECT_EQ(columns.Flush(buffer), error(120021));
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
+  fill(buffer_);
+  EXPECT_EQ(columns_.Flush(buffer_), error(120021));
 }
 
 TEST_F(ColumnFilesTest, ARealFileSystemWithTooLittleRoomGives120021) {
@@ -379,47 +354,41 @@ TEST_F(ColumnFilesTest, ARealFileSystemWithTooLittleRoomGives120021) {
 }
 
 TEST_F(ColumnFilesTest, AForkedCopyNeitherWritesNorRemovesTheFiles) {
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
-  ColumnBuffer buffer;
-  fill(buffer);
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
+  fill(buffer_);
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
   const pid_t child = mcbinning_tests::StartChild([&] {
-    buffer.Append(0, 9.0);
-    const bool isRefused = columns.Flush(buffer) == error(120021);
-    columns.Remove();
-    const bool hasItsOwn = columns.SetUp(2).IsOK() && columns.Flush(buffer).IsOK();
-    columns.Remove();
+    buffer_.Append(0, 9.0);
+    const bool isRefused = columns_.Flush(buffer_) == error(120021);
+    columns_.Remove();
+    const bool hasItsOwn = columns_.SetUp(2).IsOK() && columns_.Flush(buffer_).IsOK();
+    columns_.Remove();
     return isRefused && hasItsOwn ? 0 : 1;
   });
   EXPECT_EQ(mcbinning_tests::AnswerOf(child), 0);
-  EXPECT_EQ(contents(columns.Names()[0]), (std::vector<double>{1.0, 2.0}));
+  EXPECT_EQ(contents(columns_.Names()[0]), (std::vector<double>{1.0, 2.0}));
   EXPECT_EQ(directory_.Files().size(), 2U);
 }
 
 TEST_F(ColumnFilesTest, RemoveAndSetUpTakeTheEarlierFilesAway) {
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
-  ColumnBuffer buffer;
-  fill(buffer);
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
+  fill(buffer_);
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
   EXPECT_TRUE(directory_.IsEmpty());
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
   EXPECT_EQ(directory_.Files().size(), 2U);
-  columns.Remove();
+  columns_.Remove();
   EXPECT_TRUE(directory_.IsEmpty());
-  EXPECT_TRUE(columns.Names().empty());
+  EXPECT_TRUE(columns_.Names().empty());
 }
 
 TEST_F(ColumnFilesTest, AFileThatCannotBeRemovedForAMomentIsTriedAgainAtOnce) {
   files_.FailAt(FileOperation::Remove, 2);
-  ColumnFiles columns(directory_.Path(), cancel_, files_);
-  ASSERT_TRUE(columns.SetUp(2).IsOK());
-  ColumnBuffer buffer;
-  fill(buffer);
-  ASSERT_TRUE(columns.Flush(buffer).IsOK());
-  columns.Remove();
+  ASSERT_TRUE(columns_.SetUp(2).IsOK());
+  fill(buffer_);
+  ASSERT_TRUE(columns_.Flush(buffer_).IsOK());
+  columns_.Remove();
   EXPECT_TRUE(directory_.IsEmpty());
   EXPECT_EQ(files_.Calls(FileOperation::Remove), 3U);
 }

@@ -28,8 +28,6 @@ using mcbinning_tests::TableRun;
 using Rows = std::vector<std::vector<double>>;
 
 const double kMissing = MCMV::gMissingValue;
-const double kInfinity = std::numeric_limits<double>::infinity();
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 MCStatus error(long code) { return MCStatus(code, false); }
 
@@ -77,79 +75,6 @@ class DataPreparatorTest : public testing::Test {
   BINVarList list_;
 };
 
-TEST(DataPreparatorLayoutTest, TargetThenWeightThenInputsInListOrder) {
-  BINVarList list;
-  addScale(list, "a");
-  list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
-  list.AddContVar("unused", "", IBINVariable::UndefinedRole);
-  addCategorical(list, "earlier target", IBINVariable::TargetRole);
-  addCategorical(list, "target", IBINVariable::TargetRole);
-  addScale(list, "b");
-  TableRun run(list, {{10, 3, 20, 1, 2, 30}, {11, 4, 21, 0, 1, 31}});
-  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  const std::vector<int> expected = {2, 1, -1, -1, 0, 3};
-  for (int variable = 0; variable < 6; ++variable) {
-    EXPECT_EQ(run.preparator.GetColumnOf(variable), expected[static_cast<std::size_t>(variable)]);
-  }
-  EXPECT_EQ(run.preparator.GetColumnOf(-1), -1);
-  EXPECT_EQ(run.preparator.GetColumnOf(6), -1);
-  EXPECT_EQ(run.preparator.GetNumberOfColumns(), 4);
-  EXPECT_EQ(run.preparator.GetFileNames().size(), 4U);
-  EXPECT_EQ(column(run, 0), (std::vector<double>{2, 1}));
-  EXPECT_EQ(column(run, 1), (std::vector<double>{3, 4}));
-  EXPECT_EQ(column(run, 2), (std::vector<double>{10, 11}));
-  EXPECT_EQ(column(run, 3), (std::vector<double>{30, 31}));
-  EXPECT_EQ(run.preparator.GetHighestCode(0), 2);
-  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 2U);
-  EXPECT_EQ(&run.preparator.GetVarList(), &list);
-}
-
-TEST(DataPreparatorLayoutTest, WithoutATargetTheWeightIsColumn0) {
-  BINVarList list;
-  addScale(list, "a");
-  list.AddWeightVar("w", "", IBINVariable::RoundToClosestInt);
-  TableRun run(list, {{5, 1.5}});
-  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_EQ(run.preparator.GetWeightColumn(), 0);
-  EXPECT_EQ(column(run, 0), std::vector<double>{2});
-  EXPECT_EQ(column(run, 1), std::vector<double>{5});
-}
-
-TEST(DataPreparatorLayoutTest, TheTargetIndexSaysWhichVariableIsTheTarget) {
-  BINVarList list;
-  const int target = addCategorical(list, "t", IBINVariable::TargetRole);
-  addScale(list, "a");
-  list.GetVarAt(target)->SetVariableRole(IBINVariable::AttributeRole);
-  TableRun run(list, {{1, 5}});
-  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_EQ(run.preparator.GetNumberOfColumns(), 2);
-  EXPECT_EQ(run.preparator.GetColumnOf(target), 0);
-}
-
-TEST(DataPreparatorLayoutTest, ATargetIndexOutsideTheListIsNoTarget) {
-  BINVarList list;
-  addScale(list, "a");
-  const int target = addCategorical(list, "t", IBINVariable::TargetRole);
-  list.GetVarAt(target)->SetVariableRole(IBINVariable::AttributeRole);
-  ASSERT_TRUE(list.RemoveVar(target));
-  ASSERT_EQ(list.GetTargetIndex(), 1);
-  TableRun run(list, {{5}});
-  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-}
-
-TEST(DataPreparatorLayoutTest, TheWeightVariableCanBeTheTargetToo) {
-  BINVarList list;
-  addScale(list, "a");
-  const int weight = list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
-  list.SetVariableRole(weight, IBINVariable::TargetRole);
-  TableRun run(list, {{5, 2.5}});
-  ASSERT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_EQ(run.preparator.GetColumnOf(weight), 0);
-  EXPECT_EQ(run.preparator.GetWeightColumn(), 1);
-  EXPECT_EQ(column(run, 0), std::vector<double>{2});
-  EXPECT_EQ(column(run, 1), std::vector<double>{2});
-}
-
 TEST(DataPreparatorLayoutTest, ColumnUseFlagOfABadColumnGives120013) {
   BINVarList list;
   addScale(list, "a");
@@ -163,42 +88,11 @@ TEST(DataPreparatorLayoutTest, ColumnUseFlagOfABadColumnGives120013) {
   EXPECT_TRUE(isUsed(run, 0));
 }
 
-TEST(DataPreparatorWeightTest, ACaseWhoseWeightRoundsToMissingIsSkippedSilently) {
-  BINVarList list;
-  addScale(list, "a");
-  const int weight = list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
-  list.AddDiscreteUserMissing(weight, 9.0, "");
-  TableRun run(list, {{1, 2}, {2, 0.9}, {3, kMissing}, {4, -3}, {5, 9}, {6, 1}, {7, kNaN}});
-  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 2U);
-  EXPECT_EQ(column(run, 1), (std::vector<double>{1, 6}));
-}
-
-TEST(DataPreparatorWeightTest, ASkippedCaseIsNotCheckedForCodes) {
-  BINVarList list;
-  addCategorical(list, "t", IBINVariable::TargetRole);
-  list.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
-  addScale(list, "a");
-  TableRun run(list, {{1, 2, 1}, {256, 0, 1}});
-  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-}
-
 TEST_F(DataPreparatorTest, ANullCaseIsPassedOver) {
   TableRun run(list_, {{0, 0, 1}, {}, {1, 1, 2}});
   EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
   EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 2U);
   EXPECT_EQ(run.cases.NextCalls(), 3U);
-}
-
-TEST_F(DataPreparatorTest, ATargetCodeOf256IsAWarningWithTwoCategoricalVariables) {
-  TableRun run(list_, {{7, 0, 1}, {256, 5, 2}, {3, 1, 3}});
-  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(true, 0));
-  EXPECT_EQ(run.preparator.GetStatus(), codeTooHigh(true, 0));
-  EXPECT_FALSE(isUsed(run, 0));
-  EXPECT_EQ(column(run, 0), std::vector<double>{7});
-  EXPECT_EQ(column(run, 1), (std::vector<double>{0, 5, 1}));
-  EXPECT_EQ(column(run, 2), (std::vector<double>{1, 2, 3}));
-  EXPECT_EQ(run.preparator.GetNumberOfCasesUsed(), 3U);
 }
 
 TEST(DataPreparatorTargetTest, ATargetCodeOf256IsAnErrorWithOneCategoricalVariable) {
@@ -214,81 +108,6 @@ TEST(DataPreparatorTargetTest, ATargetCodeOf256IsAnErrorWithOneCategoricalVariab
   EXPECT_TRUE(run.directory.IsEmpty());
 }
 
-TEST(DataPreparatorTargetTest, AnErrorOfTheTargetTakesThePlaceOfAnInputsWarning) {
-  BINVarList list;
-  addCategorical(list, "a", IBINVariable::AttributeRole);
-  const int target = addScale(list, "t");
-  list.SetVariableRole(target, IBINVariable::TargetRole);
-  TableRun run(list, {{256, 0}, {0, 256}, {0, 0}});
-  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(false, target));
-  EXPECT_EQ(run.cases.NextCalls(), 2U);
-}
-
-TEST_F(DataPreparatorTest, ACodeOf255IsAccepted) {
-  TableRun run(list_, {{255, 255, 1}});
-  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_EQ(run.preparator.GetHighestCode(0), 255);
-  EXPECT_EQ(run.preparator.GetHighestCode(1), 255);
-}
-
-TEST_F(DataPreparatorTest, CellsThatAreNoCodesGive120012) {
-  for (const double cell : {256.0, -2.0, kNaN, kInfinity, -kInfinity, 1e300, -1e300, 4294967296.0,
-                            2147483648.0, -2147483649.0}) {
-    TableRun target(list_, {{cell, 0, 1}});
-    EXPECT_EQ(target.preparator.PrepareData(target.cases), codeTooHigh(true, 0)) << cell;
-    TableRun input(list_, {{0, cell, 1}});
-    EXPECT_EQ(input.preparator.PrepareData(input.cases), codeTooHigh(true, 1)) << cell;
-    EXPECT_FALSE(isUsed(input, 1));
-    EXPECT_TRUE(isUsed(input, 0));
-  }
-}
-
-TEST_F(DataPreparatorTest, AnInputOfMinusOneIsMissingButMinusOneAndAHalfIsNoCode) {
-  TableRun run(list_, {{0, -1.0, 1}, {0, -0.5, 1}, {0, kMissing, 1}, {0, 2.9, 1}, {0, -1.5, 1}});
-  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(true, 1));
-  EXPECT_EQ(column(run, 1), (std::vector<double>{kMissing, 0, kMissing, 2}));
-}
-
-TEST_F(DataPreparatorTest, ATargetOfMinusOneAndAHalfIsMissing) {
-  TableRun run(list_, {{-1.0, 0, 1}, {-1.5, 0, 1}, {-1.999, 0, 1}, {-0.5, 0, 1}, {kMissing, 0, 1}});
-  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_EQ(column(run, 0), (std::vector<double>{kMissing, kMissing, kMissing, 0, kMissing}));
-  EXPECT_TRUE(isUsed(run, 0));
-}
-
-TEST_F(DataPreparatorTest, DatumOfAnInputIsItsColumn) {
-  BINVarList list;
-  addScale(list, "a");
-  addCategorical(list, "c", IBINVariable::AttributeRole);
-  addCategorical(list, "t", IBINVariable::TargetRole);
-  TableRun run(list, {{1, 256, 0}});
-  EXPECT_EQ(run.preparator.PrepareData(run.cases), codeTooHigh(true, 2));
-}
-
-TEST_F(DataPreparatorTest, TheFirstWarningIsKeptWithinACaseAndOverThePass) {
-  TableRun oneCase(list_, {{256, 256, 1}});
-  EXPECT_EQ(oneCase.preparator.PrepareData(oneCase.cases), codeTooHigh(true, 0));
-  TableRun later(list_, {{0, 256, 1}, {300, 0, 1}, {0, 0, 1}});
-  EXPECT_EQ(later.preparator.PrepareData(later.cases), codeTooHigh(true, 1));
-  EXPECT_FALSE(isUsed(later, 0));
-  EXPECT_FALSE(isUsed(later, 1));
-  EXPECT_EQ(later.preparator.GetNumberOfCasesUsed(), 3U);
-}
-
-TEST_F(DataPreparatorTest, UserMissingScaleValuesBecomeSystemMissing) {
-  list_.AddDiscreteUserMissing(2, 9.0, "");
-  list_.SetMissingInterval(2, 100.0, 200.0);
-  TableRun run(list_, {{0, 0, 9}, {0, 0, 150}, {0, 0, 50}, {0, 0, kNaN}, {0, 0, -0.0}});
-  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  const std::vector<double> values = column(run, 2);
-  ASSERT_EQ(values.size(), 5U);
-  EXPECT_EQ(values[0], kMissing);
-  EXPECT_EQ(values[1], kMissing);
-  EXPECT_EQ(values[2], 50.0);
-  EXPECT_NE(values[3], values[3]);
-  EXPECT_TRUE(std::signbit(values[4]));
-}
-
 TEST_F(DataPreparatorTest, AllCasesSkippedGives120004) {
   list_.AddWeightVar("w", "", IBINVariable::TruncateToSmallerInt);
   TableRun run(list_, {{0, 0, 1, 0}, {}});
@@ -299,24 +118,6 @@ TEST_F(DataPreparatorTest, AllCasesSkippedGives120004) {
   EXPECT_EQ(run.preparator.PrepareData(run.cases), error(120004));
   EXPECT_TRUE(created);
   EXPECT_TRUE(run.directory.IsEmpty());
-}
-
-TEST_F(DataPreparatorTest, CategoricalColumnsWithMoreCodesThanCategoriesAreGivenUp) {
-  BINVarList list;
-  addCategorical(list, "t", IBINVariable::TargetRole, 3);
-  addCategorical(list, "just fits", IBINVariable::AttributeRole, 2);
-  addCategorical(list, "one too many", IBINVariable::AttributeRole, 2);
-  addCategorical(list, "none declared", IBINVariable::AttributeRole, 0);
-  list.AddCatVar("other level", "", 0, IBINVariable::UnknownLevel, IBINVariable::AttributeRole);
-  addCategorical(list, "no column", IBINVariable::UndefinedRole, 0);
-  TableRun run(list, {{2, 1, 2, kMissing, 7, 0}});
-  EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());
-  EXPECT_TRUE(isUsed(run, 0));
-  EXPECT_TRUE(isUsed(run, 1));
-  EXPECT_FALSE(isUsed(run, 2));
-  EXPECT_FALSE(isUsed(run, 3));
-  EXPECT_TRUE(isUsed(run, 4));
-  EXPECT_TRUE(run.preparator.HoldsCodes(4));
 }
 
 TEST_F(DataPreparatorTest, EveryBufferfulReachesTheFilesInOrder) {

@@ -117,11 +117,16 @@ void FaultSweep::UseAndCheck(Stage& stage, std::size_t number, Calls& calls) {
   }
   answer.records = use.Read();
   CheckRun(stage, answer, number <= calls.ran);
+  CheckAfterRun(stage, number, calls, status, answer);
+}
+
+void FaultSweep::CheckAfterRun(Stage& stage, std::size_t number, const Calls& calls,
+                               const MCStatus& status, const Answer& answer) {
   if (kind_.endsTheRun && number > calls.ran && number <= calls.all) {
     EXPECT_EQ(status, kind_.named);
   }
   if (kind_.cancels && number <= calls.all) {
-    EXPECT_EQ(use.Run(), kind_.named);
+    EXPECT_EQ(stage.use->Run(), kind_.named);
     EXPECT_EQ(calls.all, number);
     EXPECT_EQ(stage.host.Calls(HostCall::CancelQuery), 0U) << "asked again";
     EXPECT_TRUE(directory_.IsEmpty());

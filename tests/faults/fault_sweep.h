@@ -89,6 +89,8 @@ class FaultSweep {
   std::unique_ptr<Stage> MakeStage() const;
   std::size_t Try(std::size_t number);
   void UseAndCheck(Stage& stage, std::size_t number, Calls& calls);
+  void CheckAfterRun(Stage& stage, std::size_t number, const Calls& calls,
+                     const MCBinning::MCStatus& status, const Answer& answer);
   void CheckRun(const Stage& stage, const Answer& answer, bool struck);
   void CheckNextRun(Stage& stage, const Answer& before);
   void CheckNewUse();

@@ -33,25 +33,7 @@ Status EqualFrequencyModel::Run(const std::vector<Case>& cases,
     }
     events_.Count(rightClosed_ ? Event::kRightClosed : Event::kRightOpen);
     events_.Count(attributes != nullptr ? Event::kAttributeSelection : Event::kWholeList);
-    if (attributes == nullptr) {
-      for (int i = 0; i < list_.Size(); ++i) {
-        if (i != list_.weight) {
-          BinAttribute(i);
-        }
-      }
-    } else {
-      for (std::size_t i = 0; i < attributes->size(); ++i) {
-        if (requested_[i].IsOK()) {
-          BinAttribute((*attributes)[i]);
-        } else {
-          events_.Count(Event::kRefusedPair);
-          AttributeRecord record;
-          record.status = requested_[i];
-          record.attribute = (*attributes)[i];
-          File(record);
-        }
-      }
-    }
+    Compute(attributes);
   }
   if (!stored_.IsOK()) {
     status = warning(120018);
@@ -63,6 +45,28 @@ Status EqualFrequencyModel::Run(const std::vector<Case>& cases,
   }
   events_.CountIf(status.IsOK(), Event::kRunOK);
   return status;
+}
+
+void EqualFrequencyModel::Compute(const std::vector<int>* attributes) {
+  if (attributes == nullptr) {
+    for (int i = 0; i < list_.Size(); ++i) {
+      if (i != list_.weight) {
+        BinAttribute(i);
+      }
+    }
+  } else {
+    for (std::size_t i = 0; i < attributes->size(); ++i) {
+      if (requested_[i].IsOK()) {
+        BinAttribute((*attributes)[i]);
+      } else {
+        events_.Count(Event::kRefusedPair);
+        AttributeRecord record;
+        record.status = requested_[i];
+        record.attribute = (*attributes)[i];
+        File(record);
+      }
+    }
+  }
 }
 
 bool EqualFrequencyModel::Validate(const std::vector<int>& attributes) {

@@ -229,6 +229,7 @@ class EqualFrequencyModel {
 
  private:
   bool Validate(const std::vector<int>& attributes);
+  void Compute(const std::vector<int>* attributes);
   void BinAttribute(int attribute);
   void File(const AttributeRecord& record);
 

@@ -66,8 +66,8 @@ double codeCell(Choices& choices, const CellPlan& plan, int caseClass) {
     return choices.Pick({-1.0, -1.5, -0.5, -0.0, 0.75, 1.9, -1.999});
   }
   if (plan.style == CellStyle::kRefusedCodes && choices.Chance(0.03)) {
-    return choices.Pick({256.0, -2.0, -7.5, 1e10, -1e10, 2147483648.0, kNaN, kInfinity, -kInfinity,
-                         kLargest, 255.0});
+    return choices.Pick({256.0, -2.0, -7.5, 1e10, -1e300, 2147483648.0, -2147483649.0, 4294967296.0,
+                         kNaN, kInfinity, -kInfinity, kLargest, 255.0});
   }
   if (plan.style == CellStyle::kHighCodes && choices.Chance(0.1)) {
     return choices.Pick({255.0, 255.9, 100.0, 7.0});

@@ -9,7 +9,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "plain_model/events.h"
 #include "random/random_run.h"
@@ -31,18 +30,21 @@ class ComparisonHost {
   virtual std::unique_ptr<IEFBINAlgorithm> Make(EFBINFactory& factory, EFBINSettings& settings,
                                                 BINVarList& list);
 
-  virtual void AfterRun(IBINAlgorithm& algorithm, const Request& request,
-                        const MCBinning::MCStatus& status);
-  virtual void AfterRun(IEFBINAlgorithm& algorithm, const Request& request,
-                        const MCBinning::MCStatus& status);
+  virtual void AfterRun(IBINAlgorithm& /*algorithm*/, const Request& /*request*/,
+                        const MCBinning::MCStatus& /*status*/) {}
+  virtual void AfterRun(IEFBINAlgorithm& /*algorithm*/, const Request& /*request*/,
+                        const MCBinning::MCStatus& /*status*/) {}
 };
 
 /// Sets what `settings` sets.
 void apply(const plain_model::Settings& settings, BINSettings& host);
 void apply(const plain_model::Settings& settings, EFBINSettings& host);
 
-/// The selection as `Run` takes it.
-const std::vector<int>* pointerTo(const std::optional<std::vector<int>>& selection);
+/// Makes the run that is asked for.
+MCBinning::MCStatus run(IBINAlgorithm& algorithm, BINCaseIterator& cases, const Request& request);
+MCBinning::MCStatus run(IEFBINAlgorithm& algorithm, BINCaseIterator& cases, const Request& request);
+plain_model::Status run(plain_model::SupervisedModel& model, const Request& request);
+plain_model::Status run(plain_model::EqualFrequencyModel& model, const Request& request);
 
 /// Throws the first Difference. Doubles are compared bit by bit, except that all NaN values are
 /// equal.

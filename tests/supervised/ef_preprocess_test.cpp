@@ -105,23 +105,10 @@ TEST(EFPreProcessTest, RunThatCrossesTheTargetIsTheBorder) {
   expectCuts(cutTriples(rows, 2, false), {2}, {});
 }
 
-TEST(EFPreProcessTest, SingleValueIsOneBin) {
-  const auto rows = rowsOf({7, 7, 7}, {1, 2, 3});
-  for (const int numberOfBins : {2, 3, 50}) {
-    expectCuts(cutPairs(rows, numberOfBins, true), {}, {6});
-    expectCuts(cutPairs(rows, numberOfBins, false), {}, {6});
-  }
-}
-
 TEST(EFPreProcessTest, SupervisedUseKeepsBorderCutPoints) {
   expectCuts(cutTriples(rowsOf({7, 7}), 3, true), {7}, {});
   expectCuts(cutTriples(rowsOf({1, 2}, {1, 9}), 2, true), {2}, {});
   expectCuts(cutTriples(rowsOf({1, 2}, {9, 1}), 2, false), {1}, {});
-}
-
-TEST(EFPreProcessTest, ThreeBinsOfThree) {
-  expectCuts(cutPairs(rowsOf({1, 2, 3}), 3, true), {1.5, 2.5}, {1, 1, 1});
-  expectCuts(cutPairs(rowsOf({1, 2, 3}), 3, false), {1.5, 2.5}, {1, 1, 1});
 }
 
 TEST(EFPreProcessTest, LastPercentageReachesTheTotalDespiteRounding) {
@@ -169,12 +156,6 @@ TEST(EFPreProcessTest, NothingToDoLeavesTheOutputsAlone) {
   }
 }
 
-TEST(EFPreProcessTest, OneBinHoldsEverything) {
-  expectCuts(cutPairs(rowsOf({1, 2, 3}, {1, 2, 4}), 1, true), {}, {7});
-  expectCuts(cutPairs(rowsOf({1, 2, 3}, {1, 2, 4}), 1, false), {}, {7});
-  expectCuts(cutTriples(rowsOf({1, 2, 3}), 1, true), {}, {});
-}
-
 TEST(EFPreProcessTest, EqualValuesAreNeverSeparated) {
   const auto rows = rowsOf({1, 1, 1, 2, 2, 3});
   expectCuts(cutPairs(rows, 2, true), {1.5}, {3, 3});
@@ -182,20 +163,8 @@ TEST(EFPreProcessTest, EqualValuesAreNeverSeparated) {
   expectCuts(cutPairs(rowsOf({1, 1, 2, 2, 2, 3}), 2, true), {2}, {5, 1});
 }
 
-TEST(EFPreProcessTest, ClosedCutPointAtTheMaximumIsRemoved) {
-  expectCuts(cutPairs(rowsOf({1, 2}, {1, 9}), 2, true), {}, {10});
-}
-
-TEST(EFPreProcessTest, OpenCutPointAtTheMinimumIsRemovedWithItsEmptyBin) {
-  expectCuts(cutPairs(rowsOf({1, 2}, {9, 1}), 2, false), {}, {10});
-}
-
 TEST(EFPreProcessTest, OpenRunUpToTheMaximumMakesABinOfItsOwn) {
   expectCuts(cutPairs(rowsOf({1, 2}, {1, 9}), 4, false), {2}, {1, 9});
-}
-
-TEST(EFPreProcessTest, ZeroIsOneValueWhateverItsSign) {
-  expectCuts(cutPairs(rowsOf({-0.0, 0.0, 1.0, 2.0}), 4, true), {0.0, 1.5}, {2, 1, 1});
 }
 
 TEST(EFPreProcessTest, InfiniteValuesAreOrdinary) {
@@ -206,36 +175,9 @@ TEST(EFPreProcessTest, InfiniteValuesAreOrdinary) {
   EXPECT_EQ(cuts.binWeights, (std::vector<double>{1, 1}));
 }
 
-TEST(EFPreProcessTest, NaNIsReadOneRowAtATime) {
-  const Cuts cuts = cutPairs(rowsOf({1, 2, kNaN, kNaN, kNaN, kNaN}), 2, true);
-  ASSERT_EQ(cuts.cutPoints.size(), 1U);
-  EXPECT_TRUE(std::isnan(cuts.cutPoints[0]));
-  EXPECT_EQ(cuts.binWeights, (std::vector<double>{3, 3}));
-}
-
 TEST(EFPreProcessTest, WeightLostToRoundingIsNoBin) {
   expectCuts(cutPairs(rowsOf({1, 2}, {1e20, 1}), 2, true), {}, {1e20});
   expectCuts(cutPairs(rowsOf({1, 2}, {1e20, 1}), 2, false), {}, {1e20});
-}
-
-TEST(EFPreProcessTest, TotalThatTheRowsNeverReach) {
-  expectCuts(cutPairs(rowsOf({1}), 2, true, 10.0), {}, {});
-  expectCuts(cutPairs(rowsOf({1, 2}), 2, true, 10.0), {}, {1});
-  expectCuts(cutPairs(rowsOf({1}), 2, false, 10.0), {}, {1});
-}
-
-TEST(EFPreProcessTest, TotalThatTheFirstRowPasses) {
-  expectCuts(cutPairs(rowsOf({1}), 2, false, 0.5), {}, {0.5});
-}
-
-TEST(EFPreProcessTest, TargetWeightThatIsTooSmallForADoubleIsZero) {
-  constexpr double kLeast = std::numeric_limits<double>::denorm_min();
-  expectCuts(cutPairs(rowsOf({1, 2}, {kLeast, kLeast}), 4, true), {1}, {kLeast, kLeast});
-}
-
-TEST(EFPreProcessTest, InfiniteMidpointsAreOneCutPoint) {
-  const auto rows = rowsOf({1e308, 1.5e308, 1.7e308, kInfinity});
-  expectCuts(cutTriples(rows, 4, true), {kInfinity}, {});
 }
 
 TEST(EFPreProcessTest, OverflowingMidpointsNeedNotAscend) {
@@ -254,13 +196,6 @@ TEST(EFPreProcessTest, MidpointOnANeighbourCountsTheRowsOfThatValueOnItsOtherSid
   const double next = std::nextafter(greater, 1.0);
   ASSERT_EQ((greater + next) / 2, greater);
   expectCuts(cutPairs(rowsOf({0.1, greater, next, 0.7}), 2, false), {greater}, {2, 2});
-}
-
-TEST(EFPreProcessTest, InfiniteTotalEnds) {
-  const auto rows = rowsOf({1, 2, 3}, {1e308, 1e308, 1e308});
-  EXPECT_TRUE(cutPairs(rows, 3, true).done);
-  EXPECT_TRUE(cutPairs(rows, 3, false).done);
-  EXPECT_TRUE(cutTriples(rows, 3, true).done);
 }
 
 TEST(EFPreProcessTest, FarMoreBinsThanValuesCostNoTimeOfTheirOwn) {

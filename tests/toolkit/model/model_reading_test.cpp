@@ -74,52 +74,53 @@ TEST(ModelReading, EveryMemberIsNeeded) {
   }
 }
 
+const std::pair<std::string, std::function<void(Json&)>> kWrongValues[] = {
+    {"m: attributes[0].cutPoints must ascend strictly",
+     [](Json& j) {
+       j["attributes"][0]["cutPoints"] = {2.0, 2.0};
+     }},
+    {"m: attributes[0].bins must have 2 elements, one more than there are cut points",
+     [](Json& j) { j["attributes"][0]["cutPoints"] = {2.0}; }},
+    {"m: attributes[0].cutPoints[0] must be a number, \"inf\" or \"-inf\"",
+     [](Json& j) { j["attributes"][0]["cutPoints"] = {"nan"}; }},
+    {"m: attributes[0].bins[1].classWeights must have one weight for each of the 2 categories",
+     [](Json& j) { j["attributes"][0]["bins"][1]["classWeights"] = {1.0}; }},
+    {"m: attributes[0].bins[0].weight must be a finite number that is not negative",
+     [](Json& j) { j["attributes"][0]["bins"][0]["weight"] = -1; }},
+    {"m: attributes[0].entropyBefore must be a finite number that is not negative",
+     [](Json& j) { j["attributes"][0]["entropyBefore"] = "inf"; }},
+    {"m: attributes[0].entropyAfter must be a finite number that is not negative",
+     [](Json& j) { j["attributes"][0]["entropyAfter"] = -0.5; }},
+    {"m: attributes[0].unbinnedCases has no \"classWeights\"",
+     [](Json& j) {
+       j["attributes"][0]["unbinnedCases"] = {{"weight", 1.0}};
+     }},
+    {"m: attributes[0].missing.range must be null or [low, high]",
+     [](Json& j) {
+       j["attributes"][0]["missing"]["range"] = {2.0, 1.0};
+     }},
+    {"m: attributes[1].name repeats the name of an earlier attribute",
+     [](Json& j) { j["attributes"][1]["name"] = j["attributes"][0]["name"]; }},
+    {"m: target must be there in a supervised model and null in an equal-frequency one",
+     [](Json& j) { j["target"] = nullptr; }},
+    {"m: target.classWeights must have one weight for each category",
+     [](Json& j) { j["target"]["classWeights"] = {1.0}; }},
+    {"m: method must be \"supervised\" or \"equal-frequency\"",
+     [](Json& j) { j["method"] = "magic"; }},
+    {"m: options.closedSide must be \"right\" or \"left\"",
+     [](Json& j) { j["options"]["closedSide"] = "both"; }},
+    {"m: options.bins must be a whole number from 0 to 2147483647",
+     [](Json& j) { j["options"]["bins"] = 2.5; }},
+    {"m: schemaVersion must be a whole number from 1 to 2147483647",
+     [](Json& j) { j["schemaVersion"] = 0; }},
+    {"m: attributes[1].status.severity is \"error\": no bins were found; fit it again",
+     [](Json& j) { j["attributes"][1]["status"]["severity"] = "error"; }},
+    {"m: program must be a text", [](Json& j) { j["program"] = 1; }},
+    {"m: leftOut must be an array", [](Json& j) { j["leftOut"] = 1; }},
+};
+
 TEST(ModelReading, WrongValuesNameTheirPlace) {
-  const std::pair<std::string, std::function<void(Json&)>> cases[] = {
-      {"m: attributes[0].cutPoints must ascend strictly",
-       [](Json& j) {
-         j["attributes"][0]["cutPoints"] = {2.0, 2.0};
-       }},
-      {"m: attributes[0].bins must have 2 elements, one more than there are cut points",
-       [](Json& j) { j["attributes"][0]["cutPoints"] = {2.0}; }},
-      {"m: attributes[0].cutPoints[0] must be a number, \"inf\" or \"-inf\"",
-       [](Json& j) { j["attributes"][0]["cutPoints"] = {"nan"}; }},
-      {"m: attributes[0].bins[1].classWeights must have one weight for each of the 2 categories",
-       [](Json& j) { j["attributes"][0]["bins"][1]["classWeights"] = {1.0}; }},
-      {"m: attributes[0].bins[0].weight must be a finite number that is not negative",
-       [](Json& j) { j["attributes"][0]["bins"][0]["weight"] = -1; }},
-      {"m: attributes[0].entropyBefore must be a finite number that is not negative",
-       [](Json& j) { j["attributes"][0]["entropyBefore"] = "inf"; }},
-      {"m: attributes[0].entropyAfter must be a finite number that is not negative",
-       [](Json& j) { j["attributes"][0]["entropyAfter"] = -0.5; }},
-      {"m: attributes[0].unbinnedCases has no \"classWeights\"",
-       [](Json& j) {
-         j["attributes"][0]["unbinnedCases"] = {{"weight", 1.0}};
-       }},
-      {"m: attributes[0].missing.range must be null or [low, high]",
-       [](Json& j) {
-         j["attributes"][0]["missing"]["range"] = {2.0, 1.0};
-       }},
-      {"m: attributes[1].name repeats the name of an earlier attribute",
-       [](Json& j) { j["attributes"][1]["name"] = j["attributes"][0]["name"]; }},
-      {"m: target must be there in a supervised model and null in an equal-frequency one",
-       [](Json& j) { j["target"] = nullptr; }},
-      {"m: target.classWeights must have one weight for each category",
-       [](Json& j) { j["target"]["classWeights"] = {1.0}; }},
-      {"m: method must be \"supervised\" or \"equal-frequency\"",
-       [](Json& j) { j["method"] = "magic"; }},
-      {"m: options.closedSide must be \"right\" or \"left\"",
-       [](Json& j) { j["options"]["closedSide"] = "both"; }},
-      {"m: options.bins must be a whole number from 0 to 2147483647",
-       [](Json& j) { j["options"]["bins"] = 2.5; }},
-      {"m: schemaVersion must be a whole number from 1 to 2147483647",
-       [](Json& j) { j["schemaVersion"] = 0; }},
-      {"m: attributes[1].status.severity is \"error\": no bins were found; fit it again",
-       [](Json& j) { j["attributes"][1]["status"]["severity"] = "error"; }},
-      {"m: program must be a text", [](Json& j) { j["program"] = 1; }},
-      {"m: leftOut must be an array", [](Json& j) { j["leftOut"] = 1; }},
-  };
-  for (const auto& [expected, change] : cases) EXPECT_EQ(errorOf(change), expected);
+  for (const auto& [expected, change] : kWrongValues) EXPECT_EQ(errorOf(change), expected);
 }
 
 }  // namespace
