@@ -1,5 +1,6 @@
 #include "toolkit/system/output_file.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <random>
 #include <system_error>
 
 #include "toolkit/errors.h"
@@ -37,9 +39,29 @@ void takeOver(const struct stat& replaced, std::FILE* file) {
   static_cast<void>(::fchmod(descriptor, replaced.st_mode & 0777U) == 0);
 }
 
+/// Makes a file of a random name beside `target` and sets `path` to it; null with errno on failure.
+std::FILE* makeBeside(const std::string& target, std::string& path) {
+  std::random_device dice;
+  int descriptor = -1;
+  do {
+    path = fmt::format("{}.{:08x}{:08x}.tmp", target, dice(), dice());
+    descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  } while (descriptor < 0 && (errno == EEXIST || errno == EINTR));
+  if (descriptor < 0) return nullptr;
+  std::FILE* const file = ::fdopen(descriptor, "wb");
+  if (file == nullptr) {
+    const int reason = errno;
+    ::close(descriptor);
+    ::unlink(path.c_str());
+    errno = reason;
+  }
+  return file;
+}
+
 }  // namespace
 
-OutputFile::OutputFile(const std::string& path) : path_(path), file_(nullptr) {
+OutputFile::OutputFile(const std::string& path)
+    : path_(path), file_(nullptr), process_(::getpid()) {
   if (path == "-") {
     path_ = "standard output";
     file_ = stdout;
@@ -51,8 +73,7 @@ OutputFile::OutputFile(const std::string& path) : path_(path), file_(nullptr) {
   if (isThere && !S_ISREG(older.st_mode)) {
     file_ = std::fopen(path.c_str(), "wb");
   } else {
-    temporaryPath_ = fmt::format("{}.{}.tmp", target_, ::getpid());
-    file_ = std::fopen(temporaryPath_.c_str(), "wbx");
+    file_ = makeBeside(target_, temporaryPath_);
     if (file_ != nullptr && isThere) takeOver(older, file_);
   }
   if (file_ == nullptr) {
@@ -62,6 +83,7 @@ OutputFile::OutputFile(const std::string& path) : path_(path), file_(nullptr) {
 }
 
 OutputFile::~OutputFile() {
+  if (process_ != ::getpid()) return;  // what a forked child holds is not its own
   if (file_ != nullptr && file_ != stdout) std::fclose(file_);
   if (!temporaryPath_.empty()) ::unlink(temporaryPath_.c_str());
 }

@@ -2,6 +2,8 @@
 #ifndef MCBIN_TOOLKIT_SYSTEM_OUTPUT_FILE_H
 #define MCBIN_TOOLKIT_SYSTEM_OUTPUT_FILE_H
 
+#include <sys/types.h>
+
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -11,7 +13,9 @@ namespace mcbin {
 /// Writes to a new file beside `path` and renames it on Commit; without a Commit the file goes
 /// away with the object and an older file of the name stays. What replaces an older file gets its
 /// mode and, where that is allowed, its owner; a symbolic link stays and its target is replaced.
-/// The path "-" writes to standard output, and a path that is there but is no regular file
+/// The new file's name is random and taken exclusively, so that nothing left or planted is in the
+/// way; only the process that made it removes it. The path "-" writes to standard output, and a
+/// path that is there but is no regular file
 /// (/dev/null, a pipe) is written directly. Every failure is a DataError that names the path.
 class OutputFile {
  public:
@@ -30,6 +34,7 @@ class OutputFile {
   std::string target_;         ///< The path behind symbolic links.
   std::string temporaryPath_;  ///< Empty when the file is written directly.
   std::FILE* file_;
+  pid_t process_;
 };
 
 /// UsageError when `output` is the regular file `input`, which `content` ("the data") names: what a

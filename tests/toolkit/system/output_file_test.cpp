@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -33,6 +34,30 @@ TEST(OutputFile, AppearsWhenCommitted) {
   file.Commit();
   EXPECT_EQ(readFile(path), "new");
   EXPECT_EQ(filesIn(files.Directory()), 1U);
+}
+
+TEST(OutputFile, AFileNamedAfterTheProcessIsNotInTheWay) {
+  const TemporaryFiles files;
+  files.Write("out." + std::to_string(::getpid()) + ".tmp", "planted");
+  OutputFile file(files.Path("out"));
+  file.Write("new");
+  file.Commit();
+  EXPECT_EQ(readFile(files.Path("out")), "new");
+  EXPECT_EQ(filesIn(files.Directory()), 2U);
+}
+
+TEST(OutputFile, AForkedChildRemovesNothing) {
+  const TemporaryFiles files;
+  OutputFile file(files.Path("out"));
+  file.Write("new");
+  const pid_t child = ::fork();
+  if (child == 0) {
+    file.~OutputFile();
+    ::_exit(0);
+  }
+  ::waitpid(child, nullptr, 0);
+  file.Commit();
+  EXPECT_EQ(readFile(files.Path("out")), "new");
 }
 
 TEST(OutputFile, WithoutCommitTheOlderFileStays) {
