@@ -1,0 +1,140 @@
+"""Every call that a command makes fails in turn: allocations, file operations, system calls.
+
+Each answer is judged alike: the exit code is one of those stated, the output is what was there
+before, or whole, or absent, nothing else is left behind, and success never comes with less than
+the undisturbed result. MCB_FULL_SWEEP=1 tries every call, else a few of each function are tried.
+"""
+
+import errno
+import gzip
+import os
+import random
+import shutil
+import sqlite3
+import subprocess
+import unittest
+
+from program import MCBIN, ProgramTest
+
+INJECTOR = os.environ["FAULT_INJECTOR"]
+FULL = os.environ.get("MCB_FULL_SWEEP") == "1"
+SEED = int(os.environ.get("MCB_SEED", "20261122"))
+POINTS = None if FULL else 40  # of a function and command
+ERRORS = [errno.EIO, errno.ENOSPC, errno.EMFILE]
+OLD = b"what was there before\n"
+# Where removing fails, something must stay.
+REMOVING = {"unlink", "unlinkat", "rmdir", "opendir"}
+
+ROWS = "".join(
+    f"{i},{i * 7 % 50},{'' if i % 9 == 0 else i % 13},{'yes' if i * 7 % 50 > 20 else 'no'},{1 + i % 3}\n"
+    for i in range(300)
+)
+TABLE = "a,b,c,t,w\n" + ROWS
+FIT = ["--target", "t", "--weight", "w", "--missing", "c=3"]
+
+
+class Command:
+    """A command line in a directory of its own, and what it gives undisturbed."""
+
+    def __init__(self, name, arguments, output=None):
+        self.name = name
+        self.arguments = arguments
+        self.output = output
+
+
+COMMANDS = [
+    Command("fit", ["fit", "d.csv", *FIT, "-o", "out"], "out"),
+    Command("fit gzip", ["fit", "d.csv.gz", "-e", "-b", "5", "-o", "out"], "out"),
+    Command("fit sqlite", ["fit", "d.db", "--table", "d", *FIT, "--json"]),
+    Command("fit stdin", ["fit", "-", *FIT]),
+    Command("show", ["show", "model.json"]),
+    Command("apply", ["apply", "model.json", "d.csv", "-o", "out"], "out"),
+    Command("export", ["export", "model.json", "--to", "sql", "-o", "out"], "out"),
+    Command("report", ["report", "model.json", "-o", "out"], "out"),
+]
+
+
+@unittest.skipIf("ADDRESS_SANITIZED" in os.environ, "the sanitizer has allocation functions of its own")
+class Faults(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.file("d.csv", TABLE)
+        self.file("d.csv.gz", gzip.compress(TABLE.encode(), mtime=0))
+        database = sqlite3.connect(self.directory / "d.db")
+        database.execute("CREATE TABLE d (a, b, c, t, w)")
+        rows = [[cell or None for cell in row.split(",")] for row in ROWS.splitlines()]
+        database.executemany("INSERT INTO d VALUES (0+?, 0+?, 0+?, ?, 0+?)", rows)
+        database.commit()
+        database.close()
+        self.succeed("fit", "d.csv", *FIT, "-o", "model.json")
+        self.kept = {path.name for path in self.directory.iterdir()} | {"out"}
+
+    def run_with(self, command, **variables):
+        """Exit code, standard output, and the output file."""
+        (self.directory / "out").write_bytes(OLD)
+        result = subprocess.run(
+            [MCBIN, *command.arguments],
+            input=TABLE.encode(),
+            capture_output=True,
+            cwd=self.directory,
+            env=dict(self.environment, LD_PRELOAD=INJECTOR, **variables),
+            timeout=60,
+            check=False,
+        )
+        out = self.directory / "out"
+        return result, out.read_bytes() if out.exists() else None
+
+    def counts(self, command):
+        path = self.directory / "tmp" / "counts"
+        result, output = self.run_with(command, MCB_FAULT_COUNTS=str(path))
+        self.assertEqual(result.returncode, 0, result.stderr)
+        counts = dict(line.split() for line in path.read_text().splitlines())
+        path.unlink()
+        return {name: int(count) for name, count in counts.items()}, result.stdout, output
+
+    def faults(self, counts):
+        draw = random.Random(SEED)
+        for function, calls in sorted(counts.items()):
+            at = range(1, calls + 1)
+            if POINTS is not None and calls > POINTS:
+                # The first and the last call are where things begin and end.
+                at = sorted({1, calls, *draw.sample(at, POINTS - 2)})
+            for call in at:
+                if function == "malloc":
+                    yield function, f"malloc:{call}"
+                    if call % 5 == 0 or FULL:
+                        yield function, f"malloc:{call}+"
+                else:
+                    yield function, f"{function}:{call}:{draw.choice(ERRORS)}"
+
+    def judge(self, command, fault, function, stdout, output):
+        result, out = self.run_with(command, MCB_FAULT=fault)
+        errors = result.stderr.decode(errors="replace")
+        where = f"{command.name}, {fault}: exit {result.returncode}\n{errors}"
+        left = [p for p in self.directory.iterdir() if p.name not in self.kept]
+        left += self.temporary.iterdir()
+        for path in left:
+            shutil.rmtree(path) if path.is_dir() else path.unlink()
+        self.assertIn(result.returncode, [0, 1, 3], where)
+        if result.returncode == 0:
+            self.assertEqual(result.stdout, stdout, where)
+            self.assertEqual(out, output if command.output else OLD, where)
+        else:
+            self.assertIn(out, [OLD, output, None], where)
+        if function not in REMOVING:
+            self.assertEqual(left, [], where)
+
+    def test_sweep(self):
+        print(f"seed {SEED}")
+        for command in COMMANDS:
+            counts, stdout, output = self.counts(command)
+            points = 0
+            for function, fault in self.faults(counts):
+                with self.subTest(command=command.name, fault=fault):
+                    self.judge(command, fault, function, stdout, output)
+                points += 1
+            print(f"faults: {command.name}: {points} of {sum(counts.values())} calls failed in turn")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=0)
