@@ -171,8 +171,10 @@ void runFit(FitCommand& fit) {
   FitTimings timings;
   TextCases cases(*reader, fit.request.naTexts);
   const Model model = [&] {
-    const MutedStandardOutput muted;
-    return fitModel(fit.request, cases, {monitor, tellPlan, fit.timings}, timings);
+    MutedStandardOutput muted;
+    Model fitted = fitModel(fit.request, cases, {monitor, tellPlan, fit.timings}, timings);
+    muted.End();
+    return fitted;
   }();
   const auto start = std::chrono::steady_clock::now();
   if (file) {

@@ -25,11 +25,24 @@ MutedStandardOutput::MutedStandardOutput() : kept_(::fcntl(STDOUT_FILENO, F_DUPF
   ::close(nowhere);
 }
 
-MutedStandardOutput::~MutedStandardOutput() {
+MutedStandardOutput::~MutedStandardOutput() { Restore(); }
+
+void MutedStandardOutput::End() {
+  if (!Restore()) {
+    throw DataError(fmt::format("cannot write standard output: {}", std::strerror(errno)));
+  }
+}
+
+bool MutedStandardOutput::Restore() {
+  if (kept_ < 0) return true;
   std::cout.flush();
   std::fflush(stdout);
-  ::dup2(kept_, STDOUT_FILENO);
+  const bool isBack = ::dup2(kept_, STDOUT_FILENO) >= 0;
+  const int error = errno;
   ::close(kept_);
+  kept_ = -1;
+  errno = error;
+  return isBack;
 }
 
 }  // namespace mcbin

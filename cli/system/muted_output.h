@@ -13,8 +13,13 @@ class MutedStandardOutput {
   MutedStandardOutput& operator=(const MutedStandardOutput&) = delete;
   ~MutedStandardOutput();
 
+  /// Ends it now; DataError when standard output cannot be had back.
+  void End();
+
  private:
-  int kept_;
+  bool Restore();
+
+  int kept_;  ///< Standard output as it was; negative once it is back.
 };
 
 }  // namespace mcbin

@@ -32,13 +32,30 @@ bool isOwnName(std::string_view name) {
          name.substr(0, kNameStart.size()) == kNameStart;
 }
 
+/// Removes a folder with nothing but files in it, as the library keeps one beside its columns.
+void removeFolder(int parent, const char* name) {
+  const int descriptor = ::openat(parent, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+  DIR* const folder = descriptor < 0 ? nullptr : ::fdopendir(descriptor);
+  if (folder == nullptr) {
+    if (descriptor >= 0) ::close(descriptor);
+    return;
+  }
+  while (const dirent* const entry = ::readdir(folder)) {
+    ::unlinkat(descriptor, entry->d_name, 0);
+  }
+  ::closedir(folder);
+  ::unlinkat(parent, name, AT_REMOVEDIR);
+}
+
 /// Removes the files in the directory, the lock last: whatever stops this midway, what is left is
 /// still known for what it is.
 void removeFiles(DIR* directory) {
   ::rewinddir(directory);
   while (const dirent* const entry = ::readdir(directory)) {
-    if (std::strcmp(entry->d_name, kLockName) != 0) {
-      ::unlinkat(::dirfd(directory), entry->d_name, 0);
+    const std::string_view name = entry->d_name;
+    if (name == kLockName || name == "." || name == "..") continue;
+    if (::unlinkat(::dirfd(directory), entry->d_name, 0) != 0) {
+      removeFolder(::dirfd(directory), entry->d_name);
     }
   }
   ::unlinkat(::dirfd(directory), kLockName, 0);
@@ -109,7 +126,8 @@ bool TemporaryDirectory::Make(const std::string& root) {
   // A file system without locks keeps directories of dead processes, as nobody gets a lock there.
   const bool isTaken = ::flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
   struct stat status = {};
-  if (!isTaken && ::fstat(lock_, &status) == 0 && status.st_nlink > 0) return true;
+  const bool isRemoved = ::fstat(lock_, &status) == 0 && status.st_nlink == 0;
+  if (!isTaken && !isRemoved) return true;
   ::close(lock_);
   ::closedir(directory_);
   return false;

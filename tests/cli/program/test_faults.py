@@ -102,8 +102,6 @@ class Faults(ProgramTest):
             for call in at:
                 if function == "malloc":
                     yield function, f"malloc:{call}"
-                    if call % 5 == 0 or FULL:
-                        yield function, f"malloc:{call}+"
                 else:
                     yield function, f"{function}:{call}:{draw.choice(ERRORS)}"
 
