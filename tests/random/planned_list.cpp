@@ -237,7 +237,9 @@ class ListMaker {
   void ChangeRoles() {
     const int size = made_.list.plain.Size();
     for (int i = choices_.Weighted({88, 8, 4}); i > 0 && size > 0; --i) {
-      made_.list.SetRole(choices_.Below(size), AnyRole());
+      const int index =
+          choices_.Below(size);  // compilers order the arguments of a call differently
+      made_.list.SetRole(index, AnyRole());
     }
     if (made_.list.plain.target < 0 && size > 0 && choices_.Flag()) {
       made_.list.SetRole(choices_.Below(size), plain_model::kTargetRole);
