@@ -49,6 +49,7 @@ bool endsIn(const std::string& text, const std::string& end) {
 
 RowBinner::Options binnerOptions(const ApplyCommand& apply) {
   RowBinner::Options options;
+  options.data = shownName(apply.input.data);
   options.style = apply.style;
   options.inPlace = apply.replace;
   options.delimiter = endsIn(apply.output, ".tsv") ? '\t' : ',';

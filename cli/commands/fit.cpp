@@ -88,16 +88,19 @@ void addBinningOptions(CLI::App& command, FitCommand& fit) {
                   fmt::format("With --equal-frequency the number of bins [{}], else the number of "
                               "pre-bins of an attribute above --threshold [{}]",
                               kDefaultEqualFrequencyBins, kDefaultPreBins))
+      ->check(wholeNumberRefusal)
       ->type_name("N");
   command
       .add_option("--threshold", fit.threshold,
                   "Attributes with more distinct values than this are reduced to pre-bins of equal "
                   "weight first; 0 for never [0]")
+      ->check(wholeNumberRefusal)
       ->type_name("N");
   command
       .add_option("--small-bins", fit.smallBins,
                   "Merge an inner bin that is lighter than this fraction of its lighter neighbour, "
                   "0 to 1; 0 for never [0]")
+      ->check(numberRefusal)
       ->type_name("FRACTION");
   command.add_flag("--left-closed", fit.leftClosed, "Bins [a, b) in place of (a, b]");
 }

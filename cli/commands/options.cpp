@@ -1,6 +1,27 @@
 #include "cli/commands/options.h"
 
+#include <fmt/format.h>
+
+#include <charconv>
+#include <system_error>
+
+#include "toolkit/input/cells.h"
+#include "toolkit/text/visible_text.h"
+
 namespace mcbin {
+
+std::string wholeNumberRefusal(const std::string& text) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isNumber = error == std::errc() && end == text.data() + text.size();
+  return isNumber ? "" : fmt::format("takes a whole number, not {}", quotedExcerpt(text));
+}
+
+std::string numberRefusal(const std::string& text) {
+  double number = 0.0;
+  const bool isNumber = readNumber(text, number) == NumberReading::Number;
+  return isNumber ? "" : fmt::format("takes a number, not {}", quotedExcerpt(text));
+}
 
 std::string emptyNameRefusal(const std::string& name) {
   return name.empty() ? "the name of a file is not empty" : "";

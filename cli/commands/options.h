@@ -12,8 +12,10 @@
 
 namespace mcbin {
 
-/// A check of options: what is wrong with a name when it is empty.
+/// Checks of options: what is wrong with a text, empty when it is right.
 std::string emptyNameRefusal(const std::string& name);
+std::string wholeNumberRefusal(const std::string& text);
+std::string numberRefusal(const std::string& text);
 
 /// Adds MODEL.
 void addModelOption(CLI::App& command, std::string& model);

@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <set>
+#include <unordered_map>
 
 #include "toolkit/errors.h"
 #include "toolkit/model/bin_lookup.h"
@@ -13,14 +13,12 @@
 namespace mcbin {
 namespace {
 
-std::size_t columnNamed(const std::vector<std::string>& names, const std::string& name) {
-  const auto found = std::find(names.begin(), names.end(), name);
-  if (found == names.end()) {
-    throw DataError(fmt::format(
-        "the data have no column {}, which the model cuts; choose others with --attribute",
-        excerpt(name)));
-  }
-  return static_cast<std::size_t>(found - names.begin());
+using Positions = std::unordered_map<std::string_view, std::size_t>;
+
+Positions positionsOf(const std::vector<std::string>& names) {
+  Positions positions;
+  for (const std::string& name : names) positions.emplace(name, positions.size());
+  return positions;
 }
 
 }  // namespace
@@ -28,9 +26,16 @@ std::size_t columnNamed(const std::vector<std::string>& names, const std::string
 RowBinner::RowBinner(const Model& model, const TableReader& reader, const Options& options)
     : model_(model), reader_(reader), options_(options), cells_(model.options.naTexts) {
   const std::vector<std::string>& names = reader.ColumnNames();
+  const Positions positions = positionsOf(names);
   for (const AttributeModel& attribute : model.attributes) {
-    attributes_.push_back({&attribute, columnNamed(names, attribute.name),
-                           BinLabels(attribute, model.closedSide, options.style)});
+    const auto column = positions.find(attribute.name);
+    if (column == positions.end()) {
+      throw DataError(fmt::format(
+          "{}: there is no column {}, which the model cuts; choose others with --attribute",
+          options.data, excerpt(attribute.name)));
+    }
+    attributes_.push_back(
+        {&attribute, column->second, BinLabels(attribute, model.closedSide, options.style)});
   }
   byColumn_.resize(names.size());
   for (const Attribute& attribute : attributes_) byColumn_[attribute.column] = &attribute;

@@ -21,6 +21,7 @@ namespace mcbin {
 class RowBinner {
  public:
   struct Options {
+    std::string data;  ///< What messages call the table.
     LabelStyle style = LabelStyle::Index;
     bool inPlace = false;
     char delimiter = ',';

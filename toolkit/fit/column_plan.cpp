@@ -212,14 +212,15 @@ std::string reasonNotToCut(const ColumnPlan& column, const ColumnScan& scan) {
   return scan.firstNumber ? "" : "no case has a value";
 }
 
-void checkTarget(const TableScan& scan, const ColumnPlan& target) {
+void checkTarget(const TableScan& scan, const std::string& data, const ColumnPlan& target) {
   if (scan.categories.size() >= 2) return;
   if (scan.categories.empty()) {
-    throw DataError(fmt::format("no case has a category in the target {}", excerpt(target.name)));
+    throw DataError(
+        fmt::format("{}: no case has a category in the target {}", data, excerpt(target.name)));
   }
   throw DataError(
-      fmt::format("the target {} has the single category {}: there is nothing to tell apart",
-                  excerpt(target.name), quotedExcerpt(scan.categories.front())));
+      fmt::format("{}: the target {} has the single category {}: there is nothing to tell apart",
+                  data, excerpt(target.name), quotedExcerpt(scan.categories.front())));
 }
 
 }  // namespace
@@ -229,14 +230,14 @@ std::vector<ColumnPlan> planColumns(const FitRequest& request,
   return Planner(request, names).Plan();
 }
 
-void applyScan(const TableScan& scan, std::vector<ColumnPlan>& columns) {
+void applyScan(const TableScan& scan, const std::string& data, std::vector<ColumnPlan>& columns) {
   for (std::size_t c = 0; c < columns.size(); ++c) {
     ColumnPlan& column = columns[c];
     const bool isTaken = column.use == ColumnUse::Target || column.use == ColumnUse::Weight;
     if (isTaken && !scan.columns[c].unfit.empty()) {
       throw DataError(fmt::format("column {}: {}", column.name, scan.columns[c].unfit));
     }
-    if (column.use == ColumnUse::Target) checkTarget(scan, column);
+    if (column.use == ColumnUse::Target) checkTarget(scan, data, column);
     if (column.use == ColumnUse::Weight) requireNumbers(column, scan.columns[c]);
     if (column.use != ColumnUse::Attribute) continue;
     column.reason = reasonNotToCut(column, scan.columns[c]);

@@ -30,8 +30,9 @@ std::vector<ColumnPlan> planColumns(const FitRequest& request,
                                     const std::vector<std::string>& names);
 
 /// Goes over the plan with what the scan saw: leaves columns out that cannot be cut, and throws
-/// DataError with the first offending place where only the user can decide.
-void applyScan(const TableScan& scan, std::vector<ColumnPlan>& columns);
+/// DataError with the first offending place where only the user can decide. `data` is what messages
+/// call the data.
+void applyScan(const TableScan& scan, const std::string& data, std::vector<ColumnPlan>& columns);
 
 /// The position of the column of that use, empty when there is none.
 std::optional<std::size_t> columnOf(const std::vector<ColumnPlan>& columns, ColumnUse use);

@@ -115,7 +115,7 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
   auto start = std::chrono::steady_clock::now();
   std::vector<ColumnPlan> columns = planColumns(request, cases.ColumnNames());
   const TableScan seen = scanTable(cases, scanRequest(request, columns), watch.monitor);
-  applyScan(seen, columns);
+  applyScan(seen, shownName(request.input.data), columns);
   timings.scanning = secondsSince(start);
   watch.monitor.Clear();
   if (watch.planned) watch.planned(columns, seen.rows, seen.categories);
@@ -132,7 +132,7 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
   timings.feeding = feed.Seconds();
   timings.binning = secondsSince(start) - timings.feeding;
   if (model.cases.read != seen.rows) {
-    throw DataError(visibleText(request.input.data) + " changed while it was read: run it again");
+    throw DataError(shownName(request.input.data) + " changed while it was read: run it again");
   }
   return model;
 }

@@ -13,8 +13,10 @@
 #include <utility>
 #include <vector>
 
+#include "toolkit/errors.h"
 #include "toolkit/fit/status_text.h"
 #include "toolkit/system/temporary_directory.h"
+#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -159,9 +161,22 @@ void takeRecord(const BINAttributeResults& record, AttributeModel& attribute) {
   }
 }
 
-void checkRun(const RunSetting& run, const MCBinning::MCStatus& status) {
+/// Why no case can be used: there is none, or no weight lasts.
+[[noreturn]] void failWithoutCases(const Model& model, const CaseFeed& feed) {
+  if (!model.weight || feed.Cases().read == 0)
+    throw DataError("no case can be used: there is none");
+  const bool truncates = model.weight->rounding == WeightRounding::Truncate;
+  throw DataError(fmt::format(
+      "no case can be used: every weight in column {} is missing or, {} to a whole number, not "
+      "positive{}",
+      excerpt(model.weight->name), truncates ? "truncated" : "rounded",
+      truncates ? " (--weight-rounding round rounds it)" : ""));
+}
+
+void checkRun(const RunSetting& run, const Model& model, const MCBinning::MCStatus& status) {
   run.feed.RethrowFailure();
   run.monitor.ThrowIfStopped();
+  if (status.GetErrorCode() == 120004) failWithoutCases(model, run.feed);
   throwIfRunFailed(status);
 }
 
@@ -210,7 +225,7 @@ void runSupervised(RunSetting& run, Model& model) {
   const std::unique_ptr<IBINAlgorithm> algorithm(factory.CreateBINAlgorithm(settings, variables));
   throwIfRunFailed(factory.GetStatus());
   model.library = algorithm->GetVersion();
-  checkRun(run, algorithm->Run(run.feed, nullptr, nullptr));
+  checkRun(run, model, algorithm->Run(run.feed, nullptr, nullptr));
   std::vector<BINAttributeTargetResults> records;
   algorithm->GetOutput()->GetAllCutPoints(records);
   takeRecords(records, run, model, [&](const auto& record, AttributeModel& attribute) {
@@ -227,7 +242,7 @@ void runEqualFrequency(RunSetting& run, Model& model) {
       factory.CreateEFBINAlgorithm(settings, variables));
   throwIfRunFailed(factory.GetStatus());
   model.library = algorithm->GetVersion();
-  checkRun(run, algorithm->Run(run.feed, nullptr));
+  checkRun(run, model, algorithm->Run(run.feed, nullptr));
   std::vector<BINAttributeResults> records;
   algorithm->GetOutput()->GetAllCutPoints(records);
   takeRecords(records, run, model,

@@ -61,10 +61,6 @@ void throwIfRunFailed(const MCBinning::MCStatus& status) {
   switch (status.GetErrorCode()) {
     case 3:
       throw std::bad_alloc();
-    case 120004:
-      throw DataError(
-          "no case can be used: there is none, or every weight is missing, "
-          "zero or negative");
     case 120001:
     case 120021:
       throw DataError(

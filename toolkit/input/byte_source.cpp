@@ -22,9 +22,7 @@ constexpr std::size_t kStartSize = 16;
 }  // namespace
 
 ByteSource::ByteSource(const std::string& path, Monitor& monitor)
-    : name_(path == "-" ? "standard input" : visibleText(path)),
-      monitor_(monitor),
-      file_(openForReading(path, monitor)) {
+    : name_(shownName(path)), monitor_(monitor), file_(openForReading(path, monitor)) {
   try {
     storedSize_ = fileSize(file_.descriptor);
     OpenStream();
@@ -86,13 +84,16 @@ double ByteSource::ShareRead() const {
 
 void ByteSource::Fail(const std::string& what) const { throw DataError(name_ + ": " + what); }
 
+std::string shownName(const std::string& path) {
+  return path == "-" ? "standard input" : visibleText(path);
+}
+
 std::string readWhole(const std::string& path, Monitor& monitor) {
   ByteSource source(path, monitor);
   std::vector<char> buffer(kReadSize);
   std::string text;
   while (const std::size_t size = source.Read(buffer.data(), buffer.size())) {
     text.append(buffer.data(), size);
-    monitor.ThrowIfStopped();
   }
   return text;
 }

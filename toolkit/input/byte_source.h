@@ -54,6 +54,9 @@ class ByteSource {
   gzFile_s* stream_ = nullptr;
 };
 
+/// What messages call the input: the path, made visible, or "standard input".
+std::string shownName(const std::string& path);
+
 /// All that is stored at `path`.
 std::string readWhole(const std::string& path, Monitor& monitor);
 

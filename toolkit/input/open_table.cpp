@@ -10,6 +10,9 @@ namespace mcbin {
 bool isSqlite(std::string_view start);
 std::unique_ptr<TableReader> openSqlite(const InputOptions& options,
                                         std::unique_ptr<ByteSource> source, Monitor& monitor);
+bool isForeign(std::string_view start);
+std::unique_ptr<TableReader> refuseForeign(const InputOptions& options,
+                                           std::unique_ptr<ByteSource> source, Monitor& monitor);
 std::unique_ptr<TableReader> openCsv(const InputOptions& options,
                                      std::unique_ptr<ByteSource> source, Monitor& monitor);
 
@@ -24,7 +27,8 @@ struct InputFormat {
 };
 
 /// The first that recognises the data reads them.
-constexpr InputFormat kFormats[] = {{isSqlite, openSqlite}, {isAnything, openCsv}};
+constexpr InputFormat kFormats[] = {
+    {isSqlite, openSqlite}, {isForeign, refuseForeign}, {isAnything, openCsv}};
 
 }  // namespace
 

@@ -124,7 +124,7 @@ std::string modelToJson(const Model& model) {
 }
 
 Model loadModel(const std::string& path, Monitor& monitor) {
-  return modelFromJson(readWhole(path, monitor), path == "-" ? "standard input" : path);
+  return modelFromJson(readWhole(path, monitor), shownName(path));
 }
 
 }  // namespace mcbin

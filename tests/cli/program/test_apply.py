@@ -110,7 +110,7 @@ class Apply(ProgramTest):
         self.fail_with(1, "text.csv, line 3: column x holds 'abc', which is no number that can be binned",
                        "apply", "model.json", "text.csv", "-o", "out.csv")
         self.assertFalse((self.directory / "out.csv").exists())
-        self.fail_with(1, "the data have no column x, which the model cuts; choose others with "
+        self.fail_with(1, "other.csv: there is no column x, which the model cuts; choose others with "
                        "--attribute", "apply", "model.json", "other.csv")
         self.fail_with(1, "the binned data would have two columns x_bin; rename the one in the "
                        "data or use --replace", "apply", "model.json", "taken.csv")

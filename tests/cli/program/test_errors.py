@@ -1,6 +1,8 @@
 """Everything that can be wrong: each with its message and exit code."""
 
+import bz2
 import gzip
+import lzma
 import sqlite3
 import unittest
 
@@ -18,7 +20,7 @@ BROKEN_FILES = [
     ("another separator", b"a;t\n1;x\n2;y\n", ["-e"],
      "there is no scale column to cut:\n  a;t: categorical: it holds texts\n  it is "
      "the only column: is the separator right? see --delimiter"),
-    ("header only, target", b"a,t\n", ["-t", "t"], "no case has a category in the target t"),
+    ("header only, target", b"a,t\n", ["-t", "t"], "FILE: no case has a category in the target t"),
     ("row too short", b"a,b,c\n1,2,3\n4,5\n", ["-e"],
      "FILE, line 3: the row has 2 of 3 cells: there is none for column 3 (c)"),
     ("row too long", b"a,b\n1,2,3\n", ["-e"],
@@ -40,8 +42,27 @@ BROKEN_FILES = [
     ("unclosed quote", b'a,b\n1,2\n"3,4\n5,6\n', ["-e"],
      'FILE, line 3: a quoted cell of the row that starts here never ends: a closing " is missing'),
     ("UTF-16", "a,b\n1,2\n".encode("utf-16"), ["-e"],
-     "FILE, line 1: a NUL byte: this is not UTF-8 text (convert UTF-16 text or a spreadsheet to "
-     "CSV first)"),
+     "FILE: this is UTF-16 text: convert it (iconv -f UTF-16 -t UTF-8)"),
+    ("zip", b"PK\x03\x04\x14\0\0", ["-e"],
+     "FILE: this is a zip archive or a spreadsheet (.xlsx, .ods): unpack it or save it as CSV"),
+    ("office document", b"\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1\0", ["-e"],
+     "FILE: this is an office document (.xls): save its sheet as CSV"),
+    ("xz", lzma.compress(b"a\n1\n"), ["-e"],
+     "FILE: this is compressed by xz: unpack it first (xz -dc)"),
+    ("bzip2", bz2.compress(b"a\n1\n"), ["-e"],
+     "FILE: this is compressed by bzip2: unpack it first (bzip2 -dc)"),
+    ("zstd", b"\x28\xb5\x2f\xfd\x04\0", ["-e"],
+     "FILE: this is compressed by zstd: unpack it first (zstd -dc)"),
+    ("lz4", b"\x04\x22\x4d\x18\x64\x40", ["-e"],
+     "FILE: this is compressed by lz4: unpack it first (lz4 -dc)"),
+    ("7z", b"7z\xbc\xaf\x27\x1c\0\4", ["-e"], "FILE: this is a 7z archive: unpack it first"),
+    ("Parquet", b"PAR1\x15\x04\x15", ["-e"], "FILE: this is a Parquet file: convert it to CSV"),
+    ("Arrow", b"ARROW1\0\0\xff", ["-e"], "FILE: this is an Arrow file: convert it to CSV"),
+    ("HDF5", b"\x89HDF\r\n\x1a\n\0", ["-e"],
+     "FILE: this is an HDF5 file: convert the table to CSV"),
+    ("PDF", b"%PDF-1.7\n", ["-e"], "FILE: this is a PDF document: the table is needed as CSV"),
+    ("xlsx in gzip", gzip.compress(b"PK\x03\x04\x14\0\0"), ["-e"],
+     "FILE: this is a zip archive or a spreadsheet (.xlsx, .ods): unpack it or save it as CSV"),
     ("NUL byte", b"a,b\n1,2\n3,\x00\n", ["-e"],
      "FILE, line 3: a NUL byte: this is not UTF-8 text (convert UTF-16 text or a spreadsheet to "
      "CSV first)"),
@@ -74,14 +95,19 @@ BROKEN_FILES = [
      "FILE, line 3: 'much' in column w is not a number; if it stands for a missing value say --na "
      "'much'"),
     ("no weight is positive", b"a,w,t\n1,0,x\n2,-1,y\n3,,y\n", ["-t", "t", "-w", "w"],
-     "no case can be used: there is none, or every weight is missing, zero or negative"),
+     "no case can be used: every weight in column w is missing or, truncated to a whole number, not "
+     "positive (--weight-rounding round rounds it)"),
+    ("every weight rounds to zero", b"a,w,t\n1,0.1,x\n2,0.2,y\n",
+     ["-t", "t", "-w", "w", "--weight-rounding", "round"],
+     "no case can be used: every weight in column w is missing or, rounded to a whole number, not "
+     "positive"),
     ("sum of weights beyond double", b"a,w,t\n1,1e308,x\n2,1,y\n3,1e308,y\n", ["-t", "t", "-w", "w"],
      "FILE, line 4: the weights in column w add up to more than a number can hold: divide them all "
      "by the same large number"),
     ("single category", b"a,t\n1,x\n2,x\n", ["-t", "t"],
-     "the target t has the single category 'x': there is nothing to tell apart"),
+     "FILE: the target t has the single category 'x': there is nothing to tell apart"),
     ("target all missing", b"a,t\n1,NA\n2,\n", ["-t", "t"],
-     "no case has a category in the target t"),
+     "FILE: no case has a category in the target t"),
     ("257 categories", b"a,t\n" + b"".join(b"1,c%d\n" % i for i in range(257)), ["-t", "t"],
      "FILE, line 258: the target t has more than 256 categories: 'c256' is one too many; is it "
      "really a class? (--missing t=TEXT and --na take texts out)"),
@@ -128,11 +154,14 @@ WRONG_USAGE = [
     (["fit", "d.csv", "-e", "--small-bins", "0.5"],
      "--threshold and --small-bins are for binning with a --target"),
     (["fit", "d.csv", "-e", "--bins", "1"], "--bins must be at least 2"),
-    (["fit", "d.csv", "-e", "--bins", "many"], "Could not convert: --bins = many"),
-    (["fit", "d.csv", "-e", "--bins", "2.5"], "Could not convert: --bins = 2.5"),
+    (["fit", "d.csv", "-e", "--bins", "many"], "--bins: takes a whole number, not 'many'"),
+    (["fit", "d.csv", "-e", "--bins", "2.5"], "--bins: takes a whole number, not '2.5'"),
     (["fit", "d.csv", "-t", "t", "--threshold", "-1"], "--threshold must not be negative"),
     (["fit", "d.csv", "-t", "t", "--small-bins", "1.5"], "--small-bins must be from 0 to 1"),
-    (["fit", "d.csv", "-t", "t", "--small-bins", "nan"], "--small-bins must be from 0 to 1"),
+    (["fit", "d.csv", "-e", "--bins", "99999999999"],
+     "--bins: takes a whole number, not '99999999999'"),
+    (["fit", "d.csv", "-t", "t", "--small-bins", "nan"],
+     "--small-bins: takes a number, not 'nan'"),
     (["fit", "d.csv", "-e", "--weight-rounding", "round"], "--weight-rounding needs a --weight"),
     (["fit", "d.csv", "-e", "-w", "w", "--weight-rounding", "up"],
      "--weight-rounding: up not in {truncate,round}"),

@@ -111,8 +111,22 @@ class Shapes(ProgramTest):
         )
 
     def test_blank_lines_are_passed_over(self):
-        self.file("d.csv", "a\n1\n\n2\n\n\n3\n")
+        self.file("d.csv", "a,b\n1,1\n\n2,2\n\n\n3,3\n")
         self.assertEqual(self.fit("d.csv", "-e")["cases"]["read"], 3)
+
+    def test_blank_lines_of_one_column_are_missing_values(self):
+        for header in ("", "\n\r\na\n"):
+            arguments = [] if header else ["--no-header"]
+            content = header + "\n1\r\n\r\n2\r\r3\n\n"
+            self.file("d.csv", content)
+            model = self.fit("d.csv", "-e", *arguments)
+            self.assertEqual(model["cases"]["read"], 7)
+            self.assertEqual(model["attributes"][0]["missingCases"]["weight"], 4)
+            self.succeed("fit", "d.csv", "-e", "-o", "m.json", *arguments)
+            binned = self.succeed("apply", "m.json", "d.csv", "--replace", *arguments).stdout
+            lines = binned.splitlines()[1 if header else 0:]
+            self.assertEqual([line == "-1" for line in lines],
+                             [True, False, True, False, True, False, True])
 
     def test_infinities_are_numbers(self):
         rows = "".join(f"{x},{'a' if i < 20 else 'b'}\n" for i, x in

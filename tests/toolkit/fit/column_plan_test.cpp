@@ -140,13 +140,13 @@ class ApplyScanTest : public ::testing::Test {
   std::string Error(const FitRequest& r) {
     return messageOf<DataError>([&] {
       auto columns = planColumns(r, kNames);
-      applyScan(scan_, columns);
+      applyScan(scan_, "d.csv", columns);
     });
   }
 
   std::string ReasonOf(std::size_t column, const FitRequest& r = request()) {
     auto columns = planColumns(r, kNames);
-    applyScan(scan_, columns);
+    applyScan(scan_, "d.csv", columns);
     return columns[column].use == kOut ? columns[column].reason : "(cut)";
   }
 
@@ -208,10 +208,11 @@ TEST_F(ApplyScanTest, AWeightMustBeNumbersAndANumberMustFit) {
 
 TEST_F(ApplyScanTest, ATargetNeedsTwoCategories) {
   scan_.categories = {"yes"};
-  EXPECT_EQ(Error(request()),
-            "the target class has the single category 'yes': there is nothing to tell apart");
+  EXPECT_EQ(
+      Error(request()),
+      "d.csv: the target class has the single category 'yes': there is nothing to tell apart");
   scan_.categories.clear();
-  EXPECT_EQ(Error(request()), "no case has a category in the target class");
+  EXPECT_EQ(Error(request()), "d.csv: no case has a category in the target class");
 }
 
 TEST_F(ApplyScanTest, SomethingMustBeLeftToCut) {

@@ -58,6 +58,7 @@ CsvReader::CsvReader(std::unique_ptr<ByteSource> source, char delimiter, bool ha
   columnNames_ =
       hasHeader ? namesFromHeader(first.cells, source_->Name()) : numberedNames(first.cells.size());
   if (!hasHeader) StartAgain();
+  blankIsRow_ = columnNames_.size() == 1;
 }
 
 void CsvReader::Start() {
@@ -83,7 +84,9 @@ void CsvReader::StartAgain() {
   source_->Rewind();
   Start();
   TableRow header;
+  blankIsRow_ = false;
   if (hasHeader_) ReadRow(header);
+  blankIsRow_ = columnNames_.size() == 1;
 }
 
 bool CsvReader::FillBuffer() {
@@ -131,11 +134,17 @@ void CsvReader::OnCell(void* text, std::size_t size, void* reader) {
 void CsvReader::OnRowEnd(int, void* reader) { static_cast<CsvReader*>(reader)->rowDone_ = true; }
 
 void CsvReader::TakePiece(std::string_view piece, TableRow& row) {
-  if (afterCr_ && piece.front() != '\n') ++line_;
+  const bool endsCrLf = afterCr_ && piece == "\n";
+  if (afterCr_ && !endsCrLf) ++line_;
   afterCr_ = piece.back() == '\r';
   if (!rowOpen_) rowLine_ = line_;
   const bool isBlank = piece == "\n" || piece == "\r\n" || piece == "\r";
-  rowDone_ = !rowOpen_ && !isBlank && SplitLine(piece, row.cells);
+  if (isBlank && blankIsRow_ && !rowOpen_ && !endsCrLf) {
+    row.cells.emplace_back();
+    rowDone_ = true;
+  } else {
+    rowDone_ = !rowOpen_ && !isBlank && SplitLine(piece, row.cells);
+  }
   if (!rowDone_) {
     row.cells.clear();
     ParsePiece(piece);

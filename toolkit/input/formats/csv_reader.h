@@ -15,7 +15,8 @@
 namespace mcbin {
 
 /// Reads separated text: quoted cells may hold separators, line ends and doubled quotes; lines end
-/// with LF, CR or CR LF; empty lines are passed over; a UTF-8 byte order mark is skipped. Cells
+/// with LF, CR or CR LF; empty lines are passed over, but in a table of one column, where such a
+/// line behind the header is a row with an empty cell; a UTF-8 byte order mark is skipped. Cells
 /// keep their blanks. A quote in the middle of a cell, a row with too few or too many cells, a
 /// quoted cell that never ends and a NUL byte are DataErrors.
 class CsvReader : public TableReader {
@@ -67,6 +68,7 @@ class CsvReader : public TableReader {
   std::vector<char> cellBytes_;        ///< Cells of the current row that went through the parser.
   std::vector<std::size_t> cellEnds_;  ///< Where each cell ends in cellBytes_.
   bool rowDone_ = false;
+  bool blankIsRow_ = false;
   bool rowOpen_ = false;       ///< A row has begun and not ended.
   bool afterCr_ = false;       ///< The last byte was a CR: its line ends unless an LF comes.
   std::uint64_t line_ = 1;     ///< The line of the next unread byte.
