@@ -87,10 +87,10 @@ Function* next(const char* name) {
 }  // namespace
 
 // number: its counter; failed: what the call answers when it fails.
-#define MCB_WRAP(number, result, failed, name, parameters, arguments)        \
-  extern "C" result name parameters {                                        \
-    static auto* const real = next<result parameters>(#name);                \
-    return mustFail(counters[number], #name) ? (failed) : real arguments;    \
+#define MCB_WRAP(number, result, failed, name, parameters, arguments)     \
+  extern "C" result name parameters {                                     \
+    static auto* const real = next<result parameters>(#name);             \
+    return mustFail(counters[number], #name) ? (failed) : real arguments; \
   }
 
 extern "C" void* malloc(std::size_t size) {
