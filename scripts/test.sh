@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Sets the machine up, builds once, runs every test of that build, and checks format and layers.
-# With --full it goes on with all that must hold before a change lands: the same bits from other
+# Sets the machine up, builds once, runs every test of that build, and checks format, layers and
+# sizes. With --full it goes on with all that must hold before a change lands: the same bits from other
 # builds, clang-tidy, valgrind, the sanitizers by the other compiler, and a short while of fuzzing.
 # Safe to repeat.
 set -euo pipefail
@@ -28,9 +28,10 @@ esac
 step "installing what is missing"
 scripts/setup.sh
 
-step "checking format and layers"
+step "checking format, layers and sizes"
 scripts/check_format.sh
 scripts/check_layers.sh
+scripts/check_sizes.py
 
 step "building and testing: release"
 build_and_test release

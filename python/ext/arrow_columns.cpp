@@ -130,6 +130,29 @@ std::string_view typeName(std::string_view format) {
   return "lists, structs or the like";
 }
 
+std::unique_ptr<Column> wholeNumbersOf(char format, const Start& start) {
+  switch (format) {
+    case 'c':
+      return numbers<std::int8_t>(start);
+    case 'C':
+      return numbers<std::uint8_t>(start);
+    case 's':
+      return numbers<std::int16_t>(start);
+    case 'S':
+      return numbers<std::uint16_t>(start);
+    case 'i':
+      return numbers<std::int32_t>(start);
+    case 'I':
+      return numbers<std::uint32_t>(start);
+    case 'l':
+      return numbers<std::int64_t>(start);
+    case 'L':
+      return numbers<std::uint64_t>(start);
+    default:
+      return std::make_unique<MissingColumn>();
+  }
+}
+
 }  // namespace
 
 ColumnHead headOf(const ArrowSchema& schema) {
@@ -153,22 +176,6 @@ std::unique_ptr<Column> columnOf(const ArrowSchema& schema, const ArrowArray& ar
   const Start start = startOf(array, firstRow);
   if (schema.dictionary != nullptr) return dictionaryOf(schema, start);
   switch (schema.format[0]) {
-    case 'c':
-      return numbers<std::int8_t>(start);
-    case 'C':
-      return numbers<std::uint8_t>(start);
-    case 's':
-      return numbers<std::int16_t>(start);
-    case 'S':
-      return numbers<std::uint16_t>(start);
-    case 'i':
-      return numbers<std::int32_t>(start);
-    case 'I':
-      return numbers<std::uint32_t>(start);
-    case 'l':
-      return numbers<std::int64_t>(start);
-    case 'L':
-      return numbers<std::uint64_t>(start);
     case 'e':
       return numbers<Half>(start);
     case 'f':
@@ -186,7 +193,7 @@ std::unique_ptr<Column> columnOf(const ArrowSchema& schema, const ArrowArray& ar
     case 'd':
       return decimals(schema.format, start);
     default:
-      return std::make_unique<MissingColumn>();
+      return wholeNumbersOf(schema.format[0], start);
   }
 }
 

@@ -39,19 +39,7 @@ Model fitFile(const FitRequest& request, nb::object progress) {
   return run(cases, request, monitor);
 }
 
-}  // namespace
-
-void bindFit(nb::module_& module) {
-  module.attr("default_na") = nb::cast(defaultNaTexts());
-  module.attr("default_pre_bins") = kDefaultPreBins;
-  module.attr("default_equal_frequency_bins") = kDefaultEqualFrequencyBins;
-  nb::class_<InputOptions>(module, "InputOptions")
-      .def(nb::init<>())
-      .def_rw("data", &InputOptions::data)
-      .def_rw("no_header", &InputOptions::noHeader)
-      .def_rw("delimiter", &InputOptions::delimiter, nb::for_setter(nb::arg("value").none()))
-      .def_rw("table", &InputOptions::table, nb::for_setter(nb::arg("value").none()))
-      .def_rw("query", &InputOptions::query, nb::for_setter(nb::arg("value").none()));
+void bindRequest(nb::module_& module) {
   nb::class_<FitRequest>(module, "FitRequest")
       .def(nb::init<>())
       .def_rw("input", &FitRequest::input)
@@ -84,6 +72,22 @@ void bindFit(nb::module_& module) {
       .def_rw("types", &FitRequest::types)
       .def_rw("missing", &FitRequest::missing)
       .def_rw("missing_ranges", &FitRequest::missingRanges);
+}
+
+}  // namespace
+
+void bindFit(nb::module_& module) {
+  module.attr("default_na") = nb::cast(defaultNaTexts());
+  module.attr("default_pre_bins") = kDefaultPreBins;
+  module.attr("default_equal_frequency_bins") = kDefaultEqualFrequencyBins;
+  nb::class_<InputOptions>(module, "InputOptions")
+      .def(nb::init<>())
+      .def_rw("data", &InputOptions::data)
+      .def_rw("no_header", &InputOptions::noHeader)
+      .def_rw("delimiter", &InputOptions::delimiter, nb::for_setter(nb::arg("value").none()))
+      .def_rw("table", &InputOptions::table, nb::for_setter(nb::arg("value").none()))
+      .def_rw("query", &InputOptions::query, nb::for_setter(nb::arg("value").none()));
+  bindRequest(module);
   module.def("fit_source", &fitSource, "source"_a, "request"_a, "progress"_a.none());
   module.def("fit_file", &fitFile, "request"_a, "progress"_a.none());
 }

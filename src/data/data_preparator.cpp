@@ -94,6 +94,10 @@ BINDataPreparator::BINDataPreparator(const std::string& tempDirName, ProgressLis
       AddColumn(variable, levels_[index] != IBINVariable::ContinuousLevel);
     }
   }
+  SortInputs();
+}
+
+void BINDataPreparator::SortInputs() {
   for (std::size_t column = firstInput_; column < columns_.size(); ++column) {
     if (columns_[column].holdsCodes || columns_[column].userMissing != nullptr) {
       checkedInputs_.push_back(column);

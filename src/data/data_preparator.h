@@ -113,6 +113,7 @@ class BINDataPreparator {
   };
 
   void AddColumn(int variable, bool holdsCodes);
+  void SortInputs();
   void StartAnew();
   void DiscardPass() noexcept;
   MCStatus RunPass(BINCaseIterator& cases);

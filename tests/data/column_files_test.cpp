@@ -18,17 +18,12 @@
 #include "support/limited_process.h"
 #include "support/scratch_directory.h"
 
+namespace mcbinning_tests {
 namespace {
 
-using MCBinning::CancelState;
 using MCBinning::ColumnBuffer;
 using MCBinning::ColumnFiles;
 using MCBinning::MCStatus;
-using MCBinning::NameState;
-using mcbinning_tests::CountingQuery;
-using mcbinning_tests::FailingFileSystem;
-using mcbinning_tests::FileOperation;
-using mcbinning_tests::ScratchDirectory;
 
 MCStatus error(long code) { return MCStatus(code, false); }
 
@@ -82,7 +77,7 @@ class ColumnFilesTest : public testing::Test {
 
   ScratchDirectory directory_;
   FailingFileSystem files_;
-  CancelState cancel_{nullptr};
+  MCBinning::CancelState cancel_{nullptr};
   std::vector<std::string> taken_;
   ColumnFiles columns_{directory_.Path(), cancel_, files_};
   ColumnBuffer buffer_;
@@ -114,7 +109,7 @@ TEST_F(ColumnFilesTest, ASeparatorIsAddedOnlyWhereOneIsMissing) {
       {"dir", "dir/"}, {"dir/", "dir/"}, {"dir\\", "dir\\"}, {"", ""}, {"/", "/"}, {"\\", "\\"}};
   for (const auto& [directory, prefix] : cases) {
     files_.FailAt(FileOperation::Probe, files_.Calls(FileOperation::Probe) + 1);
-    files_.FailProbeWith(NameState::Free);
+    files_.FailProbeWith(MCBinning::NameState::Free);
     ColumnFiles columns(directory, cancel_, files_);
     ASSERT_TRUE(columns.SetUp(1).IsOK());
     const std::string& name = columns.Names()[0];
@@ -260,7 +255,7 @@ TEST_F(ColumnFilesTest, ADirectoryNameWithAZeroByteGives120001AndIsNotSearched) 
 }
 
 TEST_F(ColumnFilesTest, TooManyOpenFilesGive120021) {
-  files_.FailProbeWith(NameState::TooManyOpenFiles);
+  files_.FailProbeWith(MCBinning::NameState::TooManyOpenFiles);
   files_.FailAt(FileOperation::Probe, 2);
   EXPECT_EQ(columns_.SetUp(3), error(120021));
   EXPECT_EQ(files_.Calls(FileOperation::Probe), 2U);
@@ -269,7 +264,7 @@ TEST_F(ColumnFilesTest, TooManyOpenFilesGive120021) {
 TEST_F(ColumnFilesTest, ADirectoryThatMayNotBeUsedGives120021AtOnce) {
   for (const mode_t mode : {0555U, 0666U, 0U}) {
     ASSERT_EQ(chmod(directory_.Path().c_str(), mode), 0);
-    const mcbinning_tests::WithoutPrivileges limited;
+    const WithoutPrivileges limited;
     const std::size_t before = files_.Calls(FileOperation::Probe);
     EXPECT_EQ(columns_.SetUp(1), error(120021)) << mode;
     EXPECT_EQ(files_.Calls(FileOperation::Probe), before + 1);
@@ -326,13 +321,6 @@ TEST_F(ColumnFilesTest, AFlushThatFailsForgetsTheNamesThatItDidNotUse) {
   ASSERT_TRUE(buffer_.Allocate(3, 10));
   EXPECT_EQ(columns_.Flush(buffer_), error(120021));
   EXPECT_EQ(columns_.Names(), (std::vector<std::string>{first, "", ""}));
-}
-
-TEST_F(ColumnFilesTest, AFullDiskGives120021) {
-  files_.LimitRoom(17);
-  ASSERT_TRUE(columns_.SetUp(2).IsOK());
-  fill(buffer_);
-  EXPECT_EQ(columns_.Flush(buffer_), error(120021));
 }
 
 TEST_F(ColumnFilesTest, ARealFileSystemWithTooLittleRoomGives120021) {
@@ -409,3 +397,4 @@ TEST_F(ColumnFilesTest, AFileThatCouldNotBeRemovedIsTriedAgainAtTheEnd) {
 }
 
 }  // namespace
+}  // namespace mcbinning_tests
