@@ -23,9 +23,8 @@ namespace {
 
 using MCBinning::ColumnBuffer;
 using MCBinning::ColumnFiles;
-using MCBinning::MCStatus;
 
-MCStatus error(long code) { return MCStatus(code, false); }
+MCBinning::MCStatus error(long code) { return {code, false}; }
 
 unsigned long tickOf(const std::string& name) {
   return std::stoul(name.substr(name.rfind('/') + 1), nullptr, 16);
@@ -51,6 +50,7 @@ class ColumnFilesTest : public testing::Test {
  protected:
   ~ColumnFilesTest() override {
     EXPECT_EQ(files_.OpenFiles(), 0U);
+    columns_.Remove();
     EXPECT_EQ(files_.Claims(), 0U);
   }
 
