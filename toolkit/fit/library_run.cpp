@@ -173,6 +173,12 @@ void takeRecord(const BINAttributeResults& record, AttributeModel& attribute) {
       truncates ? " (--weight-rounding round rounds it)" : ""));
 }
 
+/// A factory asks, too, whether to go on.
+void checkFactory(const RunSetting& run, const MCBinning::MCStatus& status) {
+  run.monitor.ThrowIfStopped();
+  throwIfRunFailed(status);
+}
+
 void checkRun(const RunSetting& run, const Model& model, const MCBinning::MCStatus& status) {
   run.feed.RethrowFailure();
   run.monitor.ThrowIfStopped();
@@ -223,7 +229,7 @@ void runSupervised(RunSetting& run, Model& model) {
           "the threshold of small bins");
   BINFactory factory;
   const std::unique_ptr<IBINAlgorithm> algorithm(factory.CreateBINAlgorithm(settings, variables));
-  throwIfRunFailed(factory.GetStatus());
+  checkFactory(run, factory.GetStatus());
   model.library = algorithm->GetVersion();
   checkRun(run, model, algorithm->Run(run.feed, nullptr, nullptr));
   std::vector<BINAttributeTargetResults> records;
@@ -240,7 +246,7 @@ void runEqualFrequency(RunSetting& run, Model& model) {
   EFBINFactory factory;
   const std::unique_ptr<IEFBINAlgorithm> algorithm(
       factory.CreateEFBINAlgorithm(settings, variables));
-  throwIfRunFailed(factory.GetStatus());
+  checkFactory(run, factory.GetStatus());
   model.library = algorithm->GetVersion();
   checkRun(run, model, algorithm->Run(run.feed, nullptr));
   std::vector<BINAttributeResults> records;
