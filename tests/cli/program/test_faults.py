@@ -54,7 +54,6 @@ COMMANDS = [
 ]
 
 
-@unittest.skipIf("ADDRESS_SANITIZED" in os.environ, "the sanitizer has allocation functions of its own")
 class Faults(ProgramTest):
     def setUp(self):
         super().setUp()
