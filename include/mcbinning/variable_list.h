@@ -9,7 +9,6 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 /// An ordered list of variables with at most one target and at most one frequency weight. The index
@@ -160,7 +159,6 @@ class MCBINNING_API BINVarList {
   int numCatVar_ = 0;
   int targetIndex_ = -1;
   int weightIndex_ = -1;
-  std::unordered_multimap<std::string, int> positions_;  // of each name, which never changes
 };
 
 #endif

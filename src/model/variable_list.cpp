@@ -82,8 +82,7 @@ BINVarList::BINVarList(const BINVarList& other)
     : numContVar_(other.numContVar_),
       numCatVar_(other.numCatVar_),
       targetIndex_(other.targetIndex_),
-      weightIndex_(other.weightIndex_),
-      positions_(other.positions_) {
+      weightIndex_(other.weightIndex_) {
   variables_.reserve(other.variables_.size());
   for (const auto& variable : other.variables_) {
     variables_.emplace_back(variable->Clone());
@@ -94,7 +93,6 @@ BINVarList& BINVarList::operator=(const BINVarList& other) {
   if (this != &other) {
     BINVarList copy(other);
     variables_.swap(copy.variables_);
-    positions_.swap(copy.positions_);
     numContVar_ = copy.numContVar_;
     numCatVar_ = copy.numCatVar_;
     targetIndex_ = copy.targetIndex_;
@@ -188,10 +186,10 @@ bool BINVarList::SetMissingInterval(int index, double low, double high) {
 }
 
 int BINVarList::FindVariable(const std::string& name) const {
-  const auto [first, last] = positions_.equal_range(name);
-  const auto found = std::min_element(
-      first, last, [](const auto& a, const auto& b) { return a.second < b.second; });
-  return found == last ? -1 : found->second;
+  const auto found =
+      std::find_if(variables_.begin(), variables_.end(),
+                   [&name](const auto& variable) { return variable->GetVariableName() == name; });
+  return found == variables_.end() ? -1 : static_cast<int>(found - variables_.begin());
 }
 
 IBINVariable* BINVarList::GetVarAt(int index) {
@@ -294,10 +292,6 @@ bool BINVarList::RemoveVar(int index) {
   const auto level = variable->GetMeasureLevel();
   const auto role = variable->GetVariableRole();
   variables_.erase(variables_.begin() + index);
-  std::erase_if(positions_, [index](const auto& position) { return position.second == index; });
-  for (auto& position : positions_) {
-    position.second -= position.second > index ? 1 : 0;
-  }
   if (level == IBINVariable::ContinuousLevel) {
     --numContVar_;
   } else if (index != weightIndex_) {
@@ -363,15 +357,8 @@ int BINVarList::Append(std::unique_ptr<IBINVariable> variable) try {
   if (variable == nullptr) {
     return -1;
   }
-  const int index = static_cast<int>(variables_.size());
-  const auto position = positions_.emplace(variable->GetVariableName(), index);
-  try {
-    variables_.push_back(std::move(variable));
-  } catch (...) {
-    positions_.erase(position);
-    throw;
-  }
-  return index;
+  variables_.push_back(std::move(variable));
+  return static_cast<int>(variables_.size()) - 1;
 } catch (const std::bad_alloc&) {
   return -1;
 }

@@ -98,19 +98,5 @@ class OddBins(ProgramTest):
                       self.succeed("fit", "d.csv", "-e", "--bins", "5").stdout)
 
 
-class Wide(ProgramTest):
-    def seconds(self, columns):
-        """Processor time of a fit."""
-        self.file("d.csv", ",".join(f"column_number_{i}" for i in range(columns)) + ",t\n"
-                  + "".join(f"{'1,' * columns}{t}\n" for t in "xyxy"))
-        before = resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
-        self.succeed("fit", "d.csv", "-t", "t", "-o", "m.json")
-        return resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before
-
-    def test_time_grows_with_the_columns_not_with_their_square(self):
-        """For eight times the columns; where names are searched for it takes 24 times the time."""
-        self.assertLess(self.seconds(16_000), 14 * min(self.seconds(2_000) for _ in range(3)))
-
-
 if __name__ == "__main__":
     unittest.main()
