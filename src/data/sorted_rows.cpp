@@ -28,18 +28,19 @@ void addWeights(std::span<const PlacedRow> rows, double sign, std::span<double> 
   counts[0] = total;
 }
 
-}  // namespace
-
-bool ArePackable(std::span<const double> weights) {
-  constexpr double kFirstTooGreat = 4294967296.0;
+bool areWholeWithSumBelow(double firstTooGreat, std::span<const double> weights) {
   double sum = 0.0;
   bool areWhole = true;
   for (const double weight : weights) {
     sum += weight;
     areWhole = areWhole && weight >= 1.0 && weight == std::floor(weight);
   }
-  return areWhole && sum < kFirstTooGreat;
+  return areWhole && sum < firstTooGreat;
 }
+
+}  // namespace
+
+bool ArePackable(std::span<const double> weights) { return areWholeWithSumBelow(0x1p32, weights); }
 
 SortedRows::SortedRows(const std::vector<Row>& sortedRows) {
   std::vector<double> weights;
@@ -48,6 +49,7 @@ SortedRows::SortedRows(const std::vector<Row>& sortedRows) {
     codeLimit_ = std::max(codeLimit_, std::size_t{static_cast<std::uint32_t>(row.code)} + 1);
   }
   MakeRoom(sortedRows.size(), ArePackable(weights));
+  hasExactSums_ = areWholeWithSumBelow(0x1p53, weights);
   if (isPacked_) {
     std::transform(sortedRows.begin(), sortedRows.end(), packed_.get(), placed<PackedRow>);
   } else {
@@ -94,6 +96,7 @@ void SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, bool wh
   distinctValues_ = counts.distinctValues;
   codeLimit_ = nCategories;
   isMerged_ = isPacked_;
+  hasExactSums_ = isPacked_;
   if (HasZero()) {
     zero_ = *std::find(cases.values.begin(), cases.values.end(), 0.0);
   }

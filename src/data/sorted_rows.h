@@ -63,7 +63,7 @@ class SortedRows {
   void Merge();
 
   /// Whether every sum of weights is exact, in any order.
-  bool HasExactSums() const { return isPacked_; }
+  bool HasExactSums() const { return hasExactSums_; }
 
   /// Every NaN is a value of its own.
   std::size_t CountDistinctValues() const { return distinctValues_; }
@@ -79,6 +79,7 @@ class SortedRows {
 
   bool isPacked_ = false;
   bool isMerged_ = false;
+  bool hasExactSums_ = false;
   double zero_ = 0.0;  // or -0.0
   std::size_t size_ = 0;
   std::size_t room_ = 0;

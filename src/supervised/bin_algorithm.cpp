@@ -81,7 +81,8 @@ void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
   const std::size_t nCategories = table.GetNTargetCategories();
   Bins bins;
   record.status_ = arePreBinsNeeded(distinctValueThreshold_, record.nDistinctValues_)
-                       ? FindBinsOfPreBins(*rows, record.totalWeight_, nCategories, bins)
+                       ? SearchPreBins(*rows, nCategories, record.totalWeight_, numberOfBins_,
+                                       rightBorderClosed_, bins)
                        : FindBins(*rows, nCategories, bins);
   if (bins.Size() > 0) {
     MergeSmallBins(settings_.GetSmallBinDetectionThreshold(), bins);
@@ -102,20 +103,6 @@ MCStatus BINAlgorithm::FindBins(SortedRows& rows, std::size_t nCategories, Bins&
 }
 
 /// Without bins when there is nothing to search in.
-MCStatus BINAlgorithm::FindBinsOfPreBins(const SortedRows& rows, double totalWeight,
-                                         std::size_t nCategories, Bins& bins) const {
-  BINEFPreProcess preProcess(numberOfBins_, rightBorderClosed_);
-  std::vector<double> boundaries;
-  if (!FindPreBins(preProcess, rows, totalWeight, rightBorderClosed_, boundaries)) {
-    return {};
-  }
-  std::vector<double> counts;
-  const MCStatus countStatus =
-      CountPerBin(rows, nCategories, boundaries, rightBorderClosed_, counts);
-  const MCStatus searchStatus =
-      SearchCutPoints(CandidateTable::FromPreBins(boundaries, counts, nCategories), bins);
-  return searchStatus.IsOK() ? countStatus : searchStatus;
-}
 
 void BINAlgorithm::FileInOutput(BINAttributeTargetResults record) {
   output_.File(std::move(record));

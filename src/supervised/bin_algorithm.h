@@ -49,8 +49,6 @@ class BINAlgorithm : public AlgorithmFrame<SupervisedKind> {
   void FileInOutput(BINAttributeTargetResults record);
 
   MCStatus FindBins(SortedRows& rows, std::size_t nCategories, Bins& bins) const;
-  MCStatus FindBinsOfPreBins(const SortedRows& rows, double totalWeight, std::size_t nCategories,
-                             Bins& bins) const;
 
   int distinctValueThreshold_ = -1;
 };

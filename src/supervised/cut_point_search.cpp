@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <numeric>
 #include <utility>
 #include <vector>
@@ -26,6 +27,9 @@ double categoriesPresent(const ClassCounts& counts) {
       std::count_if(counts.begin() + 1, counts.end(), [](double weight) { return weight != 0.0; }));
 }
 
+/// The bits that tell which of the subsets of `k` categories are present on the sides.
+double codingBits(double k) { return Log2(PowerOf3(static_cast<std::size_t>(k)) - 2.0); }
+
 /// The minimum-description-length test, with the number of categories of the two sides added up
 /// where the published form has the number of categories of the whole.
 bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const ClassCounts& right,
@@ -34,11 +38,32 @@ bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const 
   const double k1 = categoriesPresent(left);
   const double k2 = categoriesPresent(right);
   const double k = k1 + k2;
-  const double codings = PowerOf3(static_cast<std::size_t>(k));
   const double entropy = Entropy(total);
-  const double delta =
-      Log2(codings - 2.0) - (k * entropy - k1 * Entropy(left) - k2 * Entropy(right));
+  const double delta = codingBits(k) - (k * entropy - k1 * Entropy(left) - k2 * Entropy(right));
   return entropy - splitEntropy > Log2(n - 1.0) / n + delta / n;
+}
+
+/// Whether the test may accept a split whose entropy is greater than `leastEntropy` and whose sides
+/// hold at least what `least` says.
+///
+/// The sides' entropies, weighted by their shares, add up to the entropy E of the split, so
+/// k1 Ent(left) + k2 Ent(right) is at least min(k1, k2) E, divided by the greater share. With that,
+/// what the test asks for is a concave function of k1 and k2, least at a corner.
+bool canBeWorthwhile(const ClassCounts& total, const SplitCounts& least, double leastEntropy) {
+  constexpr double kRounding = 1e-9;  // in bits; that of sums below 2^13 is less than 2^-36
+  const double n = total[0];
+  const double entropy = Entropy(total);
+  const double k = categoriesPresent(total);
+  const double greaterShare = (n - std::min(least.left[0], least.right[0])) / n;
+  const double keptPerCategory = std::max(leastEntropy, 0.0) / greaterShare;
+  double leastDelta = std::numeric_limits<double>::infinity();
+  for (const double k1 : {std::max(categoriesPresent(least.left), 1.0), k}) {
+    for (const double k2 : {std::max(categoriesPresent(least.right), 1.0), k}) {
+      leastDelta = std::min(leastDelta, codingBits(k1 + k2) - (k1 + k2) * entropy +
+                                            std::min(k1, k2) * keptPerCategory);
+    }
+  }
+  return !(entropy - leastEntropy <= (Log2(n - 1.0) + leastDelta - kRounding) / n);
 }
 
 class Search {
@@ -55,33 +80,52 @@ class Search {
     while (!pending.empty()) {
       const Interval interval = pending.back();
       pending.pop_back();
-      std::size_t gap = 0;
-      if (FindSplit(interval, gap)) {
-        cutPoints_.push_back(table_.CutPointAfter(gap - 1));
-        pending.push_back({interval.first, gap - 1});
-        pending.push_back({gap, interval.last});
+      const BestSplit split = FindSplit(interval);
+      if (split.isAccepted) {
+        cutPoints_.push_back(table_.CutPointAfter(split.gap - 1));
+        pending.push_back({interval.first, split.gap - 1});
+        pending.push_back({split.gap, interval.last});
       }
     }
     return std::move(cutPoints_);
   }
 
- private:
-  /// Sets `gap` to the candidate that the right part begins with.
-  bool FindSplit(const Interval& interval, std::size_t& gap) {
+  BestSplit FindSplit(const Interval& interval) {
     if (interval.first == interval.last) {
-      return false;
+      return {};
     }
     counts_.Start(interval.first, interval.last);
     const SplitScan::Split split = scan_.FindBest(interval.first, interval.last);
-    if (!split.found || split.gap == interval.last + 1 ||
-        std::isnan(table_.CutPointAfter(split.gap - 1))) {
-      return false;
+    BestSplit best{split.gap, split.found, false};
+    if (split.found && split.gap != interval.last + 1 &&
+        !std::isnan(table_.CutPointAfter(split.gap - 1))) {
+      CountSides(interval, split.gap);
+      best.isAccepted =
+          isSplitWorthwhile(counts_.Total(), sides_.left, sides_.right, split.entropy);
     }
-    CountSides(interval, split.gap);
-    gap = split.gap;
-    return isSplitWorthwhile(counts_.Total(), sides_.left, sides_.right, split.entropy);
+    return best;
   }
 
+  SplitOutlook Foresee() {
+    counts_.Start(0, table_.Size() - 1);
+    const SplitScan::Bounds bounds = scan_.BoundStretches(0, table_.Size() - 1);
+    SplitOutlook outlook;
+    SplitCounts begin;
+    SplitCounts end;
+    for (std::size_t candidate = 0; candidate < table_.Size(); ++candidate) {
+      const double least = bounds.leastEntropies[candidate];
+      if (!(least > bounds.greatestBest)) {
+        outlook.open.push_back(candidate);
+        counts_.At(candidate, begin);
+        counts_.At(candidate + 1, end);
+        outlook.canBeAccepted = outlook.canBeAccepted ||
+                                canBeWorthwhile(counts_.Total(), {begin.left, end.right}, least);
+      }
+    }
+    return outlook;
+  }
+
+ private:
   void CountSides(const Interval& interval, std::size_t gap) {
     const bool leftIsNearer = gap - 1 <= interval.first + (interval.last - interval.first) / 2;
     ClassCounts& nearer = leftIsNearer ? sides_.left : sides_.right;
@@ -151,6 +195,16 @@ MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins) {
                        bins.cutPoints.end());
   countBins(table, counts, bins);
   return bins.cutPoints.empty() ? warningStatus(kNoSplit) : MCStatus();
+}
+
+BestSplit FindBestSplit(const CandidateTable& table) {
+  RunningCounts counts(table);
+  return Search(table, counts).FindSplit({0, table.Size() - 1});
+}
+
+SplitOutlook ForeseeBestSplit(const CandidateTable& table) {
+  RunningCounts counts(table);
+  return Search(table, counts).Foresee();
 }
 
 }  // namespace MCBinning

@@ -1,6 +1,9 @@
 #ifndef MCBINNING_SUPERVISED_CUT_POINT_SEARCH_H
 #define MCBINNING_SUPERVISED_CUT_POINT_SEARCH_H
 
+#include <cstddef>
+#include <vector>
+
 #include "mcbinning/status.h"
 #include "supervised/bins.h"
 #include "supervised/candidate_table.h"
@@ -21,6 +24,26 @@ namespace MCBinning {
 /// last candidate is not beyond (first + last) / 2 in whole numbers), in ascending order, and by
 /// taking that side, element by element, from the counts of the interval.
 MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins);
+
+/// The best split of some candidates; its right part begins with the candidate `gap`.
+struct BestSplit {
+  std::size_t gap = 0;
+  bool isFound = false;
+  bool isAccepted = false;  // the split can be made and passes the test
+};
+
+/// The first step of the search: the best split of all candidates of `table`, which is consistent.
+BestSplit FindBestSplit(const CandidateTable& table);
+
+/// What is known of the best split of the values of a table whose candidates may each stand for a
+/// stretch of neighbouring values that are not told apart.
+struct SplitOutlook {
+  std::vector<std::size_t> open;  // candidates in or at which the best split may be
+  bool canBeAccepted = false;
+};
+
+/// `table` is consistent, not empty and of exact sums.
+SplitOutlook ForeseeBestSplit(const CandidateTable& table);
 
 }  // namespace MCBinning
 

@@ -1,19 +1,14 @@
 #include "supervised/ef_preprocess.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <utility>
 
 #include "data/sorted_rows.h"
+#include "supervised/ef_targets.h"
 
 namespace MCBinning {
 namespace {
-
-// Rounding makes neither the last percentage exactly 100 nor a cumulative weight exactly its
-// target.
-constexpr double kPercentageTolerance = 2.220446049250313e-14;
-constexpr double kWeightTolerance = 2.220446049250313e-16;
 
 // The one pass over the rows that finds boundary after boundary.
 class BoundaryPass {
@@ -27,14 +22,6 @@ class BoundaryPass {
         cutPoints_(cutPoints),
         binWeights_(binWeights) {}
 
-  // The weight at which the bin of that number, from 0, ends.
-  double TargetOf(int bin, int numberOfBins) const {
-    const double percentage = std::min(100.0, (bin + 1) * (100.0 / numberOfBins));
-    return std::fabs(percentage - 100.0) <= kPercentageTolerance
-               ? totalWeight_
-               : percentage / 100.0 * totalWeight_;
-  }
-
   bool HasReached(double target) const { return cumulative_ >= target; }
 
   // The rows read so far already reach the target and end at the last cut point.
@@ -47,10 +34,10 @@ class BoundaryPass {
     const Entry entry{position_, cumulative_, beforeLastRun_};
     double next = ValueBefore(position_);
     bool isMet = false;
-    while (!IsPassed(target) && position_ < table_.Size()) {
+    while (!EFTargets::IsPassed(target, cumulative_) && position_ < table_.Size()) {
       beforeLastRun_ = cumulative_;
       next = table_.Value(position_);
-      isMet = IsMet(target);
+      isMet = EFTargets::IsMet(target, cumulative_);
       if (isMet) {
         break;
       }
@@ -76,15 +63,6 @@ class BoundaryPass {
 
   double ValueBefore(std::size_t position) const {
     return table_.Value(position == 0 ? 0 : position - 1);
-  }
-
-  bool IsPassed(double target) const {
-    return cumulative_ >= target &&
-           std::fabs(cumulative_ - target) / cumulative_ >= kWeightTolerance;
-  }
-
-  bool IsMet(double target) const {
-    return std::fabs(cumulative_ - target) / std::max(target, cumulative_) < kWeightTolerance;
   }
 
   void ReadRun(double value) {
@@ -133,11 +111,12 @@ bool canBeCut(const SortedRows& table, int numberOfBins, double totalWeight) {
 }
 
 // The first step from `step` on whose target lies beyond the rows read so far.
-int firstStepBeyond(const BoundaryPass& pass, int step, int numberOfBins) {
+int firstStepBeyond(const BoundaryPass& pass, const EFTargets& targets, int step,
+                    int numberOfBins) {
   int end = numberOfBins;
   while (step < end) {
     const int middle = step + (end - step) / 2;
-    if (pass.HasReached(pass.TargetOf(middle, numberOfBins))) {
+    if (pass.HasReached(targets.Of(middle))) {
       step = middle + 1;
     } else {
       end = middle;
@@ -146,11 +125,12 @@ int firstStepBeyond(const BoundaryPass& pass, int step, int numberOfBins) {
   return step;
 }
 
-void findBoundaries(int numberOfBins, BoundaryPass pass, std::vector<double>& cutPoints) {
+void findBoundaries(int numberOfBins, const EFTargets& targets, BoundaryPass pass,
+                    std::vector<double>& cutPoints) {
   for (int i = 0; i < numberOfBins;) {
-    const double target = pass.TargetOf(i, numberOfBins);
+    const double target = targets.Of(i);
     if (pass.RepeatsLastCutPoint(target)) {
-      i = firstStepBeyond(pass, i + 1, numberOfBins);  // those before it repeat it too
+      i = firstStepBeyond(pass, targets, i + 1, numberOfBins);  // those before it repeat it too
       continue;
     }
     const double boundary = pass.FindBoundary(target);
@@ -211,7 +191,7 @@ bool BINEFPreProcess::RunOverTriples(const SortedRows& table, std::vector<double
   if (!canBeCut(table, numberOfBins_, totalWeight)) {
     return false;
   }
-  findBoundaries(numberOfBins_,
+  findBoundaries(numberOfBins_, EFTargets(numberOfBins_, totalWeight),
                  BoundaryPass(table, rightBorderClosed_, totalWeight, cutPoints, nullptr),
                  cutPoints);
   return true;
@@ -222,7 +202,7 @@ bool BINEFPreProcess::RunOverPairs(const SortedRows& table, std::vector<double>&
   if (!canBeCut(table, numberOfBins_, totalWeight)) {
     return false;
   }
-  findBoundaries(numberOfBins_,
+  findBoundaries(numberOfBins_, EFTargets(numberOfBins_, totalWeight),
                  BoundaryPass(table, rightBorderClosed_, totalWeight, cutPoints, &binWeights),
                  cutPoints);
   removeBorderCutPoint(table, rightBorderClosed_, cutPoints, binWeights);

@@ -4,6 +4,8 @@
 #include <limits>
 
 #include "status/status_codes.h"
+#include "supervised/candidate_table.h"
+#include "supervised/cut_point_search.h"
 
 namespace MCBinning {
 
@@ -65,6 +67,21 @@ MCStatus CountPerBin(const SortedRows& rows, std::size_t nCategories,
   }
   fileBin();
   return MCStatus();
+}
+
+MCStatus SearchPreBins(const SortedRows& rows, std::size_t nCategories, double totalWeight,
+                       int numberOfBins, bool rightBorderClosed, Bins& bins) {
+  BINEFPreProcess preProcess(numberOfBins, rightBorderClosed);
+  std::vector<double> boundaries;
+  if (!FindPreBins(preProcess, rows, totalWeight, rightBorderClosed, boundaries)) {
+    return {};
+  }
+  std::vector<double> counts;
+  const MCStatus countStatus =
+      CountPerBin(rows, nCategories, boundaries, rightBorderClosed, counts);
+  const MCStatus searchStatus =
+      SearchCutPoints(CandidateTable::FromPreBins(boundaries, counts, nCategories), bins);
+  return searchStatus.IsOK() ? countStatus : searchStatus;
 }
 
 }  // namespace MCBinning

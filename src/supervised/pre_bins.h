@@ -7,6 +7,7 @@
 
 #include "data/sorted_rows.h"
 #include "mcbinning/status.h"
+#include "supervised/bins.h"
 #include "supervised/ef_preprocess.h"
 
 namespace MCBinning {
@@ -33,6 +34,11 @@ bool FindPreBins(BINEFPreProcess& preProcess, const SortedRows& rows, double tot
 MCStatus CountPerBin(const SortedRows& rows, std::size_t nCategories,
                      const std::vector<double>& boundaries, bool rightBorderClosed,
                      std::vector<double>& counts);
+
+/// The cut-point search over the pre-bins of `rows`: SearchCutPoints' status or, where that is OK,
+/// CountPerBin's. OK, with `bins` as they were, when no pre-bins can be made.
+MCStatus SearchPreBins(const SortedRows& rows, std::size_t nCategories, double totalWeight,
+                       int numberOfBins, bool rightBorderClosed, Bins& bins);
 
 }  // namespace MCBinning
 

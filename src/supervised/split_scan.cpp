@@ -77,22 +77,45 @@ void SplitScan::Evaluate(const Gap& gap) {
   }
 }
 
-SplitScan::Split SplitScan::FindBest(std::size_t first, std::size_t last) {
+/// Makes the interval's two ends the first two gaps.
+void SplitScan::SetInterval(std::size_t first, std::size_t last) {
   first_ = first;
   last_ = last;
   weight_ = counts_.Total()[0];
   logOfWeight_ = Log2(weight_);
   best_ = {0, kInfinity, false};
-  Gap& begin = gaps_[0];
-  Gap& end = gaps_[1];
-  begin.at = first;
-  end.at = last + 1;
-  for (Gap* gap : {&begin, &end}) {
-    counts_.At(gap->at, gap->counts);
-    FillTerms(*gap);
+  gaps_[0].at = first;
+  gaps_[1].at = last + 1;
+  for (std::size_t end = 0; end < 2; ++end) {
+    counts_.At(gaps_[end].at, gaps_[end].counts);
+    FillTerms(gaps_[end]);
   }
-  Search(begin, end, 2);
+}
+
+SplitScan::Split SplitScan::FindBest(std::size_t first, std::size_t last) {
+  SetInterval(first, last);
+  Search(gaps_[0], gaps_[1], 2);
   return best_;
+}
+
+/// What is evaluated at a gap between candidates may belong to one that no scan examines, inside a
+/// run of one class. Then one that is examined, at an end of the run, is no worse but for rounding,
+/// which the slack covers.
+SplitScan::Bounds SplitScan::BoundStretches(std::size_t first, std::size_t last) {
+  SetInterval(first, last);
+  Bounds bounds{{}, kInfinity};
+  running_ = gaps_[0];
+  for (std::size_t candidate = first; candidate <= last; ++candidate) {
+    gaps_[2] = running_;
+    MoveOn(running_);
+    bounds.leastEntropies.push_back(LeastEntropy(gaps_[2], running_));
+    if (candidate < last) {
+      bounds.greatestBest = std::min(bounds.greatestBest,
+                                     WeightedEntropy(running_.counts.left, running_.counts.right));
+    }
+  }
+  bounds.greatestBest += Slack(gaps_[0], gaps_[1], 0.0);
+  return bounds;
 }
 
 /// Looks at the gaps after begin and before end.

@@ -32,6 +32,16 @@ class SplitScan {
   /// two candidates.
   Split FindBest(std::size_t first, std::size_t last);
 
+  /// For a table whose candidates may each stand for a stretch of neighbouring values that are not
+  /// told apart: what the class counts at the gaps say about the values. Sums must be exact.
+  struct Bounds {
+    /// Per candidate: less than what is evaluated anywhere inside and at the gaps on both sides;
+    /// NaN when nothing is known.
+    std::vector<double> leastEntropies;
+    double greatestBest;  // the best split of the values is not worse
+  };
+  Bounds BoundStretches(std::size_t first, std::size_t last);
+
  private:
   /// A gap and what the bounds of the stretches on both its sides need.
   struct Gap {
@@ -41,6 +51,7 @@ class SplitScan {
     double sumOfTerms = 0.0;    // NaN when a count is negative
   };
 
+  void SetInterval(std::size_t first, std::size_t last);
   bool IsPure(std::size_t candidate) const;
   bool IsExamined(std::size_t gap) const;
   void Evaluate(const Gap& gap);

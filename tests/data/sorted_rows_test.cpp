@@ -159,4 +159,15 @@ TEST(SortedRowsTest, FillAndClearForgetTheRowsBefore) {
   EXPECT_EQ(rows.Size(), 0U);
 }
 
+TEST(SortedRowsTest, SumsOfWholeWeightsAreExactBelowTwoToThe53) {
+  const auto areExact = [](double first, double second) {
+    return SortedRows({{1, 0, first}, {2, 1, second}}).HasExactSums();
+  };
+  EXPECT_TRUE(areExact(1, 2));
+  EXPECT_TRUE(areExact(0x1p32, 1));
+  EXPECT_TRUE(areExact(0x1p53 - 2.0, 1));
+  EXPECT_FALSE(areExact(0x1p53 - 1.0, 1));
+  EXPECT_FALSE(areExact(0x1p40, 0.5));
+}
+
 }  // namespace

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
+#include <vector>
 
+#include "random/random_runs.h"
 #include "support/candidate_entries.h"
 
 namespace MCBinning {
@@ -209,6 +212,68 @@ TEST(CutPointSearchTest, EqualPreBinBoundariesMakeOneCutPoint) {
   const Outcome outcome = searchPreBins({-9, 1, 1, 9}, {20, 0, 0, 20, 20, 0}, 2);
   EXPECT_THAT(outcome.bins.cutPoints, ElementsAre(1));
   EXPECT_THAT(outcome.bins.counts, ElementsAre(40, 20, 20, 20, 20, 0));
+}
+
+/// Values and the same values in groups that stand for stretches.
+struct Grouped {
+  std::vector<SortedRows::Row> values;
+  std::vector<SortedRows::Row> groups;
+};
+
+Grouped drawGrouped(mcbinning_tests::Choices& choices, std::size_t nCategories) {
+  Grouped drawn;
+  const int size = choices.Between(2, 300);
+  const double noise = choices.Pick({0.0, 0.1, 0.5, 1.0});
+  const double weight = choices.Pick({1.0, 1000.0, 0x1p30});
+  double group = 0.0;
+  std::map<int, double> weights;
+  for (int i = 0; i < size; ++i) {
+    const int code = choices.Chance(noise) ? choices.Below(static_cast<int>(nCategories))
+                                           : 4 * i / size % static_cast<int>(nCategories);
+    drawn.values.push_back({group + i / 1000.0, code, weight});
+    weights[code] += weight;
+    if (i + 1 == size || choices.OneIn(5)) {
+      for (const auto& [groupCode, groupWeight] : weights) {
+        drawn.groups.push_back({group, groupCode, groupWeight});
+      }
+      weights.clear();
+      group += 1.0;
+    }
+  }
+  return drawn;
+}
+
+TEST(CutPointSearchTest, BestSplitOfTheValuesLiesWhereTheGroupsForeseeIt) {
+  mcbinning_tests::forRandomRuns(2000, [](mcbinning_tests::Choices& choices) {
+    const auto nCategories = static_cast<std::size_t>(choices.Between(2, 9));
+    const Grouped drawn = drawGrouped(choices, nCategories);
+    const mcbinning_tests::CandidatesOfRows values(drawn.values, nCategories);
+    const mcbinning_tests::CandidatesOfRows groups(drawn.groups, nCategories);
+    const BestSplit split = FindBestSplit(values);
+    const SplitOutlook outlook = ForeseeBestSplit(groups);
+    EXPECT_TRUE(outlook.canBeAccepted || !split.isAccepted);
+    if (split.isAccepted) {
+      const auto group = static_cast<std::size_t>(values.CutPointAfter(split.gap - 1));
+      EXPECT_THAT(outlook.open, testing::Contains(group));
+    }
+  });
+}
+
+TEST(CutPointSearchTest, SingleCandidateHasNoBestSplit) {
+  const mcbinning_tests::CandidatesOfRows table({{1, 0, 1}, {1, 1, 1}}, 2);
+  EXPECT_FALSE(FindBestSplit(table).isFound);
+}
+
+TEST(CutPointSearchTest, GroupsFarFromTheBestSplitAreNotOpen) {
+  std::vector<SortedRows::Row> groups;
+  for (int group = 0; group < 100; ++group) {
+    groups.push_back({static_cast<double>(group), 0, group < 50 ? 900.0 : 100.0});
+    groups.push_back({static_cast<double>(group), 1, group < 50 ? 100.0 : 900.0});
+  }
+  const SplitOutlook outlook = ForeseeBestSplit(mcbinning_tests::CandidatesOfRows(groups, 2));
+  EXPECT_TRUE(outlook.canBeAccepted);
+  EXPECT_THAT(outlook.open, testing::Contains(49U));
+  EXPECT_LT(outlook.open.size(), 20U);
 }
 
 }  // namespace

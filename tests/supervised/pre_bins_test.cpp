@@ -146,5 +146,33 @@ TEST_F(CountPerBinTest, WithoutRowsASingleBinIsZero) {
   EXPECT_EQ(Count({0, 5, 10}, true), kBadBoundaries);
 }
 
+TEST(SearchPreBinsTest, PreBinsAreTheCandidates) {
+  std::vector<SortedRows::Row> rows;
+  for (int i = 0; i < 40; ++i) {
+    rows.push_back({static_cast<double>(i), i < 18 ? 0 : 1, 1});
+  }
+  Bins bins;
+  EXPECT_TRUE(SearchPreBins(SortedRows(rows), 2, 40, 4, true, bins).IsOK());
+  EXPECT_THAT(bins.cutPoints, ElementsAre(19.5));
+  EXPECT_THAT(bins.counts, ElementsAre(20, 18, 2, 20, 0, 20));
+}
+
+TEST(SearchPreBinsTest, WithoutRowsThereAreNoBins) {
+  Bins bins;
+  EXPECT_TRUE(SearchPreBins(SortedRows(), 2, 0, 4, true, bins).IsOK());
+  EXPECT_EQ(bins.Size(), 0U);
+}
+
+TEST(SearchPreBinsTest, RowsBeyondTheLastPreBinAreAWarningAfterASplit) {
+  std::vector<SortedRows::Row> rows;
+  for (int i = 0; i < 40; ++i) {
+    rows.push_back({static_cast<double>(i), i < 20 ? 0 : 1, 1});
+  }
+  rows.push_back({kInfinity, 1, 1});
+  Bins bins;
+  EXPECT_EQ(SearchPreBins(SortedRows(rows), 2, 41, 4, true, bins), MCStatus(120002, true));
+  EXPECT_FALSE(bins.cutPoints.empty());
+}
+
 }  // namespace
 }  // namespace MCBinning
