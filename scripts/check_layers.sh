@@ -13,7 +13,7 @@ without() { grep -vE "$@" || true; }
 only() {
   local allowed=$1
   shift
-  search '^ *# *include *["<]((mcbinning|numerics|status|model|api|data|supervised|ef|platform|tests|support|toolkit|cli|python)/|gtest|gmock)' "$@" |
+  search '^ *# *include *["<]((mcbinning|numerics|status|model|api|data|supervised|ef|rounds|platform|tests|support|toolkit|cli|python)/|gtest|gmock)' "$@" |
     without "[\"<]($allowed)"
 }
 
@@ -40,6 +40,7 @@ includes_that_point_up() {
   only "$base|$model|platform/|status/|model/|data/" src/data
   only "$base|$model|$api|platform/|status/|model/|api/|data/|numerics/|supervised/" src/supervised
   only "$base|$model|$api|platform/|status/|model/|api/|data/|numerics/|supervised/|ef/" src/ef
+  only "mcbinning/rounds\.h|$base|$model|$api|platform/|status/|model/|api/|data/|numerics/|supervised/|rounds/" src/rounds
   only "$base" include/mcbinning/{export,status,progress,case_iterator}.h
   only "$base|$model" include/mcbinning/{user_missing,encoders,variables,variable_list}.h
   only 'mcbinning/' include

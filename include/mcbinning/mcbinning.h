@@ -95,6 +95,7 @@
 #include <mcbinning/factories.h>
 #include <mcbinning/outputs.h>
 #include <mcbinning/progress.h>
+#include <mcbinning/rounds.h>
 #include <mcbinning/settings.h>
 #include <mcbinning/status.h>
 #include <mcbinning/user_missing.h>

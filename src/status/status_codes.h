@@ -29,6 +29,10 @@ enum StatusCode : long {
   kNoEqualFrequencyCut = 120019,
   kNoResults = 120020,
   kNoTempFile = 120021,
+  kDataChanged = 120022,    // between two questions of a run in rounds
+  kTooMuchWeight = 120023,  // 2^53 or more, from where on sums are not exact
+  kUnfitAnswer = 120024,    // or question
+  kFractionalWeight = 120025,
 };
 
 inline MCStatus errorStatus(StatusCode code) { return {code, false}; }

@@ -110,6 +110,39 @@ void tryEqualFrequency() {
   expect(result.GetCellCounts() == std::vector<double>{10, 10, 10, 10}, "four equal bins");
 }
 
+void tryRounds() {
+  std::vector<double> numbers;
+  std::vector<int> halves;
+  for (int i = 0; i < 40; ++i) {
+    numbers.push_back(i);
+    halves.push_back(i < 20 ? 0 : 1);
+  }
+  BINRoundCases cases;
+  cases.size = numbers.size();
+  cases.codes = halves.data();
+  cases.columns = {numbers.data()};
+  BINRoundsPlan plan;
+  plan.attributes = {BINRoundsAttribute()};
+  plan.target = 1;
+  plan.categories = 2;
+  plan.countDistinct = false;
+  BINSettings settings;
+  settings.SetNumberOfBins(10);
+  BINRounds rounds;
+  MCBinning::MCStatus status = rounds.Start(settings, plan);
+  while (!status.IsError() && !rounds.IsFinished()) {
+    BINRoundCounter counter;
+    BINRoundAnswer answer;
+    counter.Prepare(rounds.GetQuestion(), plan.categories);
+    counter.Count(cases, answer);
+    status = rounds.Answer(answer);
+  }
+  BINAttributeTargetResults result;
+  expect(rounds.GetOutput().GetAttributeTargetCutPoints(0, 1, result).IsOK(),
+         "the run in rounds has a result");
+  expect(result.GetCutPoints() == std::vector<double>{19.0}, "the same cut in rounds");
+}
+
 void tryRecord() {
   MCCommon::Record record(2);
   record[1] = 0.5;
@@ -124,6 +157,7 @@ int main() {
   tryRecord();
   trySupervised();
   tryEqualFrequency();
+  tryRounds();
   std::cout << (failed ? "consumer failed\n" : "consumer ok\n");
   return failed ? 1 : 0;
 }
