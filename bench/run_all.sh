@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the benchmarks with plain -O2 and prints the ratio table of docs/performance.md for 1 and
-# for 10 million cases (several minutes, 6 GB of memory), then the logarithm, the reading of the
-# program and the single stages.
+# for 10 million cases (several minutes, 6 GB of memory), then the logarithm, the search in rounds
+# over up to 1,000 million rows, the reading of the program and the single stages.
 # Usage: bench/run_all.sh [cases...]; the time of the stages can be cut with --no-stages first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -26,6 +26,8 @@ for cases in "$@"; do
 done
 echo
 build/bench/bench/mcbinning_logarithm
+echo
+build/bench/bench/mcbinning_rounds
 echo
 build/bench/bench/mcbin_reading 1000000 5
 if [ "$stages" = 1 ] && [ -x build/bench/bench/mcbinning_stages ]; then
