@@ -15,6 +15,9 @@ namespace mcbin {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{1} << 17U;
+constexpr std::size_t kMebibyte = std::size_t{1} << 20U;
+constexpr std::size_t kLongestRow = 64 * kMebibyte;
+constexpr std::size_t kLongestCell = 16 * kMebibyte;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 int noBlanks(unsigned char) { return 0; }
@@ -182,6 +185,16 @@ void CsvReader::ParsePiece(std::string_view piece) {
   const std::size_t parsed =
       csv_parse(parser_.get(), piece.data(), piece.size(), OnCell, OnRowEnd, this);
   if (parsed != piece.size()) FailParsing();
+  rowBytes_ += piece.size();
+  if (parser_->entry_pos > kLongestCell) {
+    FailAt(rowLine_,
+           fmt::format("the cell in column {} is longer than {} MiB: is a closing \" missing?",
+                       cellEnds_.size() + 1, kLongestCell / kMebibyte));
+  }
+  if (rowBytes_ > kLongestRow) {
+    FailAt(rowLine_, fmt::format("the row is longer than {} MiB: do its lines end?",
+                                 kLongestRow / kMebibyte));
+  }
 }
 
 void CsvReader::FinishLastRow() {
@@ -196,6 +209,7 @@ bool CsvReader::ReadRow(TableRow& row) {
   row.cells.clear();
   cellEnds_.clear();
   rowDone_ = false;
+  rowBytes_ = 0;
   while (!rowDone_ && !atEnd_) {
     if (bufferPosition_ == bufferSize_ && !FillBuffer()) {
       FinishLastRow();

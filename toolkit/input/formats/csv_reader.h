@@ -18,7 +18,8 @@ namespace mcbin {
 /// with LF, CR or CR LF; empty lines are passed over, but in a table of one column, where such a
 /// line behind the header is a row with an empty cell; a UTF-8 byte order mark is skipped. Cells
 /// keep their blanks. A quote in the middle of a cell, a row with too few or too many cells, a
-/// quoted cell that never ends and a NUL byte are DataErrors.
+/// quoted cell that never ends, a NUL byte, a cell beyond 16 MiB and a row beyond 64 MiB are
+/// DataErrors.
 class CsvReader : public TableReader {
  public:
   /// With `hasHeader` the first row names the columns, else they are called column_1, column_2 ...
@@ -66,6 +67,7 @@ class CsvReader : public TableReader {
   bool atEnd_ = false;
 
   std::vector<char> cellBytes_;        ///< Cells of the current row that went through the parser.
+  std::size_t rowBytes_ = 0;           ///< Of the current row that went through the parser.
   std::vector<std::size_t> cellEnds_;  ///< Where each cell ends in cellBytes_.
   bool rowDone_ = false;
   bool blankIsRow_ = false;
