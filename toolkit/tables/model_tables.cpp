@@ -50,7 +50,7 @@ std::string targetText(const Model& model) {
     separator = ", ";
   }
   if (target.missingWeight != 0.0) {
-    text += fmt::format(", missing ({}, {})", weightText(target.missingWeight),
+    text += fmt::format(", missing ({}, {}), counted in no bin", weightText(target.missingWeight),
                         shareText(target.missingWeight, total));
   }
   return text + "\n";

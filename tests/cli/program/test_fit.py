@@ -96,7 +96,7 @@ class Tables(ProgramTest):
     def test_missing_parts_are_set_apart(self):
         self.file("m.csv", "x,t\n1,a\n2,b\n,a\n9,b\n9,b\n3,?\n")
         result = self.succeed("fit", "m.csv", "-t", "t", "--missing", "x=9")
-        self.assertIn("Target t: a (2, 33.3%), b (3, 50.0%), missing (1, 16.7%)\n", result.stdout)
+        self.assertIn("Target t: a (2, 33.3%), b (3, 50.0%), missing (1, 16.7%), counted in no bin\n", result.stdout)
         self.assertIn("     missing            1  20.0%  1  100.0%  0    0.0%\n", result.stdout)
         self.assertIn("     user-missing       2  40.0%  0    0.0%  2  100.0%\n", result.stdout)
 

@@ -45,7 +45,7 @@ TEST(ModelTables, Overview) {
   EXPECT_EQ(overviewText(testing::exampleModel()),
             "Supervised binning of loans.csv: 16 cases, 14 used, 2 dropped for their weight\n"
             "Weight w, rounded to whole numbers\n"
-            "Target default: no (5, 35.7%), yes (8, 57.1%), missing (1, 7.1%)\n"
+            "Target default: no (5, 35.7%), yes (8, 57.1%), missing (1, 7.1%), counted in no bin\n"
             "\n"
             "Attributes by information gain\n"
             "  #  attribute  bins  distinct                  min  max  entropy before   after    "
