@@ -171,11 +171,13 @@ void runFit(FitCommand& fit) {
   const auto tellPlan = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
     tell(planText(columns, fit.request.input.data, rows, categories));
   };
+  const auto tellNote = [](const std::string& note) { tell("note: " + note + "\n"); };
   FitTimings timings;
   TextCases cases(*reader, fit.request.naTexts);
   const Model model = [&] {
     MutedStandardOutput muted;
-    Model fitted = fitModel(fit.request, cases, {monitor, tellPlan, fit.timings}, timings);
+    Model fitted =
+        fitModel(fit.request, cases, {monitor, tellPlan, fit.timings, tellNote}, timings);
     muted.End();
     return fitted;
   }();

@@ -41,7 +41,8 @@ CaseFeed::CaseFeed(CaseSource& source, const std::vector<ColumnPlan>& columns,
       weightEncoder_(roundingOption(rounding)),
       record_(sizeOf(layout)),
       isTimed_(isTimed),
-      classWeights_(scan.categories.size(), 0.0) {
+      classWeights_(scan.categories.size(), 0.0),
+      declared_(columns.begin(), columns.end()) {
   const WeightedCounts none{0.0, classWeights_};
   missing_.assign(layout.attributeColumns.size(), none);
   userMissing_ = missing_;
@@ -104,7 +105,10 @@ int CaseFeed::TargetCode() {
   const std::size_t column = *layout_.targetColumn;
   const std::string_view category =
       categoryOf(source_.ReadText(column), naTexts_, columns_[column].missingTexts);
-  if (category.empty()) return -1;
+  if (category.empty()) {
+    declared_[column].Meet(trimmed(source_.ReadText(column)));
+    return -1;
+  }
   const auto code = codes_.find(category);
   if (code == codes_.end()) FailChanged(column);
   return code->second;
@@ -113,7 +117,11 @@ int CaseFeed::TargetCode() {
 double CaseFeed::RoundedWeight() {
   const std::size_t column = *layout_.weightColumn;
   const std::optional<double> weight = ReadValue(column);
-  if (!weight || columns_[column].missing.Contains(*weight)) return MCMV::gMissingValue;
+  if (!weight) return MCMV::gMissingValue;
+  if (columns_[column].missing.Contains(*weight)) {
+    declared_[column].Meet(*weight);
+    return MCMV::gMissingValue;
+  }
   return weightEncoder_.Encode(*weight);
 }
 
@@ -123,12 +131,20 @@ void CaseFeed::FillAttribute(std::size_t attribute, int code, double weight) {
   const std::size_t cell =
       attribute + (layout_.targetColumn ? 1 : 0) + (layout_.weightColumn ? 1 : 0);
   record_[static_cast<int>(cell)] = value.value_or(MCMV::gMissingValue);
+  const bool isDeclared = value && columns_[column].missing.Contains(*value);
+  if (isDeclared) declared_[column].Meet(*value);
   if (layout_.targetColumn && code < 0) return;
-  if (!value) {
-    add(missing_[attribute], code, weight);
-  } else if (columns_[column].missing.Contains(*value)) {
-    add(userMissing_[attribute], code, weight);
+  if (!value) add(missing_[attribute], code, weight);
+  if (isDeclared) add(userMissing_[attribute], code, weight);
+}
+
+std::vector<std::string> CaseFeed::NeverMet() const {
+  std::vector<std::string> notes;
+  for (std::size_t column = 0; column < declared_.size(); ++column) {
+    if (columns_[column].use == ColumnUse::LeftOut) continue;
+    for (std::string& note : declared_[column].NeverMet()) notes.push_back(std::move(note));
   }
+  return notes;
 }
 
 std::optional<double> CaseFeed::ReadValue(std::size_t column) {

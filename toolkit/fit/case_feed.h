@@ -16,6 +16,7 @@
 #include "toolkit/fit/case_source.h"
 #include "toolkit/fit/column_plan.h"
 #include "toolkit/fit/column_scan.h"
+#include "toolkit/fit/declared_values.h"
 #include "toolkit/model/model.h"
 
 namespace mcbin {
@@ -52,6 +53,8 @@ class CaseFeed : public BINCaseIterator {
   double TotalWeight() const { return totalWeight_; }
   const std::vector<double>& ClassWeights() const { return classWeights_; }
   double TargetMissingWeight() const { return targetMissingWeight_; }
+  /// What the user declared missing and no case has, in words.
+  std::vector<std::string> NeverMet() const;
   /// By position among the attributes.
   const WeightedCounts& MissingCases(std::size_t attribute) const;
   const WeightedCounts& UserMissingCases(std::size_t attribute) const;
@@ -87,6 +90,7 @@ class CaseFeed : public BINCaseIterator {
   double targetMissingWeight_ = 0.0;
   std::vector<WeightedCounts> missing_;
   std::vector<WeightedCounts> userMissing_;
+  std::vector<DeclaredValues> declared_;  ///< By column.
 };
 
 }  // namespace mcbin

@@ -128,6 +128,9 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
   runLibrary(feed, seen.rows, watch.monitor, model);
   takeCounts(feed, model);
   checkBins(model);
+  if (watch.noted) {
+    for (const std::string& note : feed.NeverMet()) watch.noted(note);
+  }
   watch.monitor.Clear();
   timings.feeding = feed.Seconds();
   timings.binning = secondsSince(start) - timings.feeding;

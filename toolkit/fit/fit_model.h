@@ -31,6 +31,8 @@ struct FitWatch {
       planned;
   /// Tell reading from binning in the second pass; costs two readings of the clock a case.
   bool timesFeed = false;
+  /// Called at the end with each thing that does not fit the data, in words; may be empty.
+  std::function<void(const std::string&)> noted = {};
 };
 
 /// Goes over the cases twice, runs the library over it and gathers the model. Throws the errors of

@@ -98,5 +98,18 @@ class OddBins(ProgramTest):
                       self.succeed("fit", "d.csv", "-e", "--bins", "5").stdout)
 
 
+class Notes(ProgramTest):
+    def test_declared_values_that_are_not_there_are_said(self):
+        self.file("d.csv", "a,b,w,t\n1,1,1,x\n9,1,1,\n3,-5,2,y\n4,2,8,q\n")
+        result = self.succeed(
+            "fit", "d.csv", "-t", "t", "-w", "w", "--missing", "a=9,99", "--missing-range",
+            "a=50:60", "--missing-range", "b=-9:0", "--missing", "w=8,88", "--missing", "t=q,r")
+        self.assertEqual([line for line in result.stderr.splitlines() if line.startswith("note")], [
+            "note: column a: no case has the declared missing value 99",
+            "note: column a: no case lies in the declared missing range 50 to 60",
+            "note: column w: no case has the declared missing value 88",
+            "note: column t: no case has the declared missing value r"])
+
+
 if __name__ == "__main__":
     unittest.main()
