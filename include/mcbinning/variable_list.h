@@ -60,6 +60,11 @@ class MCBINNING_API BINVarList {
   /// Refused: an empty name, a name already in the list, TargetRole.
   int AddContVar(const std::string& name, const std::string& label, VariableRole role);
 
+  /// Adds a scale variable without a label for each name, in order, and answers the index of the
+  /// first; for thousands of variables, since each of the other adding operations goes over all
+  /// names in the list. Nothing is added when `names` is empty or AddContVar would refuse one.
+  int AddContVars(const std::vector<std::string>& names, VariableRole role);
+
   /// Refused when the list already has a weight variable; the name is not checked.
   int AddWeightVar(const std::string& name, const std::string& label, BINWRoundingOption option);
 

@@ -1,10 +1,12 @@
 #include "mcbinning/variable_list.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <new>
 #include <ostream>
 #include <type_traits>
+#include <unordered_set>
 #include <utility>
 
 #include "mcbinning/encoders.h"
@@ -144,6 +146,26 @@ int BINVarList::AddContVar(const std::string& name, const std::string& label, Va
     ++numContVar_;
   }
   return index;
+}
+
+int BINVarList::AddContVars(const std::vector<std::string>& names, VariableRole role) try {
+  std::unordered_set<std::string> taken;
+  for (const auto& variable : variables_) {
+    taken.insert(variable->GetVariableName());
+  }
+  std::vector<std::unique_ptr<IBINVariable>> added;
+  for (const std::string& name : names) {
+    if (role == IBINVariable::TargetRole || name.empty() || !taken.insert(name).second) {
+      return -1;
+    }
+    added.push_back(std::make_unique<BINContVar>(name, "", role));
+  }
+  const auto first = variables_.insert(variables_.end(), std::make_move_iterator(added.begin()),
+                                       std::make_move_iterator(added.end()));
+  numContVar_ += static_cast<int>(names.size());
+  return names.empty() ? -1 : static_cast<int>(first - variables_.begin());
+} catch (const std::bad_alloc&) {
+  return -1;
 }
 
 int BINVarList::AddWeightVar(const std::string& name, const std::string& label,

@@ -43,6 +43,24 @@ int FirstDifference(const BINVarList& left, const BINVarList& right) {
   return where;
 }
 
+TEST(VariableListTest, ManyScaleVariablesAreAddedTogetherOrNotAtAll) {
+  BINVarList list = MakeList();
+  const std::string before = DisplayOf(list);
+  EXPECT_EQ(list.AddContVars({}, kAttribute), -1);
+  EXPECT_EQ(list.AddContVars({"x", ""}, kAttribute), -1);
+  EXPECT_EQ(list.AddContVars({"x", "y", "x"}, kAttribute), -1);
+  EXPECT_EQ(list.AddContVars({"x", "weight"}, kAttribute), -1);
+  EXPECT_EQ(list.AddContVars({"x"}, kTarget), -1);
+  EXPECT_EQ(DisplayOf(list), before);
+  EXPECT_EQ(list.AddContVars({"x", "y"}, kAttribute), 4);
+  BINVarList expected = MakeList();
+  expected.AddContVar("x", "", kAttribute);
+  expected.AddContVar("y", "", kAttribute);
+  EXPECT_EQ(DisplayOf(list), DisplayOf(expected));
+  EXPECT_EQ(list.GetNumContVar(), 3);
+  EXPECT_EQ(FirstDifference(list, expected), kUntouched);
+}
+
 TEST(VariableListTest, TheSecondTargetAddedBecomesTheTarget) {
   BINVarList list;
   list.AddCatVar("a", "", kTwo, kTarget);

@@ -65,6 +65,23 @@ int ListPair::AddScale(Variable variable) {
   return index;
 }
 
+void ListPair::AddScales(const std::vector<std::string>& names, int role) {
+  const int before = plain.Size();
+  for (const std::string& name : names) {
+    Variable variable;
+    variable.name = name;
+    variable.role = role;
+    plain.AddScale(variable);
+  }
+  const auto added = static_cast<std::size_t>(plain.Size() - before);
+  const bool isRefused = names.empty() || added != names.size();
+  while (isRefused && plain.Size() > before) {
+    plain.Remove(before);
+  }
+  compare("add scales", host.AddContVars(names, static_cast<VariableRole>(role)),
+          isRefused ? -1 : before);
+}
+
 int ListPair::AddWeight(Variable variable) {
   variable.kind = Kind::kWeight;
   variable.level = plain_model::kWeightLevel;

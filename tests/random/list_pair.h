@@ -25,6 +25,7 @@ struct ListPair {
   int AddDeclared(plain_model::Variable variable);
   int AddScale(plain_model::Variable variable);
   int AddWeight(plain_model::Variable variable);
+  void AddScales(const std::vector<std::string>& names, int role);
 
   /// With the values that the category codes stand for, which may repeat.
   int AddNumbers(plain_model::Variable variable, const std::vector<double>& values,

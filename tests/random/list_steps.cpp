@@ -24,7 +24,7 @@ void addVariable(Choices& choices, ListPair& pair) {
   variable.role = drawRole(choices);
   variable.valueLabels = choices.Several(4, [&] { return choices.Text(); });
   const bool withLabels = choices.Flag();
-  switch (choices.Below(5)) {
+  switch (choices.Below(6)) {
     case 0:
       pair.AddNumbers(variable, choices.Several(6, [&] { return choices.Number(); }), withLabels);
       return;
@@ -41,6 +41,9 @@ void addVariable(Choices& choices, ListPair& pair) {
       variable.valueLabels.clear();
       variable.rounding = choices.OneIn(4) ? choices.AnyInt() : choices.Below(3);
       pair.AddWeight(variable);
+      return;
+    case 4:
+      pair.AddScales(choices.Several(4, [&] { return choices.Text(); }), variable.role);
       return;
     default:
       variable.valueLabels.clear();

@@ -86,10 +86,12 @@ BINVarList variablesOf(const Model& model) {
     require(index >= 0, "the weight");
     addMissing(list, index, model.weight->missing);
   }
+  std::vector<std::string> names;
+  for (const AttributeModel& attribute : model.attributes) names.push_back(attribute.name);
+  int index = list.AddContVars(names, IBINVariable::AttributeRole);
+  require(index >= 0, "the attributes");
   for (const AttributeModel& attribute : model.attributes) {
-    const int index = list.AddContVar(attribute.name, "", IBINVariable::AttributeRole);
-    require(index >= 0, "an attribute");
-    addMissing(list, index, attribute.missing);
+    addMissing(list, index++, attribute.missing);
   }
   return list;
 }
