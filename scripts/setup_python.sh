@@ -13,7 +13,11 @@ if ! cmp -s python/requirements.lock "$stamp"; then
   cp python/requirements.lock "$stamp"
 fi
 
+# Built in the folder of the preset release, so that nothing is compiled a second time.
 echo "setup: building the Python package"
+cmake --preset release >/dev/null
 CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)} \
   "$environment/bin/pip" install -q --disable-pip-version-check --no-build-isolation --no-deps \
-  --force-reinstall .
+  --force-reinstall . -C build-dir=build/release -C cmake.build-type=RelWithDebInfo \
+  -C cmake.define.MCBINNING_BUILD_TESTS=ON -C cmake.define.MCBINNING_BUILD_EXAMPLES=ON \
+  -C cmake.define.MCBINNING_INSTALL=ON -C "build.targets=_core;mcbin;mcbinning"
