@@ -61,7 +61,7 @@ std::string exactProduct(double value) {
 /// Both take a part of a table's name off the front of `rest`; a part in quotes that are not closed
 /// is empty.
 std::string takePlainPart(std::string_view& rest) {
-  const std::string part(rest.substr(0, rest.find_first_of(".\"")));
+  std::string part(rest.substr(0, rest.find_first_of(".\"")));
   rest.remove_prefix(part.size());
   return part;
 }

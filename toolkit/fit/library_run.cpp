@@ -165,8 +165,9 @@ void takeRecord(const BINAttributeResults& record, AttributeModel& attribute) {
 
 /// Why no case can be used: there is none, or no weight lasts.
 [[noreturn]] void failWithoutCases(const Model& model, const CaseFeed& feed) {
-  if (!model.weight || feed.Cases().read == 0)
+  if (!model.weight || feed.Cases().read == 0) {
     throw DataError("no case can be used: there is none");
+  }
   const bool truncates = model.weight->rounding == WeightRounding::Truncate;
   throw DataError(fmt::format(
       "no case can be used: every weight in column {} is missing or, {} to a whole number, not "

@@ -56,8 +56,9 @@ void write(const Json& value, std::size_t depth, std::string& text) {
     text += value.is_object() ? '}' : ']';
   } else if (value.is_number_float()) {
     const double number = value.get<double>();
-    if (!std::isfinite(number))
+    if (!std::isfinite(number)) {
       throw std::logic_error("JSON has no number " + fmt::to_string(number));
+    }
     text += shortestNumber(number);
   } else if (value.is_string()) {
     writeText(value, text);

@@ -180,8 +180,9 @@ ShareChart shareChartOf(const Model& model, const AttributeModel& attribute,
   if (model.target) chart.classHeading = "class shares";
   const double total = weightOfAll(attribute);
   double heaviest = 0.0;
-  for (const auto& [_, member] : kBesideBins)
+  for (const auto& [_, member] : kBesideBins) {
     heaviest = std::max(heaviest, (attribute.*member).weight);
+  }
   for (const WeightedCounts& bin : attribute.bins) heaviest = std::max(heaviest, bin.weight);
   const auto addRow = [&](const std::string& label, const std::string& name,
                           const WeightedCounts& counts, bool setApart) {

@@ -11,7 +11,7 @@
 namespace mcbin {
 namespace {
 
-using std::string_view_literals::operator""sv;
+using namespace std::string_view_literals;
 
 struct ForeignFormat {
   std::string_view start;
