@@ -38,7 +38,7 @@ void compare(const char* kind, const std::function<double()>& makeArgument) {
   double own = std::numeric_limits<double>::infinity();
   double library = own;
   for (int i = 0; i < kRepetitions; ++i) {
-    own = std::min(own, timeOf(arguments, [](double x) { return MCBinning::Log2(x); }));
+    own = std::min(own, timeOf(arguments, [](double x) { return MCBinning::roundedLog2(x); }));
     library = std::min(library, timeOf(arguments, [](double x) { return std::log2(x); }));
   }
   const double ratio = own / library;

@@ -131,7 +131,7 @@ void compareSearch(std::size_t n, unsigned k, bool informative, bool weighted, d
   rows.Merge();
   const double time = medianTime([&] {
     MCBinning::Bins bins;
-    SearchCutPoints(CandidateTable::FromRows(rows, k, true), bins);
+    searchCutPoints(CandidateTable::FromRows(rows, k, true), bins);
   });
   print("search / std::sort: k = " + std::to_string(k) + (informative ? ", signal" : ", noise") +
             (weighted ? ", fractional weights" : ""),
@@ -217,7 +217,7 @@ void comparePassAndReading(MemoryCases& cases) {
   const double pass = medianTime(
       [&] {
         preparator = std::make_unique<MCBinning::BINDataPreparator>(
-            directory, nullptr, 0, cancel, list, MCBinning::RealFileSystem());
+            directory, nullptr, 0, cancel, list, MCBinning::realFileSystem());
         preparator->PrepareData(cases);
       },
       restart);
@@ -227,13 +227,13 @@ void comparePassAndReading(MemoryCases& cases) {
 
   restart();
   preparator = std::make_unique<MCBinning::BINDataPreparator>(directory, nullptr, 0, cancel, list,
-                                                              MCBinning::RealFileSystem());
+                                                              MCBinning::realFileSystem());
   preparator->PrepareData(cases);
   const std::size_t nCases = cases.Size();
   const auto cells = std::make_unique<double[]>(nCases);
   const double read = medianTime([&] {
     for (const std::string& name : preparator->GetFileNames()) {
-      MCBinning::BinaryRecordIterator reader(name, MCBinning::RealFileSystem());
+      MCBinning::BinaryRecordIterator reader(name, MCBinning::realFileSystem());
       if (reader.Take({cells.get(), nCases}) != nCases) {
         throw std::runtime_error("a column ends early");
       }
@@ -250,7 +250,7 @@ void compareAfterPass(MemoryCases& cases) {
   MCBinning::CancelState cancel(nullptr);
   cases.Restart();
   MCBinning::BINDataPreparator preparator(directory, nullptr, 0, cancel, list,
-                                          MCBinning::RealFileSystem());
+                                          MCBinning::realFileSystem());
   preparator.PrepareData(cases);
   const double time = medianTime([&] {
     MCBinning::BINAttributeTable table(preparator);
@@ -258,7 +258,7 @@ void compareAfterPass(MemoryCases& cases) {
       SortedRows* rows = nullptr;
       table.BuildSupervisedTable(a, kAttributes, rows);
       MCBinning::Bins bins;
-      SearchCutPoints(CandidateTable::FromRows(*rows, 2, true), bins);
+      searchCutPoints(CandidateTable::FromRows(*rows, 2, true), bins);
     }
   });
   std::vector<std::vector<PlainRow>> unsorted(kAttributes);

@@ -61,7 +61,7 @@ struct Preparation {
   void Pass() {
     cases.Restart();
     preparator = std::make_unique<MCBinning::BINDataPreparator>(directory, nullptr, 0, cancel, list,
-                                                                MCBinning::RealFileSystem());
+                                                                MCBinning::realFileSystem());
     preparator->PrepareData(cases);
   }
 };
@@ -86,7 +86,7 @@ void readBack(benchmark::State& state) {
   std::vector<double> cells(kRows / 10);
   for (auto _ : state) {
     MCBinning::BinaryRecordIterator reader(preparation.preparator->GetFileNames()[1],
-                                           MCBinning::RealFileSystem());
+                                           MCBinning::realFileSystem());
     benchmark::DoNotOptimize(reader.Take(cells));
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kRows / 10));
@@ -123,7 +123,7 @@ void search(benchmark::State& state) {
   rows.Merge();
   for (auto _ : state) {
     MCBinning::Bins bins;
-    SearchCutPoints(MCBinning::CandidateTable::FromRows(rows, k, true), bins);
+    searchCutPoints(MCBinning::CandidateTable::FromRows(rows, k, true), bins);
     benchmark::DoNotOptimize(bins.counts.data());
   }
   finish(state);

@@ -63,7 +63,7 @@ BINFactory& BINFactory::operator=(const BINFactory& other) {
 BINFactory::~BINFactory() = default;
 
 IBINAlgorithm* BINFactory::CreateBINAlgorithm(BINSettings& settings, BINVarList& varList) {
-  return create(settings, varList, MCBinning::MakeBINAlgorithm, status_, pendingAlgorithm_);
+  return create(settings, varList, MCBinning::makeBINAlgorithm, status_, pendingAlgorithm_);
 }
 
 MCStatus BINFactory::GetStatus() const { return status_; }
@@ -80,7 +80,7 @@ EFBINFactory& EFBINFactory::operator=(const EFBINFactory& other) {
 EFBINFactory::~EFBINFactory() = default;
 
 IEFBINAlgorithm* EFBINFactory::CreateEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList) {
-  return create(settings, varList, MCBinning::MakeEFBINAlgorithm, status_, pendingAlgorithm_);
+  return create(settings, varList, MCBinning::makeEFBINAlgorithm, status_, pendingAlgorithm_);
 }
 
 MCStatus EFBINFactory::GetStatus() const { return status_; }

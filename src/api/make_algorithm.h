@@ -13,8 +13,8 @@ namespace MCBinning {
 
 // Each is defined beside its algorithm, so that the factories need no header of a higher layer.
 // The algorithm copies settings and list; an exception of a copy passes through.
-std::unique_ptr<IBINAlgorithm> MakeBINAlgorithm(BINSettings& settings, BINVarList& varList);
-std::unique_ptr<IEFBINAlgorithm> MakeEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList);
+std::unique_ptr<IBINAlgorithm> makeBINAlgorithm(BINSettings& settings, BINVarList& varList);
+std::unique_ptr<IEFBINAlgorithm> makeEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList);
 
 }  // namespace MCBinning
 

@@ -23,7 +23,7 @@ void displaySkippedReports(std::ostream& os, int skippedAttReports, int skippedC
 
 }  // namespace
 
-BINSettings::BINSettings() : tempDirName_(MCBinning::TempDirectory()) {}
+BINSettings::BINSettings() : tempDirName_(MCBinning::tempDirectory()) {}
 
 BINSettings::BINSettings(const BINSettings& other) = default;
 
@@ -108,7 +108,7 @@ void BINSettings::Display(std::ostream& os) const {
   os << "End of BINSettings display" << std::endl;
 }
 
-EFBINSettings::EFBINSettings() : tempDirName_(MCBinning::TempDirectory()) {}
+EFBINSettings::EFBINSettings() : tempDirName_(MCBinning::tempDirectory()) {}
 
 EFBINSettings::EFBINSettings(const EFBINSettings& other) = default;
 

@@ -124,7 +124,7 @@ bool BINAttributeTable::HoldTarget(int column) {
   }
   targetCodes_.resize(cells.size());
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    const int code = TruncatedCode(cells[i]);
+    const int code = truncatedCode(cells[i]);
     if (cells[i] == MCMV::gMissingValue) {
       targetCodes_[i] = kMissingTarget;
     } else if (static_cast<std::uint32_t>(code) < targetCategories_) {
@@ -148,7 +148,7 @@ bool BINAttributeTable::HoldWeights() {
     if (!ReadColumn(preparator_.GetWeightColumn(), weights_)) {
       return false;
     }
-    wholeWeights_ = ArePackable(weights_);
+    wholeWeights_ = arePackable(weights_);
     if (std::all_of(weights_.begin(), weights_.end(),
                     [](double weight) { return weight == 1.0; })) {
       weights_ = std::vector<double>();

@@ -24,7 +24,7 @@ class BinaryRecordIterator final {
 
   /// Opens the file and reads ahead. When it cannot be opened, the status is 3 and a message goes
   /// to standard output. `files` is borrowed and must outlive the iterator.
-  explicit BinaryRecordIterator(const std::string& fileName, FileSystem& files = RealFileSystem());
+  explicit BinaryRecordIterator(const std::string& fileName, FileSystem& files = realFileSystem());
   BinaryRecordIterator(const BinaryRecordIterator&) = delete;
   BinaryRecordIterator& operator=(const BinaryRecordIterator&) = delete;
   ~BinaryRecordIterator();

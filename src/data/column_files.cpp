@@ -38,7 +38,7 @@ MCStatus ColumnFiles::SetUp(std::size_t columns) {
   Remove();
   names_.assign(columns, std::string());
   created_.assign(columns, false);
-  tick_ = static_cast<unsigned long>(ReadClock());
+  tick_ = static_cast<unsigned long>(readClock());
   if (prefix_.find('\0') != std::string::npos) {
     // The system would stop reading there, find the directory that stands before it under every
     // name, and the search would never end.
@@ -105,7 +105,7 @@ MCStatus ColumnFiles::OpenToAppend(std::size_t column, FileHandle& file) {
     return files_.OpenForAppend(names_[column], file) ? MCStatus() : errorStatus(kNoTempFile);
   }
   if (creator_ == 0) {
-    creator_ = CurrentProcess();
+    creator_ = currentProcess();
     files_.MakeClaim(prefix_, claim_);
   }
   for (;;) {
@@ -137,7 +137,7 @@ MCStatus ColumnFiles::Append(std::size_t column, const double* values, std::size
   return written && closed ? MCStatus() : errorStatus(kNoTempFile);
 }
 
-bool ColumnFiles::IsForkedCopy() const { return creator_ != 0 && creator_ != CurrentProcess(); }
+bool ColumnFiles::IsForkedCopy() const { return creator_ != 0 && creator_ != currentProcess(); }
 
 void ColumnFiles::Remove() noexcept {
   bool allGone = true;

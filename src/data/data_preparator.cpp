@@ -25,7 +25,7 @@ class PassProgress {
   PassProgress(ProgressListener* listener, int interval)
       : listener_(listener), interval_(static_cast<std::uint32_t>(interval)), left_(interval_) {
     if (listener_ != nullptr) {
-      start_ = ReadClock();
+      start_ = readClock();
     }
   }
 
@@ -34,7 +34,7 @@ class PassProgress {
     if (listener_ == nullptr || --left_ != 0) {
       return;
     }
-    reporter_.SetValues(casesRead, ElapsedSeconds(start_));
+    reporter_.SetValues(casesRead, elapsedSeconds(start_));
     listener_->ReportProgress(reporter_);
     left_ = interval_;
   }
@@ -249,7 +249,7 @@ bool BINDataPreparator::TakeTarget(const MCCommon::Record& record, ColumnBuffer&
     return true;
   }
   const double cell = record[column.variable];
-  const int code = TruncatedCode(cell);
+  const int code = truncatedCode(cell);
   // Unlike an input, a target between -2 and -1 is user-missing too: its truncated code is tested.
   if (cell == MCMV::gMissingValue || code == -1) {
     buffer.Append(0, MCMV::gMissingValue);
@@ -274,7 +274,7 @@ void BINDataPreparator::TakeCheckedInput(std::size_t index, const MCCommon::Reco
     if (cell == -1.0) {
       cell = MCMV::gMissingValue;
     } else if (cell != MCMV::gMissingValue) {
-      const int code = TruncatedCode(cell);
+      const int code = truncatedCode(cell);
       if (!TakeCode(column, code)) {
         NoteCodeTooHigh(true, static_cast<int>(index));
         return;
@@ -288,7 +288,7 @@ void BINDataPreparator::TakeCheckedInput(std::size_t index, const MCCommon::Reco
 }
 
 bool BINDataPreparator::TakeCode(Column& column, int code) {
-  column.isUsed = IsCategoryCode(code);
+  column.isUsed = isCategoryCode(code);
   if (column.isUsed && code > column.highestCode) {
     column.highestCode = code;
   }

@@ -14,7 +14,7 @@ using RowKey = std::uint64_t;
 constexpr RowKey kSignBit = RowKey{1} << 63;
 constexpr RowKey kZeroKey = kSignBit;
 
-inline RowKey KeyOf(double value) {
+inline RowKey keyOf(double value) {
   if (value != value) {
     value = std::numeric_limits<double>::quiet_NaN();
   }
@@ -23,12 +23,12 @@ inline RowKey KeyOf(double value) {
   return (bits & kSignBit) != 0 ? ~bits : bits | kSignBit;
 }
 
-inline double ValueOf(RowKey key) {
+inline double valueOf(RowKey key) {
   return std::bit_cast<double>((key & kSignBit) != 0 ? key & ~kSignBit : ~key);
 }
 
 /// Whether two rows carry one value; a NaN is never the value of another row.
-inline bool IsSameValue(RowKey left, RowKey right) {
+inline bool isSameValue(RowKey left, RowKey right) {
   constexpr RowKey kInfinity = std::bit_cast<RowKey>(std::numeric_limits<double>::infinity());
   return left == right && left <= (kInfinity | kSignBit);
 }

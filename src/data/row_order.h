@@ -79,7 +79,7 @@ class RowOrder {
 /// the rows of one value then ascend by code. `merged` may be where `rows` begin. Counts the values
 /// as well.
 template <typename Row>
-RowCounts MergeRows(std::span<const Row> rows, Row* merged);
+RowCounts mergeRows(std::span<const Row> rows, Row* merged);
 
 }  // namespace MCBinning
 

@@ -13,7 +13,7 @@ constexpr std::size_t kManyCases = std::size_t{1} << 16;
 
 template <typename PlacedRow>
 PlacedRow placed(const SortedRows::Row& row) {
-  return {KeyOf(row.value), static_cast<typename PlacedRow::WeightType>(row.weight),
+  return {keyOf(row.value), static_cast<typename PlacedRow::WeightType>(row.weight),
           static_cast<std::uint32_t>(row.code)};
 }
 
@@ -40,7 +40,7 @@ bool areWholeWithSumBelow(double firstTooGreat, std::span<const double> weights)
 
 }  // namespace
 
-bool ArePackable(std::span<const double> weights) { return areWholeWithSumBelow(0x1p32, weights); }
+bool arePackable(std::span<const double> weights) { return areWholeWithSumBelow(0x1p32, weights); }
 
 SortedRows::SortedRows(const std::vector<Row>& sortedRows) {
   std::vector<double> weights;
@@ -48,7 +48,7 @@ SortedRows::SortedRows(const std::vector<Row>& sortedRows) {
     weights.push_back(row.weight);
     codeLimit_ = std::max(codeLimit_, std::size_t{static_cast<std::uint32_t>(row.code)} + 1);
   }
-  MakeRoom(sortedRows.size(), ArePackable(weights));
+  MakeRoom(sortedRows.size(), arePackable(weights));
   hasExactSums_ = areWholeWithSumBelow(0x1p53, weights);
   if (isPacked_) {
     std::transform(sortedRows.begin(), sortedRows.end(), packed_.get(), placed<PackedRow>);
@@ -60,7 +60,7 @@ SortedRows::SortedRows(const std::vector<Row>& sortedRows) {
                                  [](const Row& row) { return row.value == 0.0; });
   zero_ = zero == sortedRows.end() ? 0.0 : zero->value;
   for (std::size_t row = 0; row < size_; ++row) {
-    distinctValues_ += row > 0 && IsSameValue(Key(row), Key(row - 1)) ? 0 : 1;
+    distinctValues_ += row > 0 && isSameValue(Key(row), Key(row - 1)) ? 0 : 1;
   }
 }
 
@@ -130,8 +130,8 @@ void SortedRows::Merge() {
     return;
   }
   size_ = isPacked_
-              ? MergeRows(std::span<const PackedRow>(packed_.get(), size_), packed_.get()).rows
-              : MergeRows(std::span<const WideRow>(wide_.get(), size_), wide_.get()).rows;
+              ? mergeRows(std::span<const PackedRow>(packed_.get(), size_), packed_.get()).rows
+              : mergeRows(std::span<const WideRow>(wide_.get(), size_), wide_.get()).rows;
   isMerged_ = true;
 }
 

@@ -11,7 +11,7 @@
 namespace MCBinning {
 
 /// Whether all weights are whole numbers from 1 and their sum is less than 2^32.
-bool ArePackable(std::span<const double> weights);
+bool arePackable(std::span<const double> weights);
 
 /// The usable rows of one attribute, ascending by value, NaN after all numbers. -0.0 and 0.0 are
 /// one value, for which the first of the cases that have it stands. A row stands for one case, or
@@ -36,7 +36,7 @@ class SortedRows {
   /// Rows count from 0 to Size() - 1 (not checked).
   double Value(std::size_t row) const {
     const RowKey key = Key(row);
-    return key == kZeroKey ? zero_ : ValueOf(key);
+    return key == kZeroKey ? zero_ : valueOf(key);
   }
   RowKey Key(std::size_t row) const { return isPacked_ ? packed_[row].key : wide_[row].key; }
 

@@ -49,7 +49,7 @@ bool ValueCounts::Count(const CaseColumns& cases) {
     if (cell == missing) {
       continue;
     }
-    if (cell != cell || !FindValue(KeyOf(cell), value)) {
+    if (cell != cell || !FindValue(keyOf(cell), value)) {
       return false;
     }
     const std::size_t code = cases.codes != nullptr ? cases.codes[i] : 0;

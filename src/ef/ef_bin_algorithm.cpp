@@ -68,7 +68,7 @@ void EFBINAlgorithm::Compute(BINAttributeResults& record) {
 
 void EFBINAlgorithm::FileInOutput(BINAttributeResults record) { output_.File(std::move(record)); }
 
-std::unique_ptr<IEFBINAlgorithm> MakeEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList) {
+std::unique_ptr<IEFBINAlgorithm> makeEFBINAlgorithm(EFBINSettings& settings, BINVarList& varList) {
   return std::make_unique<EFBINAlgorithm>(settings, varList);
 }
 

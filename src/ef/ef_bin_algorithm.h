@@ -27,7 +27,7 @@ class EFBINAlgorithm : public AlgorithmFrame<EqualFrequencyKind> {
  public:
   /// `files` is borrowed and must outlive the algorithm.
   EFBINAlgorithm(EFBINSettings& settings, BINVarList& varList,
-                 FileSystem& files = RealFileSystem());
+                 FileSystem& files = realFileSystem());
   ~EFBINAlgorithm() override;
 
   MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes) override;

@@ -97,19 +97,19 @@ BINCatNumEncoder::BINCatNumEncoder(const BINCatNumEncoder& other)
       values_(other.values_),
       valueLabels_(other.valueLabels_),
       lastCode_(other.lastCode_),
-      userMissing_(MCBinning::CloneUserMissing(other.userMissing_.get())) {}
+      userMissing_(MCBinning::cloneUserMissing(other.userMissing_.get())) {}
 
 BINCatNumEncoder::~BINCatNumEncoder() = default;
 
 double BINCatNumEncoder::Encode(double value) {
-  if (value == MCMV::gMissingValue || MCBinning::IsUserMissing(userMissing_.get(), value)) {
+  if (value == MCMV::gMissingValue || MCBinning::isUserMissing(userMissing_.get(), value)) {
     return kMissingCode;
   }
   return addCode(codes_, values_, lastCode_, value, [](const double& key) { return key; });
 }
 
 double BINCatNumEncoder::EncodeConst(double value) const {
-  return MCBinning::IsUserMissing(userMissing_.get(), value) ? kMissingCode
+  return MCBinning::isUserMissing(userMissing_.get(), value) ? kMissingCode
                                                              : knownCode(codes_, value);
 }
 
@@ -133,7 +133,7 @@ void BINCatNumEncoder::SetValueLabel(int code, const std::string& label) {
 const std::vector<std::string>* BINCatNumEncoder::GetValueLabels() const { return &valueLabels_; }
 
 bool BINCatNumEncoder::SetUserMissingInfo(IBINUserMissing* userMissing) {
-  return MCBinning::ReplaceUserMissing(userMissing_, userMissing, IBINUserMissing::NumericData);
+  return MCBinning::replaceUserMissing(userMissing_, userMissing, IBINUserMissing::NumericData);
 }
 
 IBINUserMissing* BINCatNumEncoder::GetUserMissingInfo() const { return userMissing_.get(); }
@@ -148,7 +148,7 @@ void BINCatNumEncoder::Display(std::ostream& os) const {
     os << "\t\tValue Labels:\n";
     displayInSevens(os, valueLabels_);
   }
-  MCBinning::DisplayUserMissing(os, userMissing_.get());
+  MCBinning::displayUserMissing(os, userMissing_.get());
   os << std::endl;
 }
 
@@ -167,21 +167,21 @@ BINStringEncoder::BINStringEncoder(const BINStringEncoder& other)
       codes_(other.codes_),
       valueLabels_(other.valueLabels_),
       lastCode_(other.lastCode_),
-      userMissing_(MCBinning::CloneUserMissing(other.userMissing_.get())) {
+      userMissing_(MCBinning::cloneUserMissing(other.userMissing_.get())) {
   CreateLinks();
 }
 
 BINStringEncoder::~BINStringEncoder() = default;
 
 double BINStringEncoder::Encode(const std::string& value) {
-  if (MCBinning::IsUserMissing(userMissing_.get(), value)) {
+  if (MCBinning::isUserMissing(userMissing_.get(), value)) {
     return kMissingCode;
   }
   return addCode(codes_, links_, lastCode_, value, [](const std::string& key) { return &key; });
 }
 
 double BINStringEncoder::EncodeConst(const std::string& value) const {
-  return MCBinning::IsUserMissing(userMissing_.get(), value) ? kMissingCode
+  return MCBinning::isUserMissing(userMissing_.get(), value) ? kMissingCode
                                                              : knownCode(codes_, value);
 }
 
@@ -204,7 +204,7 @@ void BINStringEncoder::SetValueLabel(int code, const std::string& label) {
 const std::vector<std::string>* BINStringEncoder::GetValueLabels() const { return &valueLabels_; }
 
 bool BINStringEncoder::SetUserMissingInfo(IBINUserMissing* userMissing) {
-  return MCBinning::ReplaceUserMissing(userMissing_, userMissing, IBINUserMissing::StringData);
+  return MCBinning::replaceUserMissing(userMissing_, userMissing, IBINUserMissing::StringData);
 }
 
 IBINUserMissing* BINStringEncoder::GetUserMissingInfo() const { return userMissing_.get(); }
@@ -221,7 +221,7 @@ void BINStringEncoder::Display(std::ostream& os) const {
       os << "ERROR\n";
     }
   }
-  MCBinning::DisplayUserMissing(os, userMissing_.get());
+  MCBinning::displayUserMissing(os, userMissing_.get());
 }
 
 void BINStringEncoder::CreateLinks() {

@@ -17,15 +17,15 @@ bool contains(const IBINUserMissing* definition, const Value& value) {
 
 }  // namespace
 
-bool IsUserMissing(const IBINUserMissing* definition, double value) {
+bool isUserMissing(const IBINUserMissing* definition, double value) {
   return contains<BINNumericUserMissing>(definition, value);
 }
 
-bool IsUserMissing(const IBINUserMissing* definition, const std::string& value) {
+bool isUserMissing(const IBINUserMissing* definition, const std::string& value) {
   return contains<BINStringUserMissing>(definition, value);
 }
 
-bool ReplaceUserMissing(std::unique_ptr<IBINUserMissing>& held, IBINUserMissing* definition,
+bool replaceUserMissing(std::unique_ptr<IBINUserMissing>& held, IBINUserMissing* definition,
                         IBINUserMissing::DataType accepted) {
   if (definition == held.get()) {
     return true;
@@ -37,11 +37,11 @@ bool ReplaceUserMissing(std::unique_ptr<IBINUserMissing>& held, IBINUserMissing*
   return true;
 }
 
-std::unique_ptr<IBINUserMissing> CloneUserMissing(const IBINUserMissing* definition) {
+std::unique_ptr<IBINUserMissing> cloneUserMissing(const IBINUserMissing* definition) {
   return std::unique_ptr<IBINUserMissing>(definition != nullptr ? definition->Clone() : nullptr);
 }
 
-void DisplayUserMissing(std::ostream& os, const IBINUserMissing* definition) {
+void displayUserMissing(std::ostream& os, const IBINUserMissing* definition) {
   if (definition != nullptr) {
     os << "\t\tUser-missing values for this encoder:\n\t\t";
     definition->Display(os);

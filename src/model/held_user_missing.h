@@ -12,19 +12,19 @@ namespace MCBinning {
 
 /// Whether `definition`, which may be null, declares `value` missing. A host's own implementation
 /// of the interface has no values that can be asked for and declares nothing missing.
-bool IsUserMissing(const IBINUserMissing* definition, double value);
-bool IsUserMissing(const IBINUserMissing* definition, const std::string& value);
+bool isUserMissing(const IBINUserMissing* definition, double value);
+bool isUserMissing(const IBINUserMissing* definition, const std::string& value);
 
 /// Makes `definition`, which may be null, the one in `held`; false and no change when it is of
 /// another data type than `accepted`. The definition already held is answered true.
-bool ReplaceUserMissing(std::unique_ptr<IBINUserMissing>& held, IBINUserMissing* definition,
+bool replaceUserMissing(std::unique_ptr<IBINUserMissing>& held, IBINUserMissing* definition,
                         IBINUserMissing::DataType accepted);
 
 /// A clone, null for null.
-std::unique_ptr<IBINUserMissing> CloneUserMissing(const IBINUserMissing* definition);
+std::unique_ptr<IBINUserMissing> cloneUserMissing(const IBINUserMissing* definition);
 
 /// How an encoder shows its definition; nothing for null.
-void DisplayUserMissing(std::ostream& os, const IBINUserMissing* definition);
+void displayUserMissing(std::ostream& os, const IBINUserMissing* definition);
 
 }  // namespace MCBinning
 

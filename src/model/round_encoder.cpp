@@ -18,7 +18,7 @@ BINRoundEncoder::~BINRoundEncoder() = default;
 
 double BINRoundEncoder::Encode(double weight) const {
   if (weight == MCMV::gMissingValue || !std::isfinite(weight) ||
-      MCBinning::IsUserMissing(userMissing_, weight)) {
+      MCBinning::isUserMissing(userMissing_, weight)) {
     return MCMV::gMissingValue;
   }
   double count = weight;
@@ -55,6 +55,6 @@ IBINEncoder* BINRoundEncoder::Clone() const { return new BINRoundEncoder(*this);
 void BINRoundEncoder::Display(std::ostream& os) const {
   os << "\tBINRoundEncoder: option = ";
   IBINVariable::WriteRoundingOptionText(os, option_);
-  MCBinning::DisplayUserMissing(os, userMissing_);
+  MCBinning::displayUserMissing(os, userMissing_);
   os << std::endl;
 }

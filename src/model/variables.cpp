@@ -179,7 +179,7 @@ BINContVar::BINContVar(const BINContVar& other)
       name_(other.name_),
       label_(other.label_),
       role_(other.role_),
-      userMissing_(MCBinning::CloneUserMissing(other.userMissing_.get())) {}
+      userMissing_(MCBinning::cloneUserMissing(other.userMissing_.get())) {}
 
 BINContVar& BINContVar::operator=(const BINContVar& other) {
   if (this != &other) {
@@ -211,7 +211,7 @@ void BINContVar::SetVariableRole(VariableRole role) { role_ = role; }
 int BINContVar::UpdateNumberOfCategories() { return 0; }
 
 bool BINContVar::SetUserMissingInfo(IBINUserMissing* userMissing) {
-  return MCBinning::ReplaceUserMissing(userMissing_, userMissing, IBINUserMissing::NumericData);
+  return MCBinning::replaceUserMissing(userMissing_, userMissing, IBINUserMissing::NumericData);
 }
 
 IBINUserMissing* BINContVar::GetUserMissingInfo() const { return userMissing_.get(); }
@@ -238,7 +238,7 @@ BINWeightVar::BINWeightVar(const BINWeightVar& other)
       name_(other.name_),
       label_(other.label_),
       encoder_(other.encoder_->Clone()),
-      userMissing_(MCBinning::CloneUserMissing(other.userMissing_.get())) {
+      userMissing_(MCBinning::cloneUserMissing(other.userMissing_.get())) {
   LendUserMissing();
 }
 
@@ -246,7 +246,7 @@ BINWeightVar& BINWeightVar::operator=(const BINWeightVar& other) {
   if (this != &other) {
     std::string name = other.name_;
     std::string label = other.label_;
-    auto userMissing = MCBinning::CloneUserMissing(other.userMissing_.get());
+    auto userMissing = MCBinning::cloneUserMissing(other.userMissing_.get());
     name_.swap(name);
     label_.swap(label);
     userMissing_.swap(userMissing);
@@ -274,7 +274,7 @@ void BINWeightVar::SetVariableRole(VariableRole /*role*/) {}
 int BINWeightVar::UpdateNumberOfCategories() { return 0; }
 
 bool BINWeightVar::SetUserMissingInfo(IBINUserMissing* userMissing) {
-  if (!MCBinning::ReplaceUserMissing(userMissing_, userMissing, IBINUserMissing::NumericData)) {
+  if (!MCBinning::replaceUserMissing(userMissing_, userMissing, IBINUserMissing::NumericData)) {
     return false;
   }
   LendUserMissing();

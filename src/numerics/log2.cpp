@@ -42,7 +42,7 @@
 #include "numerics/log2_table.h"
 
 #ifdef __FAST_MATH__
-#error "Log2 needs its steps in the order in which they are written"
+#error "roundedLog2 needs its steps in the order in which they are written"
 #endif
 
 namespace MCBinning {
@@ -75,7 +75,7 @@ double withoutLast(int bits, double x) {
 double byDigits(double x) {
   int exponent = 0;
   const double half = std::frexp(x, &exponent);  // from 0.5 to below 1
-  return Log2ByDigits(exponent - 1,
+  return log2ByDigits(exponent - 1,
                       static_cast<std::uint64_t>(std::ldexp(half, kFractionBits + 1)));
 }
 
@@ -145,7 +145,7 @@ double outsideItsDomain(double x) {
 
 }  // namespace
 
-double Log2(double x) {
+double roundedLog2(double x) {
   std::uint64_t bits = bitsOf(x);
   constexpr std::uint64_t kNearOneFrom = bitsOf(1.0 - kNearOne);
   if (bits - kNearOneFrom <= bitsOf(1.0 + kNearOne) - kNearOneFrom) {

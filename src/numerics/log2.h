@@ -8,7 +8,7 @@ namespace MCBinning {
 /// anything below and of NaN. Assumes the default floating-point environment (round to nearest, no
 /// flushing of subnormals). One argument in some millions costs microseconds and allocates; only
 /// then can std::bad_alloc be thrown.
-double Log2(double x);
+double roundedLog2(double x);
 
 }  // namespace MCBinning
 

@@ -86,7 +86,7 @@ std::optional<double> log2InWords(std::int64_t exponent, std::uint64_t significa
 
 }  // namespace
 
-double Log2ByDigits(std::int64_t exponent, std::uint64_t significand, std::size_t words) {
+double log2ByDigits(std::int64_t exponent, std::uint64_t significand, std::size_t words) {
   for (;; words *= 2) {
     if (const std::optional<double> result = log2InWords(exponent, significand, words)) {
       return *result;

@@ -55,6 +55,6 @@ constexpr auto kPowers = [] {
 
 }  // namespace
 
-double PowerOf3(std::size_t exponent) { return kPowers[exponent]; }
+double powerOf3(std::size_t exponent) { return kPowers[exponent]; }
 
 }  // namespace MCBinning

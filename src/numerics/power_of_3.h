@@ -8,7 +8,7 @@ namespace MCBinning {
 constexpr std::size_t kLargestPowerOf3 = 512;  // two sides of a split, of 256 categories each
 
 /// 3 to the power of an exponent up to kLargestPowerOf3, correctly rounded: exact up to 33.
-double PowerOf3(std::size_t exponent);
+double powerOf3(std::size_t exponent);
 
 }  // namespace MCBinning
 

@@ -8,14 +8,14 @@ namespace MCBinning {
 /// Processor time used by the process, in ticks of the platform (CLOCKS_PER_SEC a second).
 using ClockReading = std::clock_t;
 
-ClockReading ReadClock();
+ClockReading readClock();
 
 /// Seconds from `start` to `now`: the whole milliseconds between them, truncated to a signed
 /// 32-bit integer, divided by 1000.0.
-double ElapsedSeconds(ClockReading start, ClockReading now);
+double elapsedSeconds(ClockReading start, ClockReading now);
 
 /// Seconds from `start` until this call, counted in the same way.
-double ElapsedSeconds(ClockReading start);
+double elapsedSeconds(ClockReading start);
 
 }  // namespace MCBinning
 

@@ -15,21 +15,21 @@ namespace MCBinning {
 // in the claim and is linked to its name afterwards: at no time is there one that nobody can tell.
 
 /// As FileSystem::MakeClaim.
-bool MakeClaimDirectory(const std::string& prefix, FileClaim& claim);
+bool makeClaimDirectory(const std::string& prefix, FileClaim& claim);
 
 /// Creates a file, open for appending, in the claim and under `name`. Failed also where a file
 /// cannot have two links; nothing is left then.
-CreateResult CreateInClaim(const FileClaim& claim, const std::string& name, FileHandle& file);
+CreateResult createInClaim(const FileClaim& claim, const std::string& name, FileHandle& file);
 
 /// Removes the file at `name`, when it is the claim's, and the claim's link. False when the file is
 /// still there or the claim has no link of it.
-bool RemoveFromClaim(const FileClaim& claim, const std::string& name) noexcept;
+bool removeFromClaim(const FileClaim& claim, const std::string& name) noexcept;
 
 /// As FileSystem::DropClaim.
-void DropClaimDirectory(FileClaim& claim, bool isOwner) noexcept;
+void dropClaimDirectory(FileClaim& claim, bool isOwner) noexcept;
 
 /// As FileSystem::RemoveAbandoned.
-void RemoveAbandonedClaims(const std::string& prefix) noexcept;
+void removeAbandonedClaims(const std::string& prefix) noexcept;
 
 }  // namespace MCBinning
 

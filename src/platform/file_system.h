@@ -82,7 +82,7 @@ class FileSystem {
 };
 
 /// The operating system's files. The object has no state and may be used from any thread.
-FileSystem& RealFileSystem();
+FileSystem& realFileSystem();
 
 }  // namespace MCBinning
 

@@ -22,7 +22,7 @@ struct LoadHook {
 };
 
 /// The one record of this module, complete as soon as the module is loaded.
-const LoadHook& GetLoadHook();
+const LoadHook& getLoadHook();
 
 }  // namespace MCBinning
 

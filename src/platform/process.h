@@ -4,7 +4,7 @@
 namespace MCBinning {
 
 /// What the system calls this process; a forked copy has another number. Never 0.
-long CurrentProcess() noexcept;
+long currentProcess() noexcept;
 
 }  // namespace MCBinning
 

@@ -2,7 +2,7 @@
 
 namespace MCBinning {
 
-std::string DirectoryOf(const std::string& fileName, char separator) {
+std::string directoryOf(const std::string& fileName, char separator) {
   const auto end = fileName.rfind(separator);
   if (end == std::string::npos || end == 0) {
     return {'.', separator};

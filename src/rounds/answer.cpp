@@ -13,7 +13,7 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 bool areWhole(const std::vector<double>& weights) {
-  return std::all_of(weights.begin(), weights.end(), IsWholeWeight);
+  return std::all_of(weights.begin(), weights.end(), isWholeWeight);
 }
 
 bool isBefore(const BINValueWeight& left, const BINValueWeight& right) {
@@ -54,11 +54,11 @@ bool carriesWeight(const std::vector<double>& cellWeights, std::size_t cell,
 
 }  // namespace
 
-bool IsWholeWeight(double weight) {
+bool isWholeWeight(double weight) {
   return weight >= 0.0 && weight < 0x1p53 && weight == std::floor(weight);
 }
 
-void MergeValueWeights(std::vector<BINValueWeight>& weights) {
+void mergeValueWeights(std::vector<BINValueWeight>& weights) {
   for (BINValueWeight& entry : weights) {
     entry.value += 0.0;
   }
@@ -81,13 +81,13 @@ std::optional<AttributeAnswer> AttributeAnswer::Read(const BINAttributeQuestion&
   const auto isSound = [&](const BINValueWeight& entry) {
     return entry.value == entry.value && entry.code >= 0 &&
            static_cast<std::size_t>(entry.code) < nCategories && entry.weight > 0.0 &&
-           IsWholeWeight(entry.weight);
+           isWholeWeight(entry.weight);
   };
   if (answer.cellWeights.size() != nCells * nCategories || !areWhole(answer.cellWeights) ||
       answer.missingWeights.size() != nCategories || !areWhole(answer.missingWeights) ||
       answer.userMissingWeights.size() != nCategories || !areWhole(answer.userMissingWeights) ||
       !std::all_of(answer.values.begin(), answer.values.end(), isSound) ||
-      !IsWholeWeight(answer.distinctValues)) {
+      !isWholeWeight(answer.distinctValues)) {
     return std::nullopt;
   }
   for (std::size_t border = 0; border <= question.borders.size(); ++border) {
@@ -101,7 +101,7 @@ std::optional<AttributeAnswer> AttributeAnswer::Read(const BINAttributeQuestion&
   read.answer_ = &answer;
   read.nCategories_ = nCategories;
   read.values_ = answer.values;
-  MergeValueWeights(read.values_);
+  mergeValueWeights(read.values_);
   if (!areInside(read.values_, question.ranges)) {
     return std::nullopt;
   }

@@ -11,10 +11,10 @@
 namespace MCBinning {
 
 /// Sorts weights by value and code and adds up those of the same. -0.0 becomes 0.0.
-void MergeValueWeights(std::vector<BINValueWeight>& weights);
+void mergeValueWeights(std::vector<BINValueWeight>& weights);
 
 /// Whether `weight` is a whole number from 0 to below 2^53.
-bool IsWholeWeight(double weight);
+bool isWholeWeight(double weight);
 
 /// The answer to one question about one attribute, which it reads together.
 class AttributeAnswer {

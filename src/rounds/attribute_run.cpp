@@ -106,11 +106,11 @@ void AttributeRun::FinishPair(const RoundTotals& totals) {
     status_ = bins.cutPoints.empty() ? warningStatus(kNoSplit) : MCStatus();
   } else {
     const SortedRows rows(targets_->Pieces().Rows());
-    status_ = SearchPreBins(rows, totals.nCategories, weight_, settings_.numberOfBins,
+    status_ = searchPreBins(rows, totals.nCategories, weight_, settings_.numberOfBins,
                             settings_.rightBorderClosed, bins);
   }
-  MergeSmallBins(settings_.smallBinThreshold, bins);
-  modelEntropy_ = ModelEntropy(bins, weight_);
+  mergeSmallBins(settings_.smallBinThreshold, bins);
+  modelEntropy_ = modelEntropy(bins, weight_);
   cutPoints_ = std::move(bins.cutPoints);
   counts_ = std::move(bins.counts);
 }

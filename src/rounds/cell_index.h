@@ -15,14 +15,14 @@ class CellIndex {
  public:
   /// `borders` ascend strictly.
   explicit CellIndex(const std::vector<double>& borders) : keys_(borders.size()) {
-    std::transform(borders.begin(), borders.end(), keys_.begin(), KeyOf);
+    std::transform(borders.begin(), borders.end(), keys_.begin(), keyOf);
   }
 
   std::size_t Size() const { return 2 * keys_.size() + 1; }
 
   /// `value` is no NaN.
   std::size_t CellOf(double value) const {
-    const RowKey key = KeyOf(value);
+    const RowKey key = keyOf(value);
     const auto border = std::lower_bound(keys_.begin(), keys_.end(), key);
     const auto before = static_cast<std::size_t>(border - keys_.begin());
     return 2 * before + (border != keys_.end() && *border == key ? 1 : 0);

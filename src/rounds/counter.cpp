@@ -16,7 +16,7 @@ MCStatus BINRoundCounter::Prepare(const BINRoundQuestion& question, int categori
     return errorStatus(MCBinning::kUnusableTarget);
   }
   try {
-    if (!MCBinning::DoesAscend(question)) {
+    if (!MCBinning::doesAscend(question)) {
       return errorStatus(MCBinning::kUnfitAnswer);
     }
     cells_ = std::make_unique<QuestionCells>(question, static_cast<std::size_t>(categories));
@@ -43,7 +43,7 @@ MCStatus BINRoundCounter::Add(const BINRoundAnswer& part, BINRoundAnswer& answer
       answer = part;
       return {};
     }
-    return MCBinning::AddAnswer(part, answer) ? MCStatus() : errorStatus(MCBinning::kUnfitAnswer);
+    return MCBinning::addAnswer(part, answer) ? MCStatus() : errorStatus(MCBinning::kUnfitAnswer);
   } catch (...) {
     return errorStatus(MCBinning::kFailed);
   }

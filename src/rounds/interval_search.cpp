@@ -62,14 +62,14 @@ bool isInDoubt(const PieceTable& pieces, std::size_t gap) {
 /// when it is known; `split` is then the best one.
 std::vector<std::size_t> findMissing(const CandidateTable& table, const PieceTable& pieces,
                                      BestSplit& split) {
-  SplitOutlook outlook = ForeseeBestSplit(table);
+  SplitOutlook outlook = foreseeBestSplit(table);
   if (!outlook.canBeAccepted) {
     return {};
   }
   std::vector<std::size_t> missing = std::move(outlook.open);
   std::erase_if(missing, [&](std::size_t piece) { return !pieces[piece].IsStretch(); });
   if (missing.empty()) {
-    split = FindBestSplit(table);
+    split = findBestSplit(table);
     if (split.isFound && isInDoubt(pieces, split.gap)) {
       missing.push_back(split.gap - 2);
     }
@@ -117,7 +117,7 @@ void IntervalSearch::SearchOne(PieceTable interval, std::vector<PieceTable>& pen
     missing = findMissing(table, interval, split);
   }
   if (!missing.empty()) {
-    WishFor(missing, Limits(), interval);
+    wishFor(missing, Limits(), interval);
     Wait(std::move(interval));
   } else if (!split.isAccepted) {
     FileBin(interval);
@@ -131,7 +131,7 @@ void IntervalSearch::SearchOne(PieceTable interval, std::vector<PieceTable>& pen
 void IntervalSearch::SearchValues(const PieceTable& values) {
   SortedRows rows(values.Rows());
   Bins bins;
-  SearchCutPoints(CandidateTable::FromRows(rows, nCategories_, rightBorderClosed_), bins);
+  searchCutPoints(CandidateTable::FromRows(rows, nCategories_, rightBorderClosed_), bins);
   for (std::size_t bin = 0; bin < bins.Size(); ++bin) {
     const ClassCountsView counts = bins.Counts(bin);
     bins_.push_back({bin == 0 ? values[0].low : bins.cutPoints[bin - 1],

@@ -15,7 +15,7 @@ class IntervalSearch final : public PieceSearch {
   IntervalSearch(const PieceTable& pieces, std::size_t nCategories, bool rightBorderClosed,
                  const RoundLimits& limits);
 
-  /// Once the search is finished: what SearchCutPoints makes of the values.
+  /// Once the search is finished: what searchCutPoints makes of the values.
   Bins TakeBins();
 
  private:

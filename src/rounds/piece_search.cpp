@@ -15,7 +15,7 @@ double PieceSearch::WishedWeight() const {
 
 void PieceSearch::Ask(BINAttributeQuestion& question) const {
   for (const PieceTable& interval : waiting_) {
-    AskWishes(interval, question);
+    askWishes(interval, question);
   }
 }
 

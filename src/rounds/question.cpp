@@ -38,7 +38,7 @@ void appendSteps(RowKey low, RowKey high, std::size_t parts, std::vector<double>
   const RowKey step = (high - low) / parts;
   for (std::size_t part = 1; part < parts; ++part) {
     const RowKey end = low + step * part;
-    borders.push_back(ValueOf(simplestKey(end - step, end)) + 0.0);
+    borders.push_back(valueOf(simplestKey(end - step, end)) + 0.0);
   }
 }
 
@@ -48,21 +48,21 @@ void appendEvenSteps(double low, double high, std::size_t parts, std::vector<dou
     return low * (1.0 - share) + high * share;
   };
   for (std::size_t part = 1; part < parts; ++part) {
-    const RowKey from = KeyOf(at(part - 1));
-    const RowKey to = KeyOf(at(part));
+    const RowKey from = keyOf(at(part - 1));
+    const RowKey to = keyOf(at(part));
     if (from < to) {
-      borders.push_back(ValueOf(simplestKey(from, to)) + 0.0);
+      borders.push_back(valueOf(simplestKey(from, to)) + 0.0);
     }
   }
 }
 
 void appendParts(const Piece& stretch, std::size_t parts, std::vector<double>& borders) {
-  const RowKey low = KeyOf(stretch.low);
-  const RowKey high = KeyOf(stretch.high);
+  const RowKey low = keyOf(stretch.low);
+  const RowKey high = keyOf(stretch.high);
   std::vector<double> inner;
   if (high - low <= parts) {
     for (RowKey key = low + 1; key < high; ++key) {
-      inner.push_back(ValueOf(key) + 0.0);
+      inner.push_back(valueOf(key) + 0.0);
     }
   } else {
     const std::size_t half = std::max<std::size_t>(parts / 2, 2);
@@ -79,7 +79,7 @@ void appendParts(const Piece& stretch, std::size_t parts, std::vector<double>& b
 
 }  // namespace
 
-void WishFor(const std::vector<std::size_t>& open, const RoundLimits& limits, PieceTable& pieces) {
+void wishFor(const std::vector<std::size_t>& open, const RoundLimits& limits, PieceTable& pieces) {
   double weight = 0.0;
   for (const std::size_t piece : open) {
     weight += pieces[piece].weight;
@@ -98,7 +98,7 @@ void WishFor(const std::vector<std::size_t>& open, const RoundLimits& limits, Pi
   }
 }
 
-void AskFirst(const std::vector<double>& firstBorders, BINAttributeQuestion& question) {
+void askFirst(const std::vector<double>& firstBorders, BINAttributeQuestion& question) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   std::vector<double>& borders = question.borders;
   borders = {-kInfinity, std::numeric_limits<double>::max(), kInfinity};
@@ -109,7 +109,7 @@ void AskFirst(const std::vector<double>& firstBorders, BINAttributeQuestion& que
   borders.erase(std::unique(borders.begin(), borders.end()), borders.end());
 }
 
-void AskWishes(const PieceTable& pieces, BINAttributeQuestion& question) {
+void askWishes(const PieceTable& pieces, BINAttributeQuestion& question) {
   std::vector<double>& borders = question.borders;
   for (std::size_t i = 0; i < pieces.Size(); ++i) {
     const Piece& piece = pieces[i];

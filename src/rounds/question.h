@@ -18,14 +18,14 @@ struct RoundLimits {
 
 /// Wishes for the `open` pieces of an interval, stretches all of them: for their values when these
 /// are few, else for parts of the stretches that are not small themselves.
-void WishFor(const std::vector<std::size_t>& open, const RoundLimits& limits, PieceTable& pieces);
+void wishFor(const std::vector<std::size_t>& open, const RoundLimits& limits, PieceTable& pieces);
 
 /// The first question about an attribute. Borders beside `firstBorders` hold the infinities and the
 /// greatest finite number, which pre-bins look at, apart from all stretches.
-void AskFirst(const std::vector<double>& firstBorders, BINAttributeQuestion& question);
+void askFirst(const std::vector<double>& firstBorders, BINAttributeQuestion& question);
 
 /// Adds what is wished of the pieces, which lie beyond what the question asks already.
-void AskWishes(const PieceTable& pieces, BINAttributeQuestion& question);
+void askWishes(const PieceTable& pieces, BINAttributeQuestion& question);
 
 }  // namespace MCBinning
 

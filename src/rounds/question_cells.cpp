@@ -42,7 +42,7 @@ void addTo(std::vector<double>& sums, const std::vector<double>& part) {
 /// often take no more memory than they must.
 void mergeWhenDoubled(std::size_t before, std::vector<BINValueWeight>& values) {
   if (std::bit_width(before) != std::bit_width(values.size())) {
-    MergeValueWeights(values);
+    mergeValueWeights(values);
   }
 }
 
@@ -66,7 +66,7 @@ void addAttribute(const BINAttributeAnswer& part, BINAttributeAnswer& answer) {
 
 }  // namespace
 
-bool DoesAscend(const BINRoundQuestion& question) {
+bool doesAscend(const BINRoundQuestion& question) {
   return std::all_of(question.attributes.begin(), question.attributes.end(),
                      [](const BINAttributeQuestion& attribute) {
                        return ascendStrictly(attribute.borders) &&
@@ -74,7 +74,7 @@ bool DoesAscend(const BINRoundQuestion& question) {
                      });
 }
 
-bool AddAnswer(const BINRoundAnswer& part, BINRoundAnswer& answer) {
+bool addAnswer(const BINRoundAnswer& part, BINRoundAnswer& answer) {
   if (part.classWeights.size() != answer.classWeights.size() ||
       !std::equal(part.attributes.begin(), part.attributes.end(), answer.attributes.begin(),
                   answer.attributes.end(), fit)) {

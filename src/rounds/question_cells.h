@@ -12,10 +12,10 @@
 namespace MCBinning {
 
 /// Whether the borders and the ranges of every item ascend; a NaN among them does not.
-bool DoesAscend(const BINRoundQuestion& question);
+bool doesAscend(const BINRoundQuestion& question);
 
 /// Adds an answer to another one, which must not be new. False when they do not fit each other.
-bool AddAnswer(const BINRoundAnswer& part, BINRoundAnswer& answer);
+bool addAnswer(const BINRoundAnswer& part, BINRoundAnswer& answer);
 
 /// A question, ready to be asked of case after case.
 class QuestionCells {

@@ -70,7 +70,7 @@ BINRoundQuestion firstQuestion(const BINRoundsPlan& plan) {
     BINAttributeQuestion asked;
     asked.attribute = question.attributes.size();
     asked.countDistinct = plan.countDistinct;
-    MCBinning::AskFirst(attribute.firstBorders, asked);
+    MCBinning::askFirst(attribute.firstBorders, asked);
     question.attributes.push_back(std::move(asked));
   }
   return question;

@@ -66,9 +66,9 @@ MCStatus RoundsRun::TakeCases(const BINRoundAnswer& answer) {
   if (weight >= 0x1p53) {
     return about(errorStatus(kTooMuchWeight), kWholeCases);
   }
-  if (answer.classWeights.size() != nCategories_ || !IsWholeWeight(answer.missingTargetWeight) ||
-      !std::all_of(answer.classWeights.begin(), answer.classWeights.end(), IsWholeWeight) ||
-      !IsWholeWeight(answer.cases) || answer.cases > weight ||
+  if (answer.classWeights.size() != nCategories_ || !isWholeWeight(answer.missingTargetWeight) ||
+      !std::all_of(answer.classWeights.begin(), answer.classWeights.end(), isWholeWeight) ||
+      !isWholeWeight(answer.cases) || answer.cases > weight ||
       (answer.cases == 0.0 && weight > 0.0)) {
     return about(errorStatus(kUnfitAnswer), kWholeCases);
   }

@@ -35,7 +35,7 @@ void TargetSearch::Search(std::vector<PieceTable> intervals) {
   if (missing.empty()) {
     pieces_ = std::move(whole);
   } else {
-    WishFor(missing, Limits(), whole);
+    wishFor(missing, Limits(), whole);
     Wait(std::move(whole));
   }
 }

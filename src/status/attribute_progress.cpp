@@ -9,7 +9,7 @@ AttributeProgress::AttributeProgress(ProgressListener* listener,
     : listener_(listener),
       nSkippedReports_(std::move(nSkippedReports)),
       countdown_(nSkippedReports_()),
-      start_(ReadClock()) {}
+      start_(readClock()) {}
 
 void AttributeProgress::AttributeDone(int attribute, const MCStatus& status) {
   if (listener_ == nullptr) {
@@ -18,7 +18,7 @@ void AttributeProgress::AttributeDone(int attribute, const MCStatus& status) {
   const bool isDue = countdown_ < 1;
   --countdown_;
   if (isDue && !status.IsError()) {
-    reporter_.SetValues(static_cast<unsigned int>(attribute), ElapsedSeconds(start_));
+    reporter_.SetValues(static_cast<unsigned int>(attribute), elapsedSeconds(start_));
     listener_->ReportProgress(reporter_);
     countdown_ = nSkippedReports_();
   }

@@ -81,12 +81,12 @@ void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
   const std::size_t nCategories = table.GetNTargetCategories();
   Bins bins;
   record.status_ = arePreBinsNeeded(distinctValueThreshold_, record.nDistinctValues_)
-                       ? SearchPreBins(*rows, nCategories, record.totalWeight_, numberOfBins_,
+                       ? searchPreBins(*rows, nCategories, record.totalWeight_, numberOfBins_,
                                        rightBorderClosed_, bins)
                        : FindBins(*rows, nCategories, bins);
   if (bins.Size() > 0) {
-    MergeSmallBins(settings_.GetSmallBinDetectionThreshold(), bins);
-    record.modelEntropy_ = ModelEntropy(bins, record.totalWeight_);
+    mergeSmallBins(settings_.GetSmallBinDetectionThreshold(), bins);
+    record.modelEntropy_ = modelEntropy(bins, record.totalWeight_);
   }
   record.cellCounts_ = bins.Rows();
   record.cutPoints_ = std::move(bins.cutPoints);
@@ -99,16 +99,14 @@ void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
 }
 
 MCStatus BINAlgorithm::FindBins(SortedRows& rows, std::size_t nCategories, Bins& bins) const {
-  return SearchCutPoints(CandidateTable::FromRows(rows, nCategories, rightBorderClosed_), bins);
+  return searchCutPoints(CandidateTable::FromRows(rows, nCategories, rightBorderClosed_), bins);
 }
-
-/// Without bins when there is nothing to search in.
 
 void BINAlgorithm::FileInOutput(BINAttributeTargetResults record) {
   output_.File(std::move(record));
 }
 
-std::unique_ptr<IBINAlgorithm> MakeBINAlgorithm(BINSettings& settings, BINVarList& varList) {
+std::unique_ptr<IBINAlgorithm> makeBINAlgorithm(BINSettings& settings, BINVarList& varList) {
   return std::make_unique<BINAlgorithm>(settings, varList);
 }
 

@@ -32,7 +32,7 @@ struct SupervisedKind {
 class BINAlgorithm : public AlgorithmFrame<SupervisedKind> {
  public:
   /// `files` is borrowed and must outlive the algorithm.
-  BINAlgorithm(BINSettings& settings, BINVarList& varList, FileSystem& files = RealFileSystem());
+  BINAlgorithm(BINSettings& settings, BINVarList& varList, FileSystem& files = realFileSystem());
   ~BINAlgorithm() override;
 
   MCStatus Run(BINCaseIterator& cases, const std::vector<int>* attributes,

@@ -15,11 +15,11 @@ std::vector<std::vector<double>> Bins::Rows() const {
   return rows;
 }
 
-double ModelEntropy(const Bins& bins, double totalWeight) {
+double modelEntropy(const Bins& bins, double totalWeight) {
   double sum = 0.0;
   for (std::size_t bin = 0; bin < bins.Size(); ++bin) {
     const ClassCountsView counts = bins.Counts(bin);
-    sum += counts[0] * Entropy(counts);
+    sum += counts[0] * entropyOf(counts);
   }
   return sum / totalWeight;
 }

@@ -24,7 +24,7 @@ struct Bins {
 };
 
 /// The sum, in bin order, of each bin's total * Entropy, divided by `totalWeight`.
-double ModelEntropy(const Bins& bins, double totalWeight);
+double modelEntropy(const Bins& bins, double totalWeight);
 
 }  // namespace MCBinning
 

@@ -22,7 +22,7 @@ CandidateTable CandidateTable::FromRows(SortedRows& rows, std::size_t nCategorie
   if (table.size_ != rows.Size()) {
     table.firstEntries_.reserve(table.size_ + 1);
     for (std::size_t entry = 0; entry < rows.Size(); ++entry) {
-      if (entry == 0 || !IsSameValue(rows.Key(entry), rows.Key(entry - 1))) {
+      if (entry == 0 || !isSameValue(rows.Key(entry), rows.Key(entry - 1))) {
         table.firstEntries_.push_back(static_cast<std::uint32_t>(entry));
       }
     }

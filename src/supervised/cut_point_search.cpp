@@ -28,7 +28,7 @@ double categoriesPresent(const ClassCounts& counts) {
 }
 
 /// The bits that tell which of the subsets of `k` categories are present on the sides.
-double codingBits(double k) { return Log2(PowerOf3(static_cast<std::size_t>(k)) - 2.0); }
+double codingBits(double k) { return roundedLog2(powerOf3(static_cast<std::size_t>(k)) - 2.0); }
 
 /// The minimum-description-length test, with the number of categories of the two sides added up
 /// where the published form has the number of categories of the whole.
@@ -38,9 +38,9 @@ bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const 
   const double k1 = categoriesPresent(left);
   const double k2 = categoriesPresent(right);
   const double k = k1 + k2;
-  const double entropy = Entropy(total);
-  const double delta = codingBits(k) - (k * entropy - k1 * Entropy(left) - k2 * Entropy(right));
-  return entropy - splitEntropy > Log2(n - 1.0) / n + delta / n;
+  const double entropy = entropyOf(total);
+  const double delta = codingBits(k) - (k * entropy - k1 * entropyOf(left) - k2 * entropyOf(right));
+  return entropy - splitEntropy > roundedLog2(n - 1.0) / n + delta / n;
 }
 
 /// Whether the test may accept a split whose entropy is greater than `leastEntropy` and whose sides
@@ -52,7 +52,7 @@ bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const 
 bool canBeWorthwhile(const ClassCounts& total, const SplitCounts& least, double leastEntropy) {
   constexpr double kRounding = 1e-9;  // in bits; that of sums below 2^13 is less than 2^-36
   const double n = total[0];
-  const double entropy = Entropy(total);
+  const double entropy = entropyOf(total);
   const double k = categoriesPresent(total);
   const double greaterShare = (n - std::min(least.left[0], least.right[0])) / n;
   const double keptPerCategory = std::max(leastEntropy, 0.0) / greaterShare;
@@ -63,7 +63,7 @@ bool canBeWorthwhile(const ClassCounts& total, const SplitCounts& least, double 
                                             std::min(k1, k2) * keptPerCategory);
     }
   }
-  return !(entropy - leastEntropy <= (Log2(n - 1.0) + leastDelta - kRounding) / n);
+  return !(entropy - leastEntropy <= (roundedLog2(n - 1.0) + leastDelta - kRounding) / n);
 }
 
 class Search {
@@ -182,7 +182,7 @@ void countBins(const CandidateTable& table, const RunningCounts& counts, Bins& b
 
 }  // namespace
 
-MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins) {
+MCStatus searchCutPoints(const CandidateTable& table, Bins& bins) {
   bins = Bins();
   if (!table.IsConsistent()) {
     return errorStatus(kInconsistentTable);
@@ -197,12 +197,12 @@ MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins) {
   return bins.cutPoints.empty() ? warningStatus(kNoSplit) : MCStatus();
 }
 
-BestSplit FindBestSplit(const CandidateTable& table) {
+BestSplit findBestSplit(const CandidateTable& table) {
   RunningCounts counts(table);
   return Search(table, counts).FindSplit({0, table.Size() - 1});
 }
 
-SplitOutlook ForeseeBestSplit(const CandidateTable& table) {
+SplitOutlook foreseeBestSplit(const CandidateTable& table) {
   RunningCounts counts(table);
   return Search(table, counts).Foresee();
 }

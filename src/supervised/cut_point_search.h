@@ -23,7 +23,7 @@ namespace MCBinning {
 /// split are made by adding up the side that ends nearer to the split (the left one when its
 /// last candidate is not beyond (first + last) / 2 in whole numbers), in ascending order, and by
 /// taking that side, element by element, from the counts of the interval.
-MCStatus SearchCutPoints(const CandidateTable& table, Bins& bins);
+MCStatus searchCutPoints(const CandidateTable& table, Bins& bins);
 
 /// The best split of some candidates; its right part begins with the candidate `gap`.
 struct BestSplit {
@@ -33,7 +33,7 @@ struct BestSplit {
 };
 
 /// The first step of the search: the best split of all candidates of `table`, which is consistent.
-BestSplit FindBestSplit(const CandidateTable& table);
+BestSplit findBestSplit(const CandidateTable& table);
 
 /// What is known of the best split of the values of a table whose candidates may each stand for a
 /// stretch of neighbouring values that are not told apart.
@@ -43,7 +43,7 @@ struct SplitOutlook {
 };
 
 /// `table` is consistent, not empty and of exact sums.
-SplitOutlook ForeseeBestSplit(const CandidateTable& table);
+SplitOutlook foreseeBestSplit(const CandidateTable& table);
 
 }  // namespace MCBinning
 

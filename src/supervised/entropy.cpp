@@ -4,7 +4,7 @@
 
 namespace MCBinning {
 
-double Entropy(ClassCountsView counts) {
+double entropyOf(ClassCountsView counts) {
   const double total = counts[0];
   if (total == 0.0) {
     return 0.0;
@@ -14,14 +14,14 @@ double Entropy(ClassCountsView counts) {
     const double p = weight / total;
     if (p != 0.0) {
       // Subtracting term by term rounds like negating the sum and keeps a zero positive.
-      entropy -= p * Log2(p);
+      entropy -= p * roundedLog2(p);
     }
   }
   return entropy;
 }
 
-double WeightedEntropy(ClassCountsView left, ClassCountsView right) {
-  return (left[0] * Entropy(left) + right[0] * Entropy(right)) / (left[0] + right[0]);
+double weightedEntropy(ClassCountsView left, ClassCountsView right) {
+  return (left[0] * entropyOf(left) + right[0] * entropyOf(right)) / (left[0] + right[0]);
 }
 
 }  // namespace MCBinning

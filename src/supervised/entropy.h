@@ -14,11 +14,11 @@ using ClassCountsView = std::span<const double>;
 /// Entropy to base 2: minus the sum, in code order, of p * log2(p) with p = element / total.
 /// A p of 0 contributes nothing; the entropy of a total of 0 is 0. Never -0.0. Plain IEEE
 /// arithmetic: a negative element (what is left after subtracting rounded sums) gives NaN.
-double Entropy(ClassCountsView counts);
+double entropyOf(ClassCountsView counts);
 
-/// (L * Entropy(left) + R * Entropy(right)) / (L + R), L and R being the totals; NaN when both
+/// (L * entropyOf(left) + R * entropyOf(right)) / (L + R), L and R being the totals; NaN when both
 /// totals are 0.
-double WeightedEntropy(ClassCountsView left, ClassCountsView right);
+double weightedEntropy(ClassCountsView left, ClassCountsView right);
 
 }  // namespace MCBinning
 

@@ -13,7 +13,7 @@ bool arePreBinsNeeded(int threshold, std::uint32_t nDistinctValues) {
   return threshold > 0 && nDistinctValues > static_cast<std::uint32_t>(threshold);
 }
 
-bool FindPreBins(BINEFPreProcess& preProcess, const SortedRows& rows, double totalWeight,
+bool findPreBins(BINEFPreProcess& preProcess, const SortedRows& rows, double totalWeight,
                  bool rightBorderClosed, std::vector<double>& boundaries) {
   std::vector<double> cutPoints;
   std::vector<double> binWeights;  // this use leaves it empty
@@ -34,7 +34,7 @@ bool FindPreBins(BINEFPreProcess& preProcess, const SortedRows& rows, double tot
   return true;
 }
 
-MCStatus CountPerBin(const SortedRows& rows, std::size_t nCategories,
+MCStatus countPerBin(const SortedRows& rows, std::size_t nCategories,
                      const std::vector<double>& boundaries, bool rightBorderClosed,
                      std::vector<double>& counts) {
   const MCStatus notCounted = warningStatus(kInconsistentTable);
@@ -69,18 +69,18 @@ MCStatus CountPerBin(const SortedRows& rows, std::size_t nCategories,
   return MCStatus();
 }
 
-MCStatus SearchPreBins(const SortedRows& rows, std::size_t nCategories, double totalWeight,
+MCStatus searchPreBins(const SortedRows& rows, std::size_t nCategories, double totalWeight,
                        int numberOfBins, bool rightBorderClosed, Bins& bins) {
   BINEFPreProcess preProcess(numberOfBins, rightBorderClosed);
   std::vector<double> boundaries;
-  if (!FindPreBins(preProcess, rows, totalWeight, rightBorderClosed, boundaries)) {
+  if (!findPreBins(preProcess, rows, totalWeight, rightBorderClosed, boundaries)) {
     return {};
   }
   std::vector<double> counts;
   const MCStatus countStatus =
-      CountPerBin(rows, nCategories, boundaries, rightBorderClosed, counts);
+      countPerBin(rows, nCategories, boundaries, rightBorderClosed, counts);
   const MCStatus searchStatus =
-      SearchCutPoints(CandidateTable::FromPreBins(boundaries, counts, nCategories), bins);
+      searchCutPoints(CandidateTable::FromPreBins(boundaries, counts, nCategories), bins);
   return searchStatus.IsOK() ? countStatus : searchStatus;
 }
 

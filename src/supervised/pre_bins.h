@@ -20,7 +20,7 @@ bool arePreBinsNeeded(int threshold, std::uint32_t nDistinctValues);
 /// finite double, the cut points of `preProcess` without one that lies on the closed end of the
 /// value range, the largest finite double. `totalWeight` is the weight of the rows. False, with
 /// `boundaries` empty, when the pre-processing can do nothing with them.
-bool FindPreBins(BINEFPreProcess& preProcess, const SortedRows& rows, double totalWeight,
+bool findPreBins(BINEFPreProcess& preProcess, const SortedRows& rows, double totalWeight,
                  bool rightBorderClosed, std::vector<double>& boundaries);
 
 /// Sums the weights of `rows`, in their order, per bin and category: bin b of category c is
@@ -31,13 +31,13 @@ bool FindPreBins(BINEFPreProcess& preProcess, const SortedRows& rows, double tot
 /// Warning 120002: fewer than 2 boundaries (`counts` is left alone); a row beyond the last boundary
 /// (the bins before it are counted); or rows that end before the last bin is reached (the bin they
 /// end in and all later ones stay 0).
-MCStatus CountPerBin(const SortedRows& rows, std::size_t nCategories,
+MCStatus countPerBin(const SortedRows& rows, std::size_t nCategories,
                      const std::vector<double>& boundaries, bool rightBorderClosed,
                      std::vector<double>& counts);
 
-/// The cut-point search over the pre-bins of `rows`: SearchCutPoints' status or, where that is OK,
-/// CountPerBin's. OK, with `bins` as they were, when no pre-bins can be made.
-MCStatus SearchPreBins(const SortedRows& rows, std::size_t nCategories, double totalWeight,
+/// The cut-point search over the pre-bins of `rows`: searchCutPoints' status or, where that is OK,
+/// countPerBin's. OK, with `bins` as they were, when no pre-bins can be made.
+MCStatus searchPreBins(const SortedRows& rows, std::size_t nCategories, double totalWeight,
                        int numberOfBins, bool rightBorderClosed, Bins& bins);
 
 }  // namespace MCBinning

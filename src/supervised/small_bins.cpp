@@ -20,8 +20,8 @@ bool isSmall(double threshold, ClassCountsView left, ClassCountsView bin, ClassC
 }
 
 bool mergesLeft(ClassCountsView left, ClassCountsView bin, ClassCountsView right) {
-  const double leftMerge = WeightedEntropy(sumOf(left, bin), right);
-  const double rightMerge = WeightedEntropy(left, sumOf(bin, right));
+  const double leftMerge = weightedEntropy(sumOf(left, bin), right);
+  const double rightMerge = weightedEntropy(left, sumOf(bin, right));
   return rightMerge >= leftMerge;
 }
 
@@ -84,7 +84,7 @@ class BinFolder {
 
 }  // namespace
 
-void MergeSmallBins(double threshold, Bins& bins) {
+void mergeSmallBins(double threshold, Bins& bins) {
   if (!(threshold > 0.0) || bins.cutPoints.size() < 2) {
     return;
   }

@@ -9,7 +9,7 @@ namespace MCBinning {
 /// neighbour with one of its neighbours: the one that leaves the lower weighted entropy over the
 /// three bins, the left one on a tie. All bins are judged before any is merged, so several bins
 /// may fold into one. A threshold of 0 or fewer than three bins change nothing.
-void MergeSmallBins(double threshold, Bins& bins);
+void mergeSmallBins(double threshold, Bins& bins);
 
 }  // namespace MCBinning
 

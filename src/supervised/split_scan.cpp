@@ -41,7 +41,7 @@ bool hasNegativeShare(const ClassCounts& counts) {
 }
 
 /// x log2 x, which is 0 at 0 and NaN below.
-double xLogX(double x) { return x != 0.0 ? x * Log2(x) : 0.0; }
+double xLogX(double x) { return x != 0.0 ? x * roundedLog2(x) : 0.0; }
 
 }  // namespace
 
@@ -71,7 +71,7 @@ void SplitScan::Evaluate(const Gap& gap) {
   if (!IsExamined(gap.at) || LeastEntropyAt(gap) > best_.entropy) {
     return;
   }
-  const double entropy = WeightedEntropy(gap.counts.left, gap.counts.right);
+  const double entropy = weightedEntropy(gap.counts.left, gap.counts.right);
   if (entropy < best_.entropy || (entropy == best_.entropy && gap.at < best_.gap)) {
     best_ = {gap.at, entropy, true};
   }
@@ -82,7 +82,7 @@ void SplitScan::SetInterval(std::size_t first, std::size_t last) {
   first_ = first;
   last_ = last;
   weight_ = counts_.Total()[0];
-  logOfWeight_ = Log2(weight_);
+  logOfWeight_ = roundedLog2(weight_);
   best_ = {0, kInfinity, false};
   gaps_[0].at = first;
   gaps_[1].at = last + 1;
@@ -111,7 +111,7 @@ SplitScan::Bounds SplitScan::BoundStretches(std::size_t first, std::size_t last)
     bounds.leastEntropies.push_back(LeastEntropy(gaps_[2], running_));
     if (candidate < last) {
       bounds.greatestBest = std::min(bounds.greatestBest,
-                                     WeightedEntropy(running_.counts.left, running_.counts.right));
+                                     weightedEntropy(running_.counts.left, running_.counts.right));
     }
   }
   bounds.greatestBest += Slack(gaps_[0], gaps_[1], 0.0);
@@ -204,8 +204,8 @@ double SplitScan::TableEntry(double count) {
 double SplitScan::LeastEntropyAt(const Gap& gap) const {
   const double left = gap.counts.left[0] / weight_;
   const double right = gap.counts.right[0] / weight_;
-  const double logLeft = Log2(left);
-  const double logRight = Log2(right);
+  const double logLeft = roundedLog2(left);
+  const double logRight = roundedLog2(right);
   return left * logLeft + right * logRight - gap.sumOfTerms - Slack(gap, gap, logLeft - logRight);
 }
 
@@ -219,7 +219,7 @@ double SplitScan::LeastEntropy(const Gap& begin, const Gap& end) const {
   }
   const double middleLeft = (from.left[0] + to.left[0]) / 2.0 / weight_;
   const double middleRight = (from.right[0] + to.right[0]) / 2.0 / weight_;
-  const double slope = Log2(middleLeft) - Log2(middleRight);
+  const double slope = roundedLog2(middleLeft) - roundedLog2(middleRight);
   const double slopeOfCount = slope / weight_;
   double least = xLogX(middleLeft) + xLogX(middleRight) - slope * middleLeft;
   for (std::size_t category = 0; category < begin.terms.size(); ++category) {
@@ -249,8 +249,8 @@ double SplitScan::Slack(const Gap& begin, const Gap& end, double slope) const {
     const double inStretch = rounding(begin.at, end.at);
     const double inInterval = rounding(first_, last_ + 1);
     slack -= 2.0 * nCategories * xLogX(inStretch);
-    slack += inInterval * (2.0 * std::abs(Log2(end.counts.right[0] / weight_)) + std::abs(slope) +
-                           2.0 * Log2(nCategories) + 6.0);
+    slack += inInterval * (2.0 * std::abs(roundedLog2(end.counts.right[0] / weight_)) +
+                           std::abs(slope) + 2.0 * roundedLog2(nCategories) + 6.0);
   }
   return slack;
 }

@@ -18,7 +18,7 @@ using BothSettings = testing::Types<BINSettings, EFBINSettings>;
 TYPED_TEST_SUITE(SettingsTest, BothSettings);
 
 TYPED_TEST(SettingsTest, FilesGoToTheTemporaryDirectoryUnlessToldOtherwise) {
-  EXPECT_EQ(TypeParam().GetTempDirName(), MCBinning::TempDirectory());
+  EXPECT_EQ(TypeParam().GetTempDirName(), MCBinning::tempDirectory());
 }
 
 TEST(BINSettingsTest, DisplayOfFreshSettings) {

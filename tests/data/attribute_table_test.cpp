@@ -119,9 +119,9 @@ TEST(AttributeTableTest, NothingIsBuiltFromAPassThatFailedOrNeverWas) {
 void damageLastCell(const std::string& name, std::uintmax_t cells, double value) {
   std::filesystem::resize_file(name, (cells - 1) * sizeof value);
   MCBinning::FileHandle file = MCBinning::kNoFile;
-  ASSERT_TRUE(MCBinning::RealFileSystem().OpenForAppend(name, file));
-  EXPECT_TRUE(MCBinning::RealFileSystem().Write(file, &value, sizeof value));
-  EXPECT_TRUE(MCBinning::RealFileSystem().Close(file));
+  ASSERT_TRUE(MCBinning::realFileSystem().OpenForAppend(name, file));
+  EXPECT_TRUE(MCBinning::realFileSystem().Write(file, &value, sizeof value));
+  EXPECT_TRUE(MCBinning::realFileSystem().Close(file));
 }
 
 TEST(AttributeTableTest, ATargetThatCouldNotBeReadToItsEndIsNotTakenForTheOneBefore) {

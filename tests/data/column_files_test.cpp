@@ -328,7 +328,7 @@ TEST_F(ColumnFilesTest, ARealFileSystemWithTooLittleRoomGives120021) {
     GTEST_SKIP() << "no file system may be mounted here";
   }
   {
-    ColumnFiles columns(directory_.Path(), cancel_, MCBinning::RealFileSystem());
+    ColumnFiles columns(directory_.Path(), cancel_, MCBinning::realFileSystem());
     EXPECT_TRUE(columns.SetUp(1).IsOK());
     ColumnBuffer buffer;
     EXPECT_TRUE(buffer.Allocate(1, 10000));

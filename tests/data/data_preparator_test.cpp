@@ -266,7 +266,7 @@ TEST_F(DataPreparatorTest, DestructionRemovesTheFiles) {
   mcbinning_tests::VectorCases cases({{0, 0, 1}});
   {
     MCBinning::BINDataPreparator preparator(directory.Path(), nullptr, 0, cancel, list_,
-                                            MCBinning::RealFileSystem());
+                                            MCBinning::realFileSystem());
     ASSERT_TRUE(preparator.PrepareData(cases).IsOK());
     EXPECT_EQ(directory.Files().size(), 3U);
   }

@@ -46,7 +46,7 @@ std::vector<double> resultsOf(const std::string& directory, int run, std::size_t
   VectorCases cases(casesOf(run, count));
   MCBinning::CancelState cancel(nullptr);
   MCBinning::BINDataPreparator preparator(directory, nullptr, 0, cancel, list,
-                                          MCBinning::RealFileSystem());
+                                          MCBinning::realFileSystem());
   MCBinning::BINAttributeTable table(preparator);
   std::vector<double> results;
   if (!preparator.PrepareData(cases).IsOK()) {
@@ -132,7 +132,7 @@ TEST(SharedDirectoryTest, TheNextRunRemovesWhatAKilledProcessLeft) {
     VectorCases cases({{1}, {2}});
     MCBinning::CancelState cancel(nullptr);
     MCBinning::BINDataPreparator preparator(directory.Path(), nullptr, 0, cancel, list,
-                                            MCBinning::RealFileSystem());
+                                            MCBinning::realFileSystem());
     preparator.PrepareData(cases);
     _exit(7);
     return 0;

@@ -29,7 +29,7 @@ SortedRows sorted(const std::vector<double>& values) {
 
 TEST(SortedRowsTest, WholeWeightsArePackableWhileTheirSumIsBelow2To32) {
   const auto arePackable = [](const std::vector<double>& weights) {
-    return MCBinning::ArePackable(weights);
+    return MCBinning::arePackable(weights);
   };
   EXPECT_TRUE(arePackable({4294967294.0, 1.0}));
   EXPECT_FALSE(arePackable({4294967294.0, 1.0, 1.0}));

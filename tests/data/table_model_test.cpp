@@ -50,7 +50,7 @@ void compareCounts(Choices& choices, const ValueTable& expected, const SortedRow
   }
   const bool closed = choices.Flag();
   std::vector<double> counts;
-  const MCBinning::MCStatus status = CountPerBin(rows, nCategories, boundaries, closed, counts);
+  const MCBinning::MCStatus status = countPerBin(rows, nCategories, boundaries, closed, counts);
   plain_model::Status plainStatus;
   std::vector<double> plainCounts;
   for (const auto& bin : countPerBin(expected, boundaries, closed, plainStatus)) {

@@ -10,7 +10,7 @@
 namespace {
 
 using MCBinning::CaseColumns;
-using MCBinning::KeyOf;
+using MCBinning::keyOf;
 using MCBinning::PackedRow;
 using MCBinning::RowCounts;
 using MCBinning::ValueCounts;
@@ -26,7 +26,7 @@ TEST(ValueCountsTest, CountsTheWeightOfEachCategoryPerValue) {
   EXPECT_EQ(written.distinctValues, 3U);
   ASSERT_EQ(written.rows, 4U);
   const PackedRow expected[] = {
-      {KeyOf(-1), 1, 0}, {KeyOf(0), 4, 1}, {KeyOf(3), 5, 0}, {KeyOf(3), 5, 1}};
+      {keyOf(-1), 1, 0}, {keyOf(0), 4, 1}, {keyOf(3), 5, 0}, {keyOf(3), 5, 1}};
   for (std::size_t row = 0; row < 4; ++row) {
     EXPECT_EQ(rows[row].key, expected[row].key) << row;
     EXPECT_EQ(rows[row].weight, expected[row].weight) << row;

@@ -120,7 +120,7 @@ class NotingFileSystem final : public MCBinning::FileSystem {
   }
 
  private:
-  MCBinning::FileSystem& files_ = MCBinning::RealFileSystem();
+  MCBinning::FileSystem& files_ = MCBinning::realFileSystem();
   FileNotes& notes_;
 };
 

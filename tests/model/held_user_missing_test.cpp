@@ -9,10 +9,10 @@
 
 namespace {
 
-using MCBinning::CloneUserMissing;
-using MCBinning::DisplayUserMissing;
-using MCBinning::IsUserMissing;
-using MCBinning::ReplaceUserMissing;
+using MCBinning::cloneUserMissing;
+using MCBinning::displayUserMissing;
+using MCBinning::isUserMissing;
+using MCBinning::replaceUserMissing;
 using mcbinning_tests::CountingNumericUserMissing;
 using mcbinning_tests::CountingStringUserMissing;
 using mcbinning_tests::Flushing;
@@ -21,8 +21,8 @@ using mcbinning_tests::UserMissingCount;
 using mcbinning_tests::Written;
 
 TEST(HeldUserMissingTest, NothingIsMissingWithoutADefinition) {
-  EXPECT_FALSE(IsUserMissing(nullptr, 1.0));
-  EXPECT_FALSE(IsUserMissing(nullptr, std::string("a")));
+  EXPECT_FALSE(isUserMissing(nullptr, 1.0));
+  EXPECT_FALSE(isUserMissing(nullptr, std::string("a")));
 }
 
 TEST(HeldUserMissingTest, ADefinitionIsAskedByItsKind) {
@@ -30,18 +30,18 @@ TEST(HeldUserMissingTest, ADefinitionIsAskedByItsKind) {
   numeric.AddValue(1.0, "");
   BINStringUserMissing string;
   string.AddValue("1", "");
-  EXPECT_TRUE(IsUserMissing(&numeric, 1.0));
-  EXPECT_FALSE(IsUserMissing(&numeric, 2.0));
-  EXPECT_FALSE(IsUserMissing(&numeric, std::string("1")));
-  EXPECT_TRUE(IsUserMissing(&string, std::string("1")));
-  EXPECT_FALSE(IsUserMissing(&string, std::string("2")));
-  EXPECT_FALSE(IsUserMissing(&string, 1.0));
+  EXPECT_TRUE(isUserMissing(&numeric, 1.0));
+  EXPECT_FALSE(isUserMissing(&numeric, 2.0));
+  EXPECT_FALSE(isUserMissing(&numeric, std::string("1")));
+  EXPECT_TRUE(isUserMissing(&string, std::string("1")));
+  EXPECT_FALSE(isUserMissing(&string, std::string("2")));
+  EXPECT_FALSE(isUserMissing(&string, 1.0));
 }
 
 TEST(HeldUserMissingTest, AHostsOwnDefinitionDeclaresNothingMissing) {
   const ForeignUserMissing foreign(IBINUserMissing::NumericData);
-  EXPECT_FALSE(IsUserMissing(&foreign, 0.0));
-  EXPECT_FALSE(IsUserMissing(&foreign, std::string()));
+  EXPECT_FALSE(isUserMissing(&foreign, 0.0));
+  EXPECT_FALSE(isUserMissing(&foreign, std::string()));
 }
 
 TEST(HeldUserMissingTest, ReplacingFreesTheOldOneOnce) {
@@ -49,15 +49,15 @@ TEST(HeldUserMissingTest, ReplacingFreesTheOldOneOnce) {
   {
     std::unique_ptr<IBINUserMissing> held;
     auto* first = new CountingNumericUserMissing(count);
-    EXPECT_TRUE(ReplaceUserMissing(held, first, IBINUserMissing::NumericData));
-    EXPECT_TRUE(ReplaceUserMissing(held, first, IBINUserMissing::NumericData));
+    EXPECT_TRUE(replaceUserMissing(held, first, IBINUserMissing::NumericData));
+    EXPECT_TRUE(replaceUserMissing(held, first, IBINUserMissing::NumericData));
     EXPECT_EQ(count.destroyed, 0);
-    EXPECT_TRUE(ReplaceUserMissing(held, new CountingNumericUserMissing(count),
+    EXPECT_TRUE(replaceUserMissing(held, new CountingNumericUserMissing(count),
                                    IBINUserMissing::NumericData));
     EXPECT_EQ(count.destroyed, 1);
-    EXPECT_TRUE(ReplaceUserMissing(held, nullptr, IBINUserMissing::NumericData));
+    EXPECT_TRUE(replaceUserMissing(held, nullptr, IBINUserMissing::NumericData));
     EXPECT_EQ(count.destroyed, 2);
-    EXPECT_TRUE(ReplaceUserMissing(held, nullptr, IBINUserMissing::NumericData));
+    EXPECT_TRUE(replaceUserMissing(held, nullptr, IBINUserMissing::NumericData));
     EXPECT_EQ(held, nullptr);
   }
   EXPECT_EQ(count.destroyed, 2);
@@ -69,22 +69,22 @@ TEST(HeldUserMissingTest, ARefusedDefinitionStaysTheCallers) {
   CountingStringUserMissing refused(count);
   std::unique_ptr<IBINUserMissing> held = std::make_unique<BINNumericUserMissing>();
   const IBINUserMissing* before = held.get();
-  EXPECT_FALSE(ReplaceUserMissing(held, &refused, IBINUserMissing::NumericData));
+  EXPECT_FALSE(replaceUserMissing(held, &refused, IBINUserMissing::NumericData));
   EXPECT_EQ(held.get(), before);
   EXPECT_EQ(count.destroyed, 0);
 }
 
 TEST(HeldUserMissingTest, CloneOfNullIsNull) {
-  EXPECT_EQ(CloneUserMissing(nullptr), nullptr);
+  EXPECT_EQ(cloneUserMissing(nullptr), nullptr);
   const BINNumericUserMissing definition;
-  const auto clone = CloneUserMissing(&definition);
+  const auto clone = cloneUserMissing(&definition);
   ASSERT_NE(clone, nullptr);
   EXPECT_NE(clone.get(), &definition);
 }
 
 TEST(HeldUserMissingTest, DisplayIsHeadedAndNothingForNull) {
   const auto displayOf = [](const IBINUserMissing* definition) {
-    return Written([definition](std::ostream& os) { DisplayUserMissing(os, definition); });
+    return Written([definition](std::ostream& os) { displayUserMissing(os, definition); });
   };
   EXPECT_EQ(displayOf(nullptr), "");
   const BINStringUserMissing definition;

@@ -16,7 +16,7 @@ constexpr std::uint64_t kOne = std::uint64_t{1} << 52;
 
 void expectNearest(int exponent, std::uint64_t significand, std::size_t words) {
   const double x = std::ldexp(static_cast<double>(significand), exponent - 52);
-  EXPECT_EQ(Log2ByDigits(exponent, significand, words), plain_model::nearestLog2(x))
+  EXPECT_EQ(log2ByDigits(exponent, significand, words), plain_model::nearestLog2(x))
       << exponent << ' ' << significand;
 }
 

@@ -8,27 +8,27 @@
 namespace {
 
 using MCBinning::ClockReading;
-using MCBinning::ElapsedSeconds;
+using MCBinning::elapsedSeconds;
 
 constexpr ClockReading kMillisecond = CLOCKS_PER_SEC / 1000;
 
 TEST(CpuClockTest, ElapsedTimeIsCountedInWholeMilliseconds) {
-  EXPECT_EQ(ElapsedSeconds(5, 5), 0.0);
-  EXPECT_EQ(ElapsedSeconds(0, kMillisecond - 1), 0.0);
-  EXPECT_EQ(ElapsedSeconds(7, 7 + kMillisecond), 0.001);
-  EXPECT_EQ(ElapsedSeconds(0, 1234 * kMillisecond + kMillisecond / 2), 1.234);
+  EXPECT_EQ(elapsedSeconds(5, 5), 0.0);
+  EXPECT_EQ(elapsedSeconds(0, kMillisecond - 1), 0.0);
+  EXPECT_EQ(elapsedSeconds(7, 7 + kMillisecond), 0.001);
+  EXPECT_EQ(elapsedSeconds(0, 1234 * kMillisecond + kMillisecond / 2), 1.234);
 }
 
 TEST(CpuClockTest, ElapsedTimeIsTruncatedTo32BitsOfMilliseconds) {
   const ClockReading largest = std::numeric_limits<std::int32_t>::max();
-  EXPECT_EQ(ElapsedSeconds(0, largest * kMillisecond), 2147483.647);
-  EXPECT_EQ(ElapsedSeconds(0, (largest + 1) * kMillisecond), -2147483.648);
+  EXPECT_EQ(elapsedSeconds(0, largest * kMillisecond), 2147483.647);
+  EXPECT_EQ(elapsedSeconds(0, (largest + 1) * kMillisecond), -2147483.648);
 }
 
 TEST(CpuClockTest, TimeNeverRunsBackwards) {
-  const ClockReading start = MCBinning::ReadClock();
-  EXPECT_GE(ElapsedSeconds(start), 0.0);
-  EXPECT_GE(MCBinning::ReadClock(), start);
+  const ClockReading start = MCBinning::readClock();
+  EXPECT_GE(elapsedSeconds(start), 0.0);
+  EXPECT_GE(MCBinning::readClock(), start);
 }
 
 }  // namespace

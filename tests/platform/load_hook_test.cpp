@@ -22,13 +22,13 @@ TEST(LoadHookTest, ElevenAccessorsOfEachKind) {
 
 TEST(LoadHookTest, ModuleHandleIsTheModuleThatHoldsTheCode) {
   Dl_info info = {};
-  ASSERT_NE(dladdr(reinterpret_cast<const void*>(&MCBinning::GetLoadHook), &info), 0);
-  EXPECT_EQ(MCBinning::GetLoadHook().moduleHandle, info.dli_fbase);
+  ASSERT_NE(dladdr(reinterpret_cast<const void*>(&MCBinning::getLoadHook), &info), 0);
+  EXPECT_EQ(MCBinning::getLoadHook().moduleHandle, info.dli_fbase);
 }
 
 // This program runs over a host library whose accessors count their calls and of which one lacks.
 TEST(LoadHookTest, EachAccessorIsCalledOnceAndAMissingOneIsNull) {
-  const auto& blocks = MCBinning::GetLoadHook().commonBlocks;
+  const auto& blocks = MCBinning::getLoadHook().commonBlocks;
   std::set<const void*> distinct;
   for (std::size_t i = 0; i < accessorNames.size(); ++i) {
     SCOPED_TRACE(accessorNames[i]);

@@ -4,24 +4,24 @@
 
 namespace {
 
-using MCBinning::DirectoryOf;
+using MCBinning::directoryOf;
 
 TEST(DirectoryOfTest, IsWhatStandsBeforeTheLastSeparator) {
-  EXPECT_EQ(DirectoryOf("C:\\temp\\s3k.1", '\\'), "C:\\temp");
-  EXPECT_EQ(DirectoryOf("/tmp/file", '/'), "/tmp");
-  EXPECT_EQ(DirectoryOf("//file", '/'), "/");
+  EXPECT_EQ(directoryOf("C:\\temp\\s3k.1", '\\'), "C:\\temp");
+  EXPECT_EQ(directoryOf("/tmp/file", '/'), "/tmp");
+  EXPECT_EQ(directoryOf("//file", '/'), "/");
 }
 
 TEST(DirectoryOfTest, WithoutASeparatorItIsTheCurrentDirectoryWithOne) {
-  EXPECT_EQ(DirectoryOf("s3k.1", '\\'), ".\\");
-  EXPECT_EQ(DirectoryOf("/tmp/s3k.1", '\\'), ".\\");
-  EXPECT_EQ(DirectoryOf("", '\\'), ".\\");
-  EXPECT_EQ(DirectoryOf("", '/'), "./");
+  EXPECT_EQ(directoryOf("s3k.1", '\\'), ".\\");
+  EXPECT_EQ(directoryOf("/tmp/s3k.1", '\\'), ".\\");
+  EXPECT_EQ(directoryOf("", '\\'), ".\\");
+  EXPECT_EQ(directoryOf("", '/'), "./");
 }
 
 TEST(DirectoryOfTest, ASeparatorInFrontCountsAsNone) {
-  EXPECT_EQ(DirectoryOf("\\s3k.1", '\\'), ".\\");
-  EXPECT_EQ(DirectoryOf("/file", '/'), "./");
+  EXPECT_EQ(directoryOf("\\s3k.1", '\\'), ".\\");
+  EXPECT_EQ(directoryOf("/file", '/'), "./");
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ bool isUsableWeight(double weight) { return std::isfinite(weight) && weight > 0.
 // The rows as a run makes them: sorted, their weights merged when they are small whole numbers.
 SortedRows fillRows(const PlainCases& cases) {
   SortedRows rows;
-  rows.Fill(cases.Columns(), 3, MCBinning::ArePackable(cases.weights));
+  rows.Fill(cases.Columns(), 3, MCBinning::arePackable(cases.weights));
   return rows;
 }
 

@@ -36,7 +36,7 @@ bool fits(const BINAttributeAnswer& given, const BINAttributeQuestion& asked = q
 
 TEST(AnswerTest, MergedWeightsAscendByValueAndCode) {
   std::vector<BINValueWeight> weights = {{0.0, 0, 1}, {5.5, 1, 2}, {-0.0, 0, 4}, {5.5, 0, 1}};
-  MergeValueWeights(weights);
+  mergeValueWeights(weights);
   ASSERT_EQ(weights.size(), 3U);
   EXPECT_EQ(weights[0].weight, 5.0);
   EXPECT_FALSE(std::signbit(weights[0].value));
@@ -45,12 +45,12 @@ TEST(AnswerTest, MergedWeightsAscendByValueAndCode) {
 }
 
 TEST(AnswerTest, WeightIsWholeFromZeroToBelowTwoToThe53) {
-  EXPECT_TRUE(IsWholeWeight(0.0));
-  EXPECT_TRUE(IsWholeWeight(0x1p53 - 1.0));
-  EXPECT_FALSE(IsWholeWeight(0x1p53));
-  EXPECT_FALSE(IsWholeWeight(-1.0));
-  EXPECT_FALSE(IsWholeWeight(0.5));
-  EXPECT_FALSE(IsWholeWeight(kNaN));
+  EXPECT_TRUE(isWholeWeight(0.0));
+  EXPECT_TRUE(isWholeWeight(0x1p53 - 1.0));
+  EXPECT_FALSE(isWholeWeight(0x1p53));
+  EXPECT_FALSE(isWholeWeight(-1.0));
+  EXPECT_FALSE(isWholeWeight(0.5));
+  EXPECT_FALSE(isWholeWeight(kNaN));
 }
 
 TEST(AnswerTest, AddsUpCellsAndMissingWeights) {

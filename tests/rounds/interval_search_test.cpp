@@ -41,7 +41,7 @@ struct Found {
 Found search(const std::vector<Row>& rows, const std::vector<double>& firstBorders,
              const RoundLimits& limits) {
   BINAttributeQuestion asked;
-  AskFirst(firstBorders, asked);
+  askFirst(firstBorders, asked);
   BINAttributeAnswer answer = answerOf(rows, asked);
   PieceTable pieces = AttributeAnswer::Read(asked, answer, 2)->AllPieces();
   pieces.Tighten(answer.minimum, answer.maximum);
@@ -62,7 +62,7 @@ Found search(const std::vector<Row>& rows, const std::vector<double>& firstBorde
 Bins ordinary(const std::vector<Row>& rows) {
   SortedRows sorted(rows);
   Bins bins;
-  SearchCutPoints(CandidateTable::FromRows(sorted, 2, true), bins);
+  searchCutPoints(CandidateTable::FromRows(sorted, 2, true), bins);
   return bins;
 }
 
@@ -145,7 +145,7 @@ TEST(IntervalSearchTest, LastValueBeforeARunDecidesWhetherAPositionIsExamined) {
 TEST(IntervalSearchTest, AnswerThatContradictsAnEarlierOneIsNoticed) {
   const std::vector<Row> rows = steppedRows(3000);
   BINAttributeQuestion asked;
-  AskFirst({}, asked);
+  askFirst({}, asked);
   BINAttributeAnswer answer = answerOf(rows, asked);
   PieceTable pieces = AttributeAnswer::Read(asked, answer, 2)->AllPieces();
   pieces.Tighten(answer.minimum, answer.maximum);

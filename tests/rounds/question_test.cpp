@@ -25,7 +25,7 @@ std::vector<double> innerBorders(double low, double high, std::size_t parts) {
   PieceTable pieces = stretch(low, high, 1e9);
   pieces.WishParts(0, parts);
   BINAttributeQuestion question;
-  AskWishes(pieces, question);
+  askWishes(pieces, question);
   EXPECT_TRUE(std::is_sorted(question.borders.begin(), question.borders.end()));
   EXPECT_EQ(std::adjacent_find(question.borders.begin(), question.borders.end()),
             question.borders.end());
@@ -36,7 +36,7 @@ std::vector<double> innerBorders(double low, double high, std::size_t parts) {
 
 TEST(QuestionTest, FirstQuestionSetsInfinitiesAndTheGreatestNumberApart) {
   BINAttributeQuestion question;
-  AskFirst({3.0, -0.0, 1.0, 3.0, kInfinity}, question);
+  askFirst({3.0, -0.0, 1.0, 3.0, kInfinity}, question);
   EXPECT_EQ(question.borders, (std::vector<double>{-kInfinity, 0.0, 1.0, 3.0, kMax, kInfinity}));
   EXPECT_FALSE(std::signbit(question.borders[1]));
 }
@@ -97,7 +97,7 @@ TEST(QuestionTest, StretchesSideBySideShareABorder) {
   pieces.WishParts(1, 2);
   pieces.WishValues(2);
   BINAttributeQuestion question;
-  AskWishes(pieces, question);
+  askWishes(pieces, question);
   EXPECT_EQ(std::count(question.borders.begin(), question.borders.end(), 1.0), 1);
   ASSERT_EQ(question.ranges.size(), 1U);
   EXPECT_EQ(question.ranges[0].low, 2.0);
@@ -106,7 +106,7 @@ TEST(QuestionTest, StretchesSideBySideShareABorder) {
 
 Piece wishFor(double weight, const RoundLimits& limits) {
   PieceTable pieces = stretch(0.0, 1.0, weight);
-  WishFor({0}, limits, pieces);
+  wishFor({0}, limits, pieces);
   return pieces[0];
 }
 
@@ -129,7 +129,7 @@ TEST(QuestionTest, SmallStretchesAmongLargeOnesAreFetchedWhole) {
   pieces.Append(0.0, 1.0, std::vector<ClassWeight>{{0, 1e6}});
   pieces.Append(1.0, 2.0, std::vector<ClassWeight>{{0, 32}});
   pieces.Append(2.0, 3.0, std::vector<ClassWeight>{{0, 33}});
-  WishFor({0, 1, 2}, {1000.0, 1.0, 16384}, pieces);
+  wishFor({0, 1, 2}, {1000.0, 1.0, 16384}, pieces);
   EXPECT_EQ(pieces[0].wish, Piece::Wish::kParts);
   EXPECT_EQ(pieces[1].wish, Piece::Wish::kValues);
   EXPECT_EQ(pieces[2].wish, Piece::Wish::kParts);

@@ -25,12 +25,12 @@ TEST(BinsTest, RowsHaveOneRowPerBinAndOneEmptyRowWithoutBins) {
 TEST(BinsTest, ModelEntropyWeighsTheBinsByTheirShareOfTheTotalGiven) {
   const Bins bins = {{1.5}, {4, 2, 2, 4, 1, 3}, 3};
   const double second = -(0.25 * std::log2(0.25) + 0.75 * std::log2(0.75));
-  EXPECT_EQ(ModelEntropy(bins, 8.0), (4 * 1.0 + 4 * second) / 8.0);
-  EXPECT_EQ(ModelEntropy(bins, 16.0), (4 * 1.0 + 4 * second) / 16.0);
+  EXPECT_EQ(modelEntropy(bins, 8.0), (4 * 1.0 + 4 * second) / 8.0);
+  EXPECT_EQ(modelEntropy(bins, 16.0), (4 * 1.0 + 4 * second) / 16.0);
 }
 
 TEST(BinsTest, ModelEntropyOfPureBinsIsPositiveZero) {
-  const double entropy = ModelEntropy({{1.5}, {4, 0, 4, 4, 4, 0}, 3}, 8.0);
+  const double entropy = modelEntropy({{1.5}, {4, 0, 4, 4, 4, 0}, 3}, 8.0);
   EXPECT_EQ(entropy, 0.0);
   EXPECT_FALSE(std::signbit(entropy));
 }

@@ -26,7 +26,7 @@ struct Outcome {
 
 Outcome search(const CandidateTable& table) {
   Outcome outcome;
-  outcome.status = SearchCutPoints(table, outcome.bins);
+  outcome.status = searchCutPoints(table, outcome.bins);
   return outcome;
 }
 
@@ -249,8 +249,8 @@ TEST(CutPointSearchTest, BestSplitOfTheValuesLiesWhereTheGroupsForeseeIt) {
     const Grouped drawn = drawGrouped(choices, nCategories);
     const mcbinning_tests::CandidatesOfRows values(drawn.values, nCategories);
     const mcbinning_tests::CandidatesOfRows groups(drawn.groups, nCategories);
-    const BestSplit split = FindBestSplit(values);
-    const SplitOutlook outlook = ForeseeBestSplit(groups);
+    const BestSplit split = findBestSplit(values);
+    const SplitOutlook outlook = foreseeBestSplit(groups);
     EXPECT_TRUE(outlook.canBeAccepted || !split.isAccepted);
     if (split.isAccepted) {
       const auto group = static_cast<std::size_t>(values.CutPointAfter(split.gap - 1));
@@ -261,7 +261,7 @@ TEST(CutPointSearchTest, BestSplitOfTheValuesLiesWhereTheGroupsForeseeIt) {
 
 TEST(CutPointSearchTest, SingleCandidateHasNoBestSplit) {
   const mcbinning_tests::CandidatesOfRows table({{1, 0, 1}, {1, 1, 1}}, 2);
-  EXPECT_FALSE(FindBestSplit(table).isFound);
+  EXPECT_FALSE(findBestSplit(table).isFound);
 }
 
 TEST(CutPointSearchTest, GroupsFarFromTheBestSplitAreNotOpen) {
@@ -270,7 +270,7 @@ TEST(CutPointSearchTest, GroupsFarFromTheBestSplitAreNotOpen) {
     groups.push_back({static_cast<double>(group), 0, group < 50 ? 900.0 : 100.0});
     groups.push_back({static_cast<double>(group), 1, group < 50 ? 100.0 : 900.0});
   }
-  const SplitOutlook outlook = ForeseeBestSplit(mcbinning_tests::CandidatesOfRows(groups, 2));
+  const SplitOutlook outlook = foreseeBestSplit(mcbinning_tests::CandidatesOfRows(groups, 2));
   EXPECT_TRUE(outlook.canBeAccepted);
   EXPECT_THAT(outlook.open, testing::Contains(49U));
   EXPECT_LT(outlook.open.size(), 20U);

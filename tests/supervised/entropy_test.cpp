@@ -7,39 +7,38 @@
 namespace MCBinning {
 namespace {
 
-double entropyOf(const ClassCounts& counts) { return Entropy(counts); }
-double weightedEntropyOf(const ClassCounts& left, const ClassCounts& right) {
-  return WeightedEntropy(left, right);
+// From a braced list of counts.
+double bitsOf(const ClassCounts& counts) { return entropyOf(counts); }
+double weightedBitsOf(const ClassCounts& left, const ClassCounts& right) {
+  return weightedEntropy(left, right);
 }
 
 TEST(EntropyTest, EvenClassesGiveTheLogOfTheirNumber) {
-  EXPECT_EQ(entropyOf({2, 1, 1}), 1.0);
-  EXPECT_EQ(entropyOf({8, 2, 2, 2, 2}), 2.0);
+  EXPECT_EQ(bitsOf({2, 1, 1}), 1.0);
+  EXPECT_EQ(bitsOf({8, 2, 2, 2, 2}), 2.0);
 }
 
 TEST(EntropyTest, SumsInCodeOrder) {
   const double expected = -(0.25 * std::log2(0.25) + 0.75 * std::log2(0.75));
-  EXPECT_EQ(entropyOf({4, 1, 3}), expected);
+  EXPECT_EQ(bitsOf({4, 1, 3}), expected);
 }
 
-TEST(EntropyTest, EmptyTotalGivesZero) { EXPECT_EQ(entropyOf({0, 0, 0}), 0.0); }
+TEST(EntropyTest, EmptyTotalGivesZero) { EXPECT_EQ(bitsOf({0, 0, 0}), 0.0); }
 
 TEST(EntropyTest, OneClassGivesPositiveZero) {
-  EXPECT_EQ(entropyOf({3, 0, 3}), 0.0);
-  EXPECT_FALSE(std::signbit(entropyOf({3, 0, 3})));
-  EXPECT_FALSE(std::signbit(entropyOf({3, 3, 0})));
+  EXPECT_EQ(bitsOf({3, 0, 3}), 0.0);
+  EXPECT_FALSE(std::signbit(bitsOf({3, 0, 3})));
+  EXPECT_FALSE(std::signbit(bitsOf({3, 3, 0})));
 }
 
-TEST(EntropyTest, NegativeElementGivesNaN) { EXPECT_TRUE(std::isnan(entropyOf({1, -0.25, 1.25}))); }
+TEST(EntropyTest, NegativeElementGivesNaN) { EXPECT_TRUE(std::isnan(bitsOf({1, -0.25, 1.25}))); }
 
 TEST(EntropyTest, WeighsThePartsByTheirTotals) {
-  EXPECT_EQ(weightedEntropyOf({2, 1, 1}, {2, 0, 2}), 0.5);
-  EXPECT_EQ(weightedEntropyOf({4, 2, 2}, {0, 0, 0}), 1.0);
+  EXPECT_EQ(weightedBitsOf({2, 1, 1}, {2, 0, 2}), 0.5);
+  EXPECT_EQ(weightedBitsOf({4, 2, 2}, {0, 0, 0}), 1.0);
 }
 
-TEST(EntropyTest, TwoEmptyPartsGiveNaN) {
-  EXPECT_TRUE(std::isnan(weightedEntropyOf({0, 0}, {0, 0})));
-}
+TEST(EntropyTest, TwoEmptyPartsGiveNaN) { EXPECT_TRUE(std::isnan(weightedBitsOf({0, 0}, {0, 0}))); }
 
 }  // namespace
 }  // namespace MCBinning

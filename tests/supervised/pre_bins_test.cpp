@@ -26,7 +26,7 @@ std::vector<double> boundariesOf(const std::vector<SortedRows::Row>& rows, int n
   }
   std::vector<double> boundaries;
   EXPECT_TRUE(
-      FindPreBins(preProcess, SortedRows(rows), totalWeight, rightBorderClosed, boundaries));
+      findPreBins(preProcess, SortedRows(rows), totalWeight, rightBorderClosed, boundaries));
   return boundaries;
 }
 
@@ -58,7 +58,7 @@ TEST(PreBinsTest, OpenBorderDropsACutPointAtTheMinimum) {
 TEST(PreBinsTest, FailsWhenThePreProcessingDoes) {
   BINEFPreProcess preProcess(2, true);
   std::vector<double> boundaries = {1, 2};
-  EXPECT_FALSE(FindPreBins(preProcess, SortedRows(), 0.0, true, boundaries));
+  EXPECT_FALSE(findPreBins(preProcess, SortedRows(), 0.0, true, boundaries));
   EXPECT_TRUE(boundaries.empty());
 }
 
@@ -81,7 +81,7 @@ class CountPerBinTest : public testing::Test {
   }
 
   MCStatus Count(const std::vector<double>& boundaries, bool rightBorderClosed) {
-    return CountPerBin(SortedRows(rows_), 2, boundaries, rightBorderClosed, counts_);
+    return countPerBin(SortedRows(rows_), 2, boundaries, rightBorderClosed, counts_);
   }
 
   std::vector<SortedRows::Row> rows_;
@@ -152,14 +152,14 @@ TEST(SearchPreBinsTest, PreBinsAreTheCandidates) {
     rows.push_back({static_cast<double>(i), i < 18 ? 0 : 1, 1});
   }
   Bins bins;
-  EXPECT_TRUE(SearchPreBins(SortedRows(rows), 2, 40, 4, true, bins).IsOK());
+  EXPECT_TRUE(searchPreBins(SortedRows(rows), 2, 40, 4, true, bins).IsOK());
   EXPECT_THAT(bins.cutPoints, ElementsAre(19.5));
   EXPECT_THAT(bins.counts, ElementsAre(20, 18, 2, 20, 0, 20));
 }
 
 TEST(SearchPreBinsTest, WithoutRowsThereAreNoBins) {
   Bins bins;
-  EXPECT_TRUE(SearchPreBins(SortedRows(), 2, 0, 4, true, bins).IsOK());
+  EXPECT_TRUE(searchPreBins(SortedRows(), 2, 0, 4, true, bins).IsOK());
   EXPECT_EQ(bins.Size(), 0U);
 }
 
@@ -170,7 +170,7 @@ TEST(SearchPreBinsTest, RowsBeyondTheLastPreBinAreAWarningAfterASplit) {
   }
   rows.push_back({kInfinity, 1, 1});
   Bins bins;
-  EXPECT_EQ(SearchPreBins(SortedRows(rows), 2, 41, 4, true, bins), MCStatus(120002, true));
+  EXPECT_EQ(searchPreBins(SortedRows(rows), 2, 41, 4, true, bins), MCStatus(120002, true));
   EXPECT_FALSE(bins.cutPoints.empty());
 }
 

@@ -132,7 +132,7 @@ TEST(SplitScanTest, RunningCountsMoveByOneCandidateAtATime) {
   ASSERT_NE(right[0], 0.7 + 0.4);  // the rounding of the running sums is part of the result
   const auto split = bestSplitOf({{1, 0, 0.1}, {2, 0, 0.2}, {3, 1, 0.7}, {4, 1, 0.4}}, 2);
   EXPECT_EQ(split.gap, 2U);
-  EXPECT_EQ(split.entropy, WeightedEntropy(left, right));
+  EXPECT_EQ(split.entropy, weightedEntropy(left, right));
 }
 
 struct Shape {

@@ -36,7 +36,7 @@ class FailingFileSystem final : public MCBinning::FileSystem {
  public:
   using Hook = std::function<void(FileOperation, const std::string& name)>;
 
-  explicit FailingFileSystem(MCBinning::FileSystem& base = MCBinning::RealFileSystem())
+  explicit FailingFileSystem(MCBinning::FileSystem& base = MCBinning::realFileSystem())
       : base_(base) {}
 
   /// The call of that number (from 1) fails and `times` - 1 after it, later ones do not.

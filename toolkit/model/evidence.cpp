@@ -22,8 +22,8 @@ Evidence evidenceOfRow(double events, double nonEvents, const Totals& totals, do
   const double added = events == 0.0 || nonEvents == 0.0 ? adjustment : 0.0;
   // ln 2 times the base-2 logarithm, which is the same to the last bit on every platform.
   evidence.weightOfEvidence =
-      std::numbers::ln2 * MCBinning::Log2(((nonEvents + added) / totals.nonEvents) /
-                                          ((events + added) / totals.events));
+      std::numbers::ln2 * MCBinning::roundedLog2(((nonEvents + added) / totals.nonEvents) /
+                                                 ((events + added) / totals.events));
   evidence.informationValue = difference * evidence.weightOfEvidence;
   return evidence;
 }

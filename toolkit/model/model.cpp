@@ -39,7 +39,7 @@ double entropyOf(const std::vector<double>& classWeights) {
   double entropy = 0.0;
   for (double weight : classWeights) {
     const double p = weight / total;
-    if (p != 0.0) entropy -= p * MCBinning::Log2(p);
+    if (p != 0.0) entropy -= p * MCBinning::roundedLog2(p);
   }
   return entropy;
 }

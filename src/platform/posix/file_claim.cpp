@@ -88,7 +88,7 @@ void removeIfAbandoned(int at, const char* name) noexcept {
 
 }  // namespace
 
-bool MakeClaimDirectory(const std::string& prefix, FileClaim& claim) {
+bool makeClaimDirectory(const std::string& prefix, FileClaim& claim) {
   for (;;) {
     std::string name = prefix + kClaimPrefix + kRandomPart;
     if (::mkdtemp(name.data()) == nullptr) {
@@ -112,7 +112,7 @@ bool MakeClaimDirectory(const std::string& prefix, FileClaim& claim) {
   }
 }
 
-CreateResult CreateInClaim(const FileClaim& claim, const std::string& name, FileHandle& file) {
+CreateResult createInClaim(const FileClaim& claim, const std::string& name, FileHandle& file) {
   const int directory = static_cast<int>(claim.handle);
   const char* const link = lastPartOf(name);
   const int descriptor =
@@ -131,11 +131,11 @@ CreateResult CreateInClaim(const FileClaim& claim, const std::string& name, File
   return isTaken ? CreateResult::NameTaken : CreateResult::Failed;
 }
 
-bool RemoveFromClaim(const FileClaim& claim, const std::string& name) noexcept {
+bool removeFromClaim(const FileClaim& claim, const std::string& name) noexcept {
   return removeBoth(static_cast<int>(claim.handle), lastPartOf(name), AT_FDCWD, name.c_str());
 }
 
-void DropClaimDirectory(FileClaim& claim, bool isOwner) noexcept {
+void dropClaimDirectory(FileClaim& claim, bool isOwner) noexcept {
   if (isOwner) {
     ::rmdir(claim.name.c_str());
   }
@@ -144,7 +144,7 @@ void DropClaimDirectory(FileClaim& claim, bool isOwner) noexcept {
   claim.name.clear();
 }
 
-void RemoveAbandonedClaims(const std::string& prefix) noexcept {
+void removeAbandonedClaims(const std::string& prefix) noexcept {
   DIR* const directory = ::opendir(prefix.empty() ? "." : prefix.c_str());
   if (directory == nullptr) {
     return;

@@ -87,20 +87,20 @@ class PosixFileSystem final : public FileSystem {
   }
 
   bool MakeClaim(const std::string& prefix, FileClaim& claim) override {
-    return MakeClaimDirectory(prefix, claim);
+    return makeClaimDirectory(prefix, claim);
   }
 
   void DropClaim(FileClaim& claim, bool isOwner) noexcept override {
-    DropClaimDirectory(claim, isOwner);
+    dropClaimDirectory(claim, isOwner);
   }
 
   void RemoveAbandoned(const std::string& prefix) noexcept override {
-    RemoveAbandonedClaims(prefix);
+    removeAbandonedClaims(prefix);
   }
 
   CreateResult Create(const std::string& name, const FileClaim& claim, FileHandle& file) override {
     if (claim.handle != kNoFile) {
-      const CreateResult result = CreateInClaim(claim, name, file);
+      const CreateResult result = createInClaim(claim, name, file);
       if (result != CreateResult::Failed) {
         return result;
       }
@@ -164,14 +164,14 @@ class PosixFileSystem final : public FileSystem {
   }
 
   bool Remove(const std::string& name, const FileClaim& claim) noexcept override {
-    return (claim.handle != kNoFile && RemoveFromClaim(claim, name)) ||
+    return (claim.handle != kNoFile && removeFromClaim(claim, name)) ||
            ::unlink(name.c_str()) == 0 || errno == ENOENT;
   }
 };
 
 }  // namespace
 
-FileSystem& RealFileSystem() {
+FileSystem& realFileSystem() {
   static constinit PosixFileSystem files;
   return files;
 }

@@ -4,6 +4,6 @@
 
 namespace MCBinning {
 
-long CurrentProcess() noexcept { return ::getpid(); }
+long currentProcess() noexcept { return ::getpid(); }
 
 }  // namespace MCBinning

@@ -31,6 +31,6 @@ std::string temporaryFileName() {
 
 }  // namespace
 
-std::string TempDirectory() { return DirectoryOf(temporaryFileName(), '/'); }
+std::string tempDirectory() { return directoryOf(temporaryFileName(), '/'); }
 
 }  // namespace MCBinning

@@ -100,7 +100,7 @@ void removeIfAbandoned(const char* prefix, const char* claim) noexcept {
 
 }  // namespace
 
-bool MakeClaimDirectory(const std::string& prefix, FileClaim& claim) {
+bool makeClaimDirectory(const std::string& prefix, FileClaim& claim) {
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const unsigned long long number = (GetTickCount64() << 20) ^ GetCurrentProcessId();
     std::array<char, 20> digits{};
@@ -121,7 +121,7 @@ bool MakeClaimDirectory(const std::string& prefix, FileClaim& claim) {
   return false;
 }
 
-CreateResult CreateInClaim(const FileClaim& claim, const std::string& name, FileHandle& file) {
+CreateResult createInClaim(const FileClaim& claim, const std::string& name, FileHandle& file) {
   const Path link(claim.name.c_str(), "\\", lastPartOf(name));
   const HANDLE handle =
       CreateFileA(link.Text(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
@@ -140,11 +140,11 @@ CreateResult CreateInClaim(const FileClaim& claim, const std::string& name, File
                                                                      : CreateResult::Failed;
 }
 
-bool RemoveFromClaim(const FileClaim& claim, const std::string& name) noexcept {
+bool removeFromClaim(const FileClaim& claim, const std::string& name) noexcept {
   return removeBoth(Path(claim.name.c_str(), "\\", lastPartOf(name)).Text(), name.c_str());
 }
 
-void DropClaimDirectory(FileClaim& claim, bool isOwner) noexcept {
+void dropClaimDirectory(FileClaim& claim, bool isOwner) noexcept {
   CloseHandle(reinterpret_cast<HANDLE>(claim.handle));
   if (isOwner) {
     RemoveDirectoryA(claim.name.c_str());
@@ -153,7 +153,7 @@ void DropClaimDirectory(FileClaim& claim, bool isOwner) noexcept {
   claim.name.clear();
 }
 
-void RemoveAbandonedClaims(const std::string& prefix) noexcept {
+void removeAbandonedClaims(const std::string& prefix) noexcept {
   forEachEntry(Path(prefix.c_str(), kClaimPrefix, "*").Text(), [&](const char* entry) {
     removeIfAbandoned(prefix.c_str(), Path(prefix.c_str(), entry).Text());
   });

@@ -62,20 +62,20 @@ class WindowsFileSystem final : public FileSystem {
   }
 
   bool MakeClaim(const std::string& prefix, FileClaim& claim) override {
-    return MakeClaimDirectory(prefix, claim);
+    return makeClaimDirectory(prefix, claim);
   }
 
   void DropClaim(FileClaim& claim, bool isOwner) noexcept override {
-    DropClaimDirectory(claim, isOwner);
+    dropClaimDirectory(claim, isOwner);
   }
 
   void RemoveAbandoned(const std::string& prefix) noexcept override {
-    RemoveAbandonedClaims(prefix);
+    removeAbandonedClaims(prefix);
   }
 
   CreateResult Create(const std::string& name, const FileClaim& claim, FileHandle& file) override {
     if (claim.handle != kNoFile) {
-      const CreateResult result = CreateInClaim(claim, name, file);
+      const CreateResult result = createInClaim(claim, name, file);
       if (result != CreateResult::Failed) {
         return result;
       }
@@ -132,14 +132,14 @@ class WindowsFileSystem final : public FileSystem {
   bool Close(FileHandle file) noexcept override { return CloseHandle(handleOf(file)) != 0; }
 
   bool Remove(const std::string& name, const FileClaim& claim) noexcept override {
-    return (claim.handle != kNoFile && RemoveFromClaim(claim, name)) ||
+    return (claim.handle != kNoFile && removeFromClaim(claim, name)) ||
            DeleteFileA(name.c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND;
   }
 };
 
 }  // namespace
 
-FileSystem& RealFileSystem() {
+FileSystem& realFileSystem() {
   static constinit WindowsFileSystem files;
   return files;
 }

@@ -31,6 +31,6 @@ const LoadHook loadHook = {findModule(),
 
 }  // namespace
 
-const LoadHook& GetLoadHook() { return loadHook; }
+const LoadHook& getLoadHook() { return loadHook; }
 
 }  // namespace MCBinning

@@ -5,6 +5,6 @@
 
 namespace MCBinning {
 
-long CurrentProcess() noexcept { return static_cast<long>(GetCurrentProcessId()); }
+long currentProcess() noexcept { return static_cast<long>(GetCurrentProcessId()); }
 
 }  // namespace MCBinning

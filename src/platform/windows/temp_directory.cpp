@@ -7,9 +7,9 @@
 
 namespace MCBinning {
 
-std::string TempDirectory() {
+std::string tempDirectory() {
   const std::unique_ptr<char, decltype(&free)> fileName(_tempnam("", ""), &free);
-  return DirectoryOf(fileName != nullptr ? fileName.get() : "", '\\');
+  return directoryOf(fileName != nullptr ? fileName.get() : "", '\\');
 }
 
 }  // namespace MCBinning

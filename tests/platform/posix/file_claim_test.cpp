@@ -42,7 +42,7 @@ void callOnce(std::function<void()>& hook) {
   }
 }
 
-FileSystem& files() { return MCBinning::RealFileSystem(); }
+FileSystem& files() { return MCBinning::realFileSystem(); }
 
 }  // namespace
 

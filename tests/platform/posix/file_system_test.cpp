@@ -28,7 +28,7 @@ using MCBinning::NameState;
 using mcbinning_tests::ScratchDirectory;
 using mcbinning_tests::WithoutPrivileges;
 
-FileSystem& files() { return MCBinning::RealFileSystem(); }
+FileSystem& files() { return MCBinning::realFileSystem(); }
 
 class PosixFileSystemTest : public testing::Test {
  protected:

@@ -14,7 +14,7 @@
 
 namespace {
 
-using MCBinning::TempDirectory;
+using MCBinning::tempDirectory;
 
 /// Sets TMPDIR to a value, or unsets it, and puts the old value back at the end.
 class TemporaryDirectoryVariable {
@@ -47,25 +47,25 @@ TEST(TempDirectoryTest, FollowsTheVariableWhenItNamesADirectory) {
       std::filesystem::path(testing::TempDir()) / "mcbinning temp directory test";
   std::filesystem::create_directory(directory);
   variable.Set(directory.string());
-  EXPECT_EQ(TempDirectory(), directory.string());
+  EXPECT_EQ(tempDirectory(), directory.string());
   variable.Set(directory.string() + "//");
-  EXPECT_EQ(TempDirectory(), directory.string());
+  EXPECT_EQ(tempDirectory(), directory.string());
   EXPECT_TRUE(std::filesystem::is_empty(directory));
   variable.Set("/");
-  EXPECT_EQ(TempDirectory(), "/");
+  EXPECT_EQ(tempDirectory(), "/");
   variable.Set(".");
-  EXPECT_EQ(TempDirectory(), ".");
+  EXPECT_EQ(tempDirectory(), ".");
   std::filesystem::remove_all(directory);
 }
 
 TEST(TempDirectoryTest, ElseItIsTheRuntimesOwn) {
   const TemporaryDirectoryVariable variable;
   variable.Unset();
-  EXPECT_EQ(TempDirectory(), P_tmpdir);
+  EXPECT_EQ(tempDirectory(), P_tmpdir);
   variable.Set("");
-  EXPECT_EQ(TempDirectory(), P_tmpdir);
+  EXPECT_EQ(tempDirectory(), P_tmpdir);
   variable.Set("/no such directory");
-  EXPECT_EQ(TempDirectory(), P_tmpdir);
+  EXPECT_EQ(tempDirectory(), P_tmpdir);
 }
 
 TEST(TempDirectoryTest, AFileIsNoDirectory) {
@@ -75,7 +75,7 @@ TEST(TempDirectoryTest, AFileIsNoDirectory) {
   std::ofstream(file) << "not a directory";
   ASSERT_TRUE(std::filesystem::is_regular_file(file));
   variable.Set(file);
-  EXPECT_EQ(TempDirectory(), P_tmpdir);
+  EXPECT_EQ(tempDirectory(), P_tmpdir);
   scratch.Clear();
 }
 
@@ -87,7 +87,7 @@ TEST(TempDirectoryTest, WithoutAnyDirectoryItIsTheWorkingOne) {
   if (!root.IsSet()) {
     GTEST_SKIP() << "the root directory is for a privileged user to set";
   }
-  EXPECT_EQ(TempDirectory(), "./");
+  EXPECT_EQ(tempDirectory(), "./");
 }
 
 }  // namespace
