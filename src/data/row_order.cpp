@@ -11,12 +11,11 @@
 //
 //     cases              7   3   9   .   3'  1   8     a cell without a value makes no row
 //     splitters              3 | 7 | 8                 FindSplitters: from a sorted sample
-//     bucket of a case   2   1   3   -   1   0   3     AssignBuckets: a search in a tree of
-//     splitters rows by bucket     [1] [3 3'] [7] [9 8]          Scatter: in the order of the cases
+//     bucket of a case   2   1   3   -   1   0   3     AssignBuckets: a search in a tree
+//     rows by bucket     [1] [3 3'] [7] [9 8]          Scatter: in the order of the cases
 //     rows in order      [1] [3 3'] [7] [8 9]          SortBucket: by cells, in the cache
-//     merged rows        [1] [3]    [7] [8 9]          MergeRows: one per value and code, only
-//     where
-//                                                      every sum is exact
+//     merged rows        [1] [3]    [7] [8] [9]        mergeRows: one per value and code
+//                                                      (only where every sum is exact)
 //
 // SortBucket cuts the range of a bucket's keys into as many cells of equal width as it has rows. It
 // counts the rows of each cell, scatters them once more, and then few rows are left to be compared.
@@ -71,7 +70,7 @@ std::vector<RowKey> treeOf(const std::vector<RowKey>& splitters) {
 template <typename Row>
 Row rowOf(const CaseColumns& cases, std::size_t i) {
   using Weight = typename Row::WeightType;
-  return {KeyOf(cases.values[i]),
+  return {keyOf(cases.values[i]),
           cases.weights != nullptr ? static_cast<Weight>(cases.weights[i]) : Weight{1},
           cases.codes != nullptr ? std::uint32_t{cases.codes[i]} : 0};
 }
@@ -129,12 +128,12 @@ class RunMerger {
   std::size_t nCodes_ = 0;
 };
 
-/// What MergeRows does, without the merging.
+/// What mergeRows does, without the merging.
 template <typename Row>
 RowCounts copyRows(std::span<const Row> rows, Row* copy) {
   RowCounts counts{rows.size(), rows.empty() ? std::size_t{0} : std::size_t{1}};
   for (std::size_t row = 1; row < rows.size(); ++row) {
-    counts.distinctValues += IsSameValue(rows[row].key, rows[row - 1].key) ? 0 : 1;
+    counts.distinctValues += isSameValue(rows[row].key, rows[row - 1].key) ? 0 : 1;
   }
   if (copy != rows.data()) {
     std::copy(rows.begin(), rows.end(), copy);
@@ -145,12 +144,12 @@ RowCounts copyRows(std::span<const Row> rows, Row* copy) {
 }  // namespace
 
 template <typename Row>
-RowCounts MergeRows(std::span<const Row> rows, Row* merged) {
+RowCounts mergeRows(std::span<const Row> rows, Row* merged) {
   RunMerger<Row> merger;
   RowCounts counts;
   for (std::size_t begin = 0; begin < rows.size();) {
     std::size_t end = begin + 1;
-    while (end < rows.size() && IsSameValue(rows[end].key, rows[begin].key)) {
+    while (end < rows.size() && isSameValue(rows[end].key, rows[begin].key)) {
       ++end;
     }
     if (end - begin == 1) {
@@ -174,7 +173,7 @@ RowCounts RowOrder<Row>::Fill(const CaseColumns& cases, Row* rows) {
   for (std::size_t bucket = 0; bucket < nBuckets_; ++bucket) {
     const std::size_t end = bucketEnds_[bucket];
     const std::span<const Row> sorted = SortBucket(std::span(rows + begin, end - begin));
-    const RowCounts kept = Row::kIsMerged ? MergeRows(sorted, rows + counts.rows)
+    const RowCounts kept = Row::kIsMerged ? mergeRows(sorted, rows + counts.rows)
                                           : copyRows(sorted, rows + counts.rows);
     counts.rows += kept.rows;
     counts.distinctValues += kept.distinctValues;
@@ -200,7 +199,7 @@ std::size_t RowOrder<Row>::FindSplitters(std::span<const double> values) {
   constexpr std::size_t kStride = 7919;  // a prime, which few stretches are a multiple of
   std::vector<RowKey> sample(samples);
   for (std::size_t i = 0; i < samples; ++i) {
-    sample[i] = KeyOf(values[i * stretch + i * kStride % stretch]);
+    sample[i] = keyOf(values[i * stretch + i * kStride % stretch]);
   }
   std::sort(sample.begin(), sample.end());
   std::vector<RowKey> splitters(buckets - 1);
@@ -224,7 +223,7 @@ void RowOrder<Row>::AssignBuckets(std::span<const double> values) {
   Buckets buckets;
   for (std::size_t first = 0; first < values.size(); first += kBlock) {
     const auto block = values.subspan(first, std::min(kBlock, values.size() - first));
-    std::transform(block.begin(), block.end(), keys.begin(), KeyOf);
+    std::transform(block.begin(), block.end(), keys.begin(), keyOf);
     searchSplitters(tree_, keys, buckets);
     for (std::size_t i = 0; i < block.size(); ++i) {
       const std::size_t bucket = block[i] == missing ? nBuckets_ : buckets[i];
@@ -287,7 +286,7 @@ std::span<const Row> RowOrder<Row>::SortBucket(std::span<const Row> bucket) {
 
 template class RowOrder<PackedRow>;
 template class RowOrder<WideRow>;
-template RowCounts MergeRows(std::span<const PackedRow> rows, PackedRow* merged);
-template RowCounts MergeRows(std::span<const WideRow> rows, WideRow* merged);
+template RowCounts mergeRows(std::span<const PackedRow> rows, PackedRow* merged);
+template RowCounts mergeRows(std::span<const WideRow> rows, WideRow* merged);
 
 }  // namespace MCBinning
