@@ -103,7 +103,7 @@ std::uint64_t readAsTheProgram(const std::string& path) {
   ScanRequest scan{std::vector<ScanAs>(columns.size(), ScanAs::Cells), request.naTexts, {}};
   scan.columns[0] = ScanAs::Target;
   const TableScan seen = scanTable(cases, scan, monitor);
-  applyScan(seen, columns);
+  applyScan(seen, path, columns);
 
   cases.Rewind();
   FeedLayout layout;
