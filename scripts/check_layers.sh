@@ -13,7 +13,7 @@ without() { grep -vE "$@" || true; }
 only() {
   local allowed=$1
   shift
-  search '^ *# *include *["<]((mcbinning|numerics|status|model|api|data|supervised|ef|rounds|platform|tests|support|toolkit|cli|python)/|gtest|gmock)' "$@" |
+  search '^ *# *include *["<]((\.\.|mcbinning|numerics|status|model|api|data|supervised|ef|rounds|platform|tests|support|toolkit|cli|python)/|gtest|gmock)' "$@" |
     without "[\"<]($allowed)"
 }
 
@@ -32,6 +32,7 @@ toolkit_includes_that_point_up() {
 }
 
 includes_that_point_up() {
+  only 'mccomvor/|vorlwcom/' host
   only 'numerics/' src/numerics
   only 'platform/' src/platform
   only "$base|platform/|status/" src/status
@@ -43,6 +44,7 @@ includes_that_point_up() {
   only "mcbinning/rounds\.h|$base|$model|$api|platform/|status/|model/|api/|data/|numerics/|supervised/|rounds/" src/rounds
   only "$base" include/mcbinning/{export,status,progress,case_iterator}.h
   only "$base|$model" include/mcbinning/{user_missing,encoders,variables,variable_list}.h
+  only "$base|$model|$api" include/mcbinning/{settings,outputs,algorithms,factories}.h
   only 'mcbinning/' include
   toolkit_includes_that_point_up
   only 'mcbinning/|toolkit/|cli/system/' cli/system
