@@ -8,16 +8,17 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <new>
 #include <numeric>
-#include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "faults/noting_file_system.h"
 #include "faults/use.h"
+#include "random/random_runs.h"
 #include "support/child_process.h"
 #include "support/scratch_directory.h"
 
@@ -30,16 +31,8 @@ using Seconds = std::chrono::duration<double>;
 constexpr std::size_t kProcesses = 50;
 constexpr std::size_t kVictims = 17;
 constexpr Seconds kWork{6.0};  // processor time that all processes together take at least
-constexpr unsigned kSeed = 20240;
 
 using Cases = std::vector<std::vector<double>>;
-
-/// Data that are a process's own, which shows when files are mixed up.
-Scenario scenarioOf(std::size_t process, Algorithm algorithm) {
-  Scenario scenario{algorithm, 22500 + 10 * process, process % 2 == 0};
-  scenario.seed = kSeed + 100 * process;
-  return scenario;
-}
 
 /// The records of one use; nothing when it failed.
 std::vector<ResultRecord> recordsOf(const Scenario& scenario, const Cases& cases,
@@ -79,11 +72,11 @@ class KilledProcessesTest : public testing::Test {
  protected:
   KilledProcessesTest() : order_(kProcesses) {
     std::iota(order_.begin(), order_.end(), 0U);
-    std::shuffle(order_.begin(), order_.end(), random_);
+    choices_.Shuffle(order_);
     Seconds once{};
     for (std::size_t process = 0; process < kProcesses; ++process) {
       for (const Algorithm algorithm : kAlgorithms) {
-        const Scenario scenario = scenarioOf(process, algorithm);
+        const Scenario scenario = ScenarioOf(process, algorithm);
         const Cases cases = CasesOf(scenario);
         const auto begin = Clock::now();
         right_[process].push_back(
@@ -95,6 +88,13 @@ class KilledProcessesTest : public testing::Test {
     }
     rounds_ = 1 + static_cast<int>(kWork / once);
     expected_ = once * rounds_ / std::max(1U, std::thread::hardware_concurrency());
+  }
+
+  /// Data that are a process's own, which shows when files are mixed up.
+  Scenario ScenarioOf(std::size_t process, Algorithm algorithm) const {
+    Scenario scenario{algorithm, 22500 + 10 * process, process % 2 == 0};
+    scenario.seed = seed_ + 100 * process;
+    return scenario;
   }
 
   bool IsVictim(std::size_t process) const { return order_[process] < kVictims; }
@@ -115,8 +115,8 @@ class KilledProcessesTest : public testing::Test {
 
   /// 0 when every result was right and every file was removed. A victim would go on for long.
   int Process(std::size_t process, int start) {
-    const std::array<Cases, 2> cases = {CasesOf(scenarioOf(process, kAlgorithms[0])),
-                                        CasesOf(scenarioOf(process, kAlgorithms[1]))};
+    const std::array<Cases, 2> cases = {CasesOf(ScenarioOf(process, kAlgorithms[0])),
+                                        CasesOf(ScenarioOf(process, kAlgorithms[1]))};
     FileNotes& notes = notes_.Of(process);
     char byte = 0;
     if (read(start, &byte, 1) != 0) {
@@ -125,7 +125,7 @@ class KilledProcessesTest : public testing::Test {
     const int rounds = IsVictim(process) ? 50 * rounds_ : rounds_;
     for (int round = 0; round < rounds; ++round) {
       for (std::size_t i = 0; i < kAlgorithms.size(); ++i) {
-        if (recordsOf(scenarioOf(process, kAlgorithms[i]), cases[i], directory_.Path(), notes) !=
+        if (recordsOf(ScenarioOf(process, kAlgorithms[i]), cases[i], directory_.Path(), notes) !=
             right_[process][i]) {
           return 1;
         }
@@ -140,9 +140,8 @@ class KilledProcessesTest : public testing::Test {
 
   /// Kills the victims at random times while the others work.
   void Kill() {
-    std::uniform_real_distribution<double> share(0.0, 0.9);
     std::vector<double> times(kVictims);
-    std::generate(times.begin(), times.end(), [&] { return share(random_); });
+    std::generate(times.begin(), times.end(), [&] { return 0.9 * choices_.Unit(); });
     std::sort(times.begin(), times.end());
     const auto begin = Clock::now();
     auto time = times.begin();
@@ -185,7 +184,8 @@ class KilledProcessesTest : public testing::Test {
   ScratchDirectory directory_;
   ScratchDirectory ownDirectory_;
   SharedNotes notes_;
-  std::mt19937 random_{kSeed};
+  std::uint64_t seed_ = RandomRuns(1).seed;
+  Choices choices_{seed_};
   std::vector<std::size_t> order_;
   std::array<std::vector<std::vector<ResultRecord>>, kProcesses> right_;
   int rounds_ = 0;
@@ -200,17 +200,17 @@ TEST_F(KilledProcessesTest, TheOthersAreRightAndLeaveNothing) {
   Wait();
   const auto left = directory_.Files();
   std::printf(
-      "faults: processes: %zu over one directory, %d rounds each, seed %u; %zu killed in a run, "
+      "faults: processes: %zu over one directory, %d rounds each, seed %llu; %zu killed in a run, "
       "%zu of them in the pass and %zu in the search, left %zu files\n",
-      kProcesses, rounds_, kSeed, killed_.size(), KilledIn(Phase::Pass), KilledIn(Phase::Search),
-      left.size());
+      kProcesses, rounds_, static_cast<unsigned long long>(seed_), killed_.size(),
+      KilledIn(Phase::Pass), KilledIn(Phase::Search), left.size());
   EXPECT_EQ(killed_.size(), kVictims);
   EXPECT_GT(KilledIn(Phase::Pass) + KilledIn(Phase::Search), 0U);
   // The others removed what they found, the next run removes the rest.
   for (const std::string& name : left) {
     EXPECT_TRUE(IsLeft(name)) << name;
   }
-  const Scenario scenario = scenarioOf(0, kAlgorithms[0]);
+  const Scenario scenario = ScenarioOf(0, kAlgorithms[0]);
   EXPECT_TRUE(recordsOf(scenario, CasesOf(scenario), directory_.Path(), notes_.Of(0)) ==
               right_[0][0]);
   EXPECT_TRUE(directory_.IsEmpty());

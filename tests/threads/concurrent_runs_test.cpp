@@ -6,13 +6,14 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <latch>
 #include <memory>
-#include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "random/random_runs.h"
 #include "support/scratch_directory.h"
 #include "support/vector_cases.h"
 
@@ -45,9 +46,9 @@ BINVarList makeList() {
 }
 
 // Every thread has cases of its own, so that a mix-up of files shows.
-std::vector<std::vector<double>> makeCases(std::size_t thread) {
-  std::mt19937 random(static_cast<std::mt19937::result_type>(thread));
-  const auto below = [&random](unsigned n) { return static_cast<double>(random() % n); };
+std::vector<std::vector<double>> makeCases(std::uint64_t seed) {
+  mcbinning_tests::Choices choices(seed);
+  const auto below = [&choices](int n) { return static_cast<double>(choices.Below(n)); };
   std::vector<std::vector<double>> cases;
   for (int i = 0; i < kCases; ++i) {
     const double target = below(3);
@@ -143,9 +144,10 @@ TEST(ConcurrentRuns, GiveTheResultsOfRunsOneAfterAnother) {
   const ScratchDirectory directory;
   Source source(directory.Path());
   std::vector<VectorCases> cases;
+  const std::uint64_t seed = mcbinning_tests::RandomRuns(1).seed;
   std::array<Numbers, kThreads> alone;
   for (std::size_t thread = 0; thread < kThreads; ++thread) {
-    cases.emplace_back(makeCases(thread));
+    cases.emplace_back(makeCases(seed + thread));
     alone[thread] = source.Run(thread, cases[thread]);
     ASSERT_GT(alone[thread].size(), 50U);
   }
