@@ -12,7 +12,7 @@ namespace MCBinning {
 
 /// Finds the best split of an interval of candidates without evaluating most of them: the interval
 /// is halved again and again, and a part that provably holds no split as good as the best one
-/// seen so far is left alone (docs/performance.md derives the bound and its slack). What is
+/// seen so far is left alone (split_scan.cpp has the scheme). What is
 /// evaluated is evaluated as a scan of every gap would, on the same running counts.
 class SplitScan {
  public:
