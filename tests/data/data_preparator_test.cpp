@@ -1,7 +1,6 @@
 #include "data/data_preparator.h"
 
 #include <gtest/gtest.h>
-#include <mccomvor/missing_value.h>
 
 #include <cmath>
 #include <cstddef>
@@ -26,8 +25,6 @@ using mcbinning_tests::RecordingListener;
 using mcbinning_tests::TableRun;
 
 using Rows = std::vector<std::vector<double>>;
-
-const double kMissing = MCMV::gMissingValue;
 
 MCStatus error(long code) { return MCStatus(code, false); }
 
