@@ -89,9 +89,7 @@ TEST(AllocationFailureTest, AddersAnswerMinusOneAndKeepTheList) {
     return l.AddCatVar(name, kLong, 5, IBINVariable::NumericCategoricalLevel, kTarget) >= 0;
   });
   ExpectStrong(list, [&](BINVarList& l) { return l.AddContVar(name, kLong, kAttribute) >= 0; });
-  ExpectStrong(list, [&](BINVarList& l) {
-    return l.AddContVars({name, kLong + "newer", kLong + "newest"}, kAttribute) >= 0;
-  });
+  ExpectStrong(list, [&](BINVarList& l) { return l.AddContVars(kStrings, kAttribute) >= 0; });
   ExpectStrong(list, [&](BINVarList& l) { return l.AddWeightVar(name, kLong, kTruncate) >= 0; });
 }
 
