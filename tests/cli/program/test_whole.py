@@ -41,6 +41,25 @@ class TemporaryFiles(ProgramTest):
                 self.assertFalse((self.directory / "m.json").exists())
         self.assertEqual(self.fit_with_files_up_to(32_000).returncode, 0)
 
+    def test_a_limit_of_open_files_is_called_by_its_name(self):
+        arguments = {"fit": FIT, "equal frequency": ["fit", str(LOANS), "-e"],
+                     "apply": ["apply", "m.json", str(LOANS), "-o", "out"]}
+        self.succeed(*FIT, "-o", "m.json")
+        for name, command in arguments.items():
+            for limit in range(4, 16):  # with 3 the program cannot be loaded
+                result = subprocess.run(
+                    [MCBIN, *command], env=self.environment, cwd=self.directory,
+                    capture_output=True, text=True, check=False,
+                    preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (limit, limit)))
+                if result.returncode == 0:
+                    break
+                self.assertEqual(result.returncode, 1, (name, limit, result.stderr))
+                self.assertRegex(result.stderr.splitlines()[-1],
+                                 "open files|files open|file descriptors", (name, limit))
+                self.assertEqual(list(self.temporary.iterdir()), [])
+            self.assertEqual(result.returncode, 0, name)
+            self.assertGreater(limit, 5, name)
+
 
 class Models(ProgramTest):
     def test_a_model_without_bins_is_refused(self):
