@@ -93,6 +93,15 @@ class Streams(ProgramTest):
         self.assertEqual((self.directory / "m.json").read_text(),
                          self.succeed(*FIT, "--json").stdout)
 
+    def test_messages_that_nobody_gets_change_no_result(self):
+        expected = self.succeed(*FIT).stdout.encode()
+        with open("/dev/full", "wb") as full:
+            for options in ({"stderr": full}, {"preexec_fn": lambda: os.close(2)}):
+                result = subprocess.run([MCBIN, *FIT], stdout=subprocess.PIPE, check=False,
+                                        env=self.environment, **options)
+                self.assertEqual(result.stdout, expected)
+                self.assertEqual(result.returncode, 0)
+
     def test_the_model_alone_goes_to_standard_output(self):
         model = self.succeed(*FIT, "--json").stdout
         self.assertEqual(self.succeed(*FIT, "-o", "-").stdout, model)
