@@ -5,6 +5,7 @@ from __future__ import annotations
 from typing import Any
 
 import numpy as np
+import numpy.typing as npt
 
 KINDS = ("pandas", "polars", "pyarrow", "dict")
 
@@ -32,6 +33,15 @@ def frame(columns: dict[str, Any], kind: str) -> Any:  # noqa: ANN401
     return {name: np.asarray(values) for name, values in columns.items()}
 
 
-def row_index(data: Any, kind: str) -> Any:  # noqa: ANN401
-    """Give the index of a pandas frame, else None."""
-    return data.index if kind == "pandas" else None
+def shares(parts: npt.NDArray[np.float64], total: Any) -> npt.NDArray[np.float64]:  # noqa: ANN401
+    """Divide by totals; 0 where a total is 0.
+
+    Examples
+    --------
+    >>> shares(np.array([1.0, 3.0]), 4.0)
+    array([0.25, 0.75])
+    """
+    totals = np.broadcast_to(total, parts.shape)
+    result = np.zeros(parts.shape)
+    np.divide(parts, totals, out=result, where=totals > 0)
+    return result

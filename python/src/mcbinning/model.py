@@ -6,18 +6,18 @@ import json
 import os
 from collections.abc import Iterator, Mapping, Sequence
 from functools import cached_property
-from typing import Any, Literal
+from typing import Any
 
 import numpy as np
 import numpy.typing as npt
 
 from mcbinning import _core, html, plots
+from mcbinning.encoding import Encoding, encoded
 from mcbinning.errors import in_python_words
-from mcbinning.frames import KINDS, frame
+from mcbinning.frames import KINDS, frame, shares
 from mcbinning.progress import Progress, progress_callback
 from mcbinning.sources import frame_kind, source_of
 
-Encoding = Literal["index", "interval", "bounds", "onehot", "woe"]
 MISSING = _core.missing_bin
 USER_MISSING = _core.user_missing_bin
 NO_BIN = -3
@@ -35,6 +35,11 @@ class Attribute:
     def name(self) -> str:
         """The column that is cut."""
         return str(self._data["name"])
+
+    @property
+    def frames(self) -> str:
+        """The kind of frame that tables are."""
+        return self._model.frames
 
     @property
     def cut_points(self) -> list[float]:
@@ -117,11 +122,11 @@ class Attribute:
             "upper": [*cuts, np.inf, *nothing],
             "closed": [self._model.closed] * (bins + beside),
             "weight": weights,
-            "share": _shares(weights, float(weights.sum())),
+            "share": shares(weights, float(weights.sum())),
         }
         for code, category in enumerate(self._model.classes):
             columns[f"weight {category}"] = self.class_weights[:, code]
-            columns[f"share {category}"] = _shares(self.class_weights[:, code], weights)
+            columns[f"share {category}"] = shares(self.class_weights[:, code], weights)
         if (evidence := self._evidence) is not None:
             columns["woe"] = [row[1] for row in evidence[0]]
             columns["iv"] = [row[2] for row in evidence[0]]
@@ -129,7 +134,16 @@ class Attribute:
 
     def plot(self, ax: Any = None) -> Any:  # noqa: ANN401
         """Draw bars of the bins' weights and the class shares over them; give the Axes."""
-        return plots.plot_attribute(self, self._model.classes, ax)
+        return plots.plot_attribute(self, self._model.target, ax)
+
+    def main_classes(self, most: int) -> list[str]:
+        """Give the classes that a picture shows: the second of two, else the `most` heaviest."""
+        classes = self._model.classes
+        if len(classes) <= 2:
+            return classes[1:]
+        totals = self.class_weights.sum(axis=0)
+        heaviest = sorted(range(len(classes)), key=lambda code: -totals[code])[:most]
+        return [classes[code] for code in sorted(heaviest)]
 
     @property
     def _rows(self) -> list[dict[str, Any]]:
@@ -205,6 +219,18 @@ class Model(Mapping[str, Attribute]):
         """The classes of the target in code order; empty without a target."""
         target = self._data["target"]
         return list(target["categories"]) if target else []
+
+    @property
+    def target(self) -> str | None:
+        """The column of the target; None without one."""
+        target = self._data["target"]
+        return str(target["name"]) if target else None
+
+    @property
+    def weight(self) -> str | None:
+        """The column of the weights; None without one."""
+        weight = self._data["weight"]
+        return str(weight["name"]) if weight else None
 
     @property
     def closed(self) -> str:
@@ -321,12 +347,11 @@ class Model(Mapping[str, Attribute]):
         numbers = {}
         for position, name in enumerate(self):
             value = row[name]
+            if isinstance(value, str):
+                raise TypeError(f"column {name} holds {value!r}, which is no number")
             is_missing = value is None or value != value  # noqa: PLR0124
-            numbers[name] = _core.bin_number(
-                self.core,
-                position,
-                None if is_missing else float(value),  # type: ignore[arg-type]
-            )
+            number = None if is_missing else float(value)  # type: ignore[arg-type]
+            numbers[name] = _core.bin_number(self.core, position, number)
         return numbers
 
     def plot_ranking(self, ax: Any = None) -> Any:  # noqa: ANN401
@@ -355,42 +380,8 @@ def from_json(text: str, frames: str = "dict") -> Model:
         return Model(_core.Model.from_json(text, "model"), frames)
 
 
-def _shares(parts: npt.NDArray[np.float64], total: Any) -> npt.NDArray[np.float64]:  # noqa: ANN401
-    totals = np.broadcast_to(total, parts.shape)
-    shares = np.zeros(parts.shape)
-    np.divide(parts, totals, out=shares, where=totals > 0)
-    return shares
-
-
 def _missing_share(attribute: Attribute) -> float:
     weights = attribute.weights
     total = float(weights.sum())
     bins = len(attribute.cut_points) + 1
     return float(weights[bins : bins + 2].sum()) / total if total > 0 else 0.0
-
-
-def encoded(
-    attribute: Attribute, numbers: npt.NDArray[np.int32], encode: Encoding
-) -> dict[str, Any]:
-    """Give the columns that stand for the bin numbers of an attribute."""
-    name = attribute.name
-    bins = len(attribute.cut_points) + 1
-    # Rows stand as in the tables: bins, missing, user-missing.
-    rows = np.where(numbers < 0, bins - 1 - numbers, numbers)
-    if encode == "index":
-        return {f"{name}_bin": numbers}
-    if encode == "interval":
-        return {f"{name}_bin": np.array(attribute.labels, dtype=object)[rows]}
-    if encode == "bounds":
-        lower = np.array([-np.inf, *attribute.cut_points, np.nan, np.nan])
-        upper = np.array([*attribute.cut_points, np.inf, np.nan, np.nan])
-        return {f"{name}_lower": lower[rows], f"{name}_upper": upper[rows]}
-    if encode == "onehot":
-        suffixes = [*map(str, range(bins)), "missing", "user_missing"]
-        return {f"{name}_{s}": (rows == at).astype(np.int8) for at, s in enumerate(suffixes)}
-    if encode == "woe":
-        evidence = attribute.weight_of_evidence
-        if evidence is None:
-            raise ValueError("weights of evidence need a target with two classes")
-        return {f"{name}_woe": evidence[rows]}
-    raise ValueError(f"encode is index, interval, bounds, onehot or woe, not {encode!r}")
