@@ -11,14 +11,6 @@ namespace mcbin::python {
 namespace nb = nanobind;
 namespace {
 
-/// UTF-8 with lone surrogates refused.
-std::string_view utf8Of(nb::handle text) {
-  Py_ssize_t size = 0;
-  const char* const bytes = PyUnicode_AsUTF8AndSize(text.ptr(), &size);
-  if (bytes == nullptr) throw nb::python_error();
-  return {bytes, static_cast<std::size_t>(size)};
-}
-
 class Collector {
  public:
   explicit Collector(const std::string& column) : column_(column) {}
@@ -28,7 +20,7 @@ class Collector {
       Missing();
     } else if (PyUnicode_Check(cell.ptr())) {
       store_.onlyNumbers = false;
-      Text(utf8Of(cell));
+      Text(Utf8Of(cell));
     } else if (PyBool_Check(cell.ptr())) {
       store_.onlyNumbers = false;
       Text(cell.is(Py_True) ? "true" : "false");
@@ -36,7 +28,7 @@ class Collector {
       const double number = PyFloat_AsDouble(cell.ptr());
       std::isnan(number) ? Missing() : Text(shortestNumber(number));
     } else if (PyLong_Check(cell.ptr())) {
-      Text(utf8Of(nb::str(cell)));
+      Text(Utf8Of(nb::str(cell)));
     } else {
       Fail(cell);
     }
@@ -53,6 +45,16 @@ class Collector {
   void End(std::uint8_t isMissing) {
     store_.isMissing.push_back(isMissing);
     store_.offsets.push_back(static_cast<std::int64_t>(store_.bytes.size()));
+  }
+  /// Lone surrogates are refused.
+  std::string_view Utf8Of(nb::handle text) const {
+    Py_ssize_t size = 0;
+    const char* const bytes = PyUnicode_AsUTF8AndSize(text.ptr(), &size);
+    if (bytes != nullptr) return {bytes, static_cast<std::size_t>(size)};
+    const nb::python_error error;
+    throw nb::value_error(fmt::format("row {}: column {} holds a text that is no UTF-8: {}",
+                                      store_.isMissing.size(), column_, error.what())
+                              .c_str());
   }
   [[noreturn]] void Fail(nb::handle cell) const {
     const nb::str type = nb::type_name(cell.type());

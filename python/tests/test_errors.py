@@ -2,6 +2,8 @@
 
 import _thread
 import os
+import subprocess
+import sys
 import threading
 import time
 
@@ -58,6 +60,11 @@ BAD = {
         mb.DataError,
         "row 256: the target t has more than 256 categories",
     ),
+    "an infinite class": (
+        lambda: mb.fit({"x": X, "t": [0.0, 1.0, np.inf, 0, 0, 0]}, target="t"),
+        mb.DataError,
+        "row 2: the target t is infinite, which names no category",
+    ),
     "negative weights": (
         lambda: mb.fit({"x": X, "t": T, "w": X * -1}, target="t", weight="w"),
         mb.DataError,
@@ -105,7 +112,64 @@ BAD = {
     "lone surrogate": (
         lambda: mb.fit({"x": X, "t": ["a", "\ud800"] * 3}, target="t"),
         ValueError,
-        "surrogates",
+        "row 1: column t holds a text that is no UTF-8",
+    ),
+    "bytes": (
+        lambda: mb.fit({"x": X, "t": [b"a", b"\xff"] * 3}, target="t"),
+        ValueError,
+        "row 1: column t holds bytes that are no UTF-8",
+    ),
+    "no attribute": (
+        lambda: mb.fit({"x": X, "t": T}, target="t", attributes=["y"]),
+        mb.DataError,
+        "attributes: no column 'y'",
+    ),
+    "no weight": (
+        lambda: mb.fit({"x": X, "t": T}, target="t", weight="w"),
+        mb.OptionError,
+        "weight: no column 'w'",
+    ),
+    "no column for missing": (
+        lambda: mb.fit({"x": X, "t": T}, target="t", missing={"y": [1]}),
+        mb.DataError,
+        "missing: no column 'y'",
+    ),
+    "missing no sequence": (
+        lambda: mb.fit({"x": X, "t": T}, target="t", missing={"x": 1}),
+        TypeError,
+        "missing: column x takes a sequence of values",
+    ),
+    "target no name": (lambda: mb.fit({"x": X}, target=0), TypeError, "target takes the name of"),
+    "half a bin": (
+        lambda: mb.fit_equal_frequency({"x": X}, bins=2.5),
+        TypeError,
+        "bins takes a whole number, not float",
+    ),
+    "no weight lasts": (
+        lambda: mb.fit({"x": X, "t": T, "w": X * 0.1}, target="t", weight="w"),
+        mb.DataError,
+        "every weight in column w is missing or, truncated to a whole number, not positive "
+        "(weight_rounding round",
+    ),
+    "weights of NaN": (
+        lambda: mb.fit({"x": X, "t": T, "w": X * np.nan}, target="t", weight="w"),
+        mb.DataError,
+        "every weight in column w is missing",
+    ),
+    "texts as weights": (
+        lambda: mb.fit({"x": X, "t": T, "w": ["one"] * 6}, target="t", weight="w"),
+        mb.DataError,
+        "row 0: 'one' in column w is not a number",
+    ),
+    "no rows": (
+        lambda: mb.fit({"x": [], "t": []}, target="t"),
+        mb.DataError,
+        "the data: no case has a category in the target t",
+    ),
+    "a text in a row": (
+        lambda: mb.fit({"x": X, "t": X > 2}, target="t").transform_row({"x": "a"}),
+        TypeError,
+        "column x holds 'a', which is no number",
     ),
 }
 
@@ -116,6 +180,63 @@ def test_bad_input_is_named(case):
     with pytest.raises(error) as caught:
         action()
     assert text in str(caught.value)
+
+
+def test_declared_values_that_never_occur_are_warned_of():
+    with pytest.warns(UserWarning, match="column x: no case has the declared missing value 77"):
+        mb.fit({"x": X, "t": T}, target="t", missing={"x": [77]})
+
+
+LOST_FILE = """
+import resource
+import mcbinning as mb
+def lose(task, *_):
+    if task == "binning attributes":
+        resource.setrlimit(resource.RLIMIT_NOFILE, (0, 100))
+try:
+    mb.fit({"x": range(9), "y": range(9), "t": [0] * 5 + [1] * 4}, target="t", progress=lose)
+except Exception as error:
+    print(error)
+print("printed")
+"""
+
+
+def test_any_class_can_be_declared_missing():
+    classes = ["a", "b", "not, known", "x=y", " 7 ", 7.5]
+    data = {"x": range(60), "t": [str(c) for c in classes] * 10}
+    model = mb.fit(data, target="t", missing={"t": classes[2:]})
+    assert model.classes == ["a", "b"]
+    assert model.as_dict()["target"]["missingTexts"] == ["not, known", "x=y", "7", "7.5"]
+
+
+def test_the_library_prints_nothing():
+    command = [sys.executable, "-c", LOST_FILE]
+    printed = subprocess.run(command, check=True, capture_output=True, text=True).stdout
+    assert printed == ("cannot bin column y: memory or file descriptors ran out\nprinted\n")
+
+
+OUT_OF_MEMORY = """
+import resource
+import numpy as np
+import mcbinning as mb
+data = {f"x{i}": np.random.default_rng(i).normal(size=2_000_000) for i in range(4)}
+data["t"] = np.arange(2_000_000) % 2
+mb.fit({name: column[:9] for name, column in data.items()}, target="t")
+pages = int(open("/proc/self/statm").read().split()[0])
+limit = pages * resource.getpagesize() + 20_000_000
+resource.setrlimit(resource.RLIMIT_AS, (limit, -1))
+try:
+    mb.fit(data, target="t")
+except (MemoryError, mb.DataError) as error:
+    resource.setrlimit(resource.RLIMIT_AS, (-1, -1))
+    print(error)
+"""
+
+
+def test_no_memory_is_an_exception():
+    command = [sys.executable, "-c", OUT_OF_MEMORY]
+    printed = subprocess.run(command, check=True, capture_output=True, text=True).stdout
+    assert "memory" in printed
 
 
 def big():

@@ -13,8 +13,6 @@ import pyarrow.csv
 import pyarrow.dataset
 import pyarrow.parquet
 import pytest
-from hypothesis import HealthCheck, given, settings
-from hypothesis import strategies as st
 
 import mcbinning as mb
 
@@ -116,6 +114,18 @@ def test_numbers_of_every_width_and_layout(dtype, layout):
         assert mb.fit(pa.table({"x": values, "t": values > 30}), target="t") == expected
 
 
+def test_masked_cells_are_missing():
+    mask = np.arange(60) % 7 == 0
+    x = np.arange(60.0)
+    classes = np.where(x > 30, "b", "a")
+    masked = {"x": np.ma.array(x, mask=mask), "t": np.ma.array(classes, mask=mask[::-1])}
+    plain = {"x": np.where(mask, np.nan, x), "t": np.where(mask[::-1], None, classes)}
+    assert mb.fit(masked, target="t") == mb.fit(plain, target="t")
+    block = np.ma.array([x, x[::-1] > 30], mask=[mask, mask & False]).T
+    expected = mb.fit({"x0": plain["x"], "x1": block[:, 1].data}, target="x1")
+    assert mb.fit(block, target="x1") == expected
+
+
 def test_numeric_columns_are_not_copied():
     values = np.arange(1000.0)
     values.flags.writeable = False
@@ -160,63 +170,3 @@ def test_other_types_are_left_out_and_refused_as_target(values, why):
     assert mb.fit(data, target="t").left_out == {"d": f"{why}, not numbers or texts"}
     with pytest.raises(mb.DataError, match=f"column d: {why}"):
         mb.fit(data, target="d")
-
-
-NUMBERS = st.one_of(
-    st.none(), st.integers(-9, 9), st.floats(allow_nan=False, allow_infinity=False, width=64)
-)
-ROWS = st.lists(
-    st.tuples(NUMBERS, st.integers(0, 4), st.sampled_from("abc")), min_size=4, max_size=80
-)
-
-
-def csv_cell(value):
-    return "" if value is None else repr(value)
-
-
-def outcome(action):
-    """What the action gives, or which error it ends with, without the place."""
-    try:
-        return action()
-    except mb.DataError as error:
-        return str(error).split(": ", 1)[-1]
-
-
-@settings(
-    max_examples=200, deadline=None, suppress_health_check=[HealthCheck.function_scoped_fixture]
-)
-@given(rows=ROWS, kind=st.sampled_from(["dict", "pandas", "polars", "pyarrow", "repeated"]))
-def test_random_tables_give_the_same_bytes(rows, kind, tmp_path):
-    columns = {
-        "x": [None if row[0] is None else float(row[0]) for row in rows],
-        "w": [row[1] for row in rows],
-        "t": [row[2] for row in rows],
-    }
-    path = tmp_path / "table.csv"
-    lines = [f"{csv_cell(x)},{w},{t}" for x, w, t in zip(*columns.values(), strict=True)]
-    path.write_text("x,w,t\n" + "\n".join(lines) + "\n")
-    data = {
-        "dict": lambda: columns,
-        "pandas": lambda: pd.DataFrame(columns),
-        "polars": lambda: pl.DataFrame(columns, schema={"x": pl.Float64, "w": pl.Int8, "t": str}),
-        "pyarrow": lambda: pa.table({**columns, "x": pa.array(columns["x"], pa.float64())}),
-        "repeated": lambda: {
-            "x": np.repeat(np.array(columns["x"], float), columns["w"]),
-            "t": np.repeat(np.array(columns["t"]), columns["w"]),
-        },
-    }[kind]()
-    expected = outcome(lambda: mb.fit(str(path), target="t", weight="w"))
-    if kind != "repeated":
-        assert outcome(
-            lambda: mb.fit(data, target="t", weight="w", source=str(path))
-        ) == expected  # fmt: skip
-        if isinstance(expected, mb.Model):
-            bulk = expected.bin_numbers(data)["x"].tolist()
-            assert bulk == [expected.transform_row({"x": x})["x"] for x in columns["x"]]
-        return
-    actual = outcome(lambda: mb.fit(data, target="t"))
-    if isinstance(expected, mb.Model) and isinstance(actual, mb.Model):
-        if actual.classes != expected.classes:
-            return  # a class of no weight is a class all the same
-        assert actual["x"].cut_points == expected["x"].cut_points
-        np.testing.assert_array_equal(actual["x"].class_weights, expected["x"].class_weights)

@@ -48,6 +48,7 @@ class Planner {
     TakeTargetAndWeight();
     for (const std::string& text : request_.types) DeclareType(text);
     for (const std::string& text : request_.missing) DeclareMissing(text);
+    DeclareTargetMissing();
     for (const std::string& text : request_.missingRanges) DeclareRange(text);
     return std::move(columns_);
   }
@@ -135,6 +136,15 @@ class Planner {
         column.missing.values.push_back(number);
       }
       column.missingTexts.push_back(std::move(value));
+    }
+  }
+
+  void DeclareTargetMissing() {
+    for (ColumnPlan& column : columns_) {
+      if (column.use != ColumnUse::Target) continue;
+      for (const std::string& text : request_.targetMissing) {
+        column.missingTexts.emplace_back(trimmed(text));
+      }
     }
   }
 

@@ -87,6 +87,10 @@ class Scanner {
                       "file (iconv -f LATIN1 -t UTF-8)",
                       cases_.Where(), name));
     }
+    if (cases_.HoldsOnlyNumbers(column) && (category == "inf" || category == "-inf")) {
+      throw DataError(fmt::format("{}: the target {} is infinite, which names no category",
+                                  cases_.Where(), name));
+    }
     if (!classes_.Add(category)) {
       throw DataError(fmt::format(
           "{}: the target {} has more than {} categories: {} is one too many; is it really a "

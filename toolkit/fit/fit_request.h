@@ -31,6 +31,7 @@ struct FitRequest {
   std::vector<std::string> excludePatterns;
   std::vector<std::string> types;          ///< COLUMN=scale or COLUMN=category
   std::vector<std::string> missing;        ///< COLUMN=VALUE[,VALUE...]
+  std::vector<std::string> targetMissing;  ///< More of the target, each as it stands.
   std::vector<std::string> missingRanges;  ///< COLUMN=LOW:HIGH
 };
 

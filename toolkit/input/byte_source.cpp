@@ -85,6 +85,7 @@ double ByteSource::ShareRead() const {
 void ByteSource::Fail(const std::string& what) const { throw DataError(name_ + ": " + what); }
 
 std::string shownName(const std::string& path) {
+  if (path.empty()) return "the data";
   return path == "-" ? "standard input" : visibleText(path);
 }
 

@@ -54,7 +54,8 @@ class ByteSource {
   gzFile_s* stream_ = nullptr;
 };
 
-/// What messages call the input: the path, made visible, or "standard input".
+/// What messages call the input: the path, made visible, or "standard input"; one without a name is
+/// "the data".
 std::string shownName(const std::string& path);
 
 /// All that is stored at `path`.

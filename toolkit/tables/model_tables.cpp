@@ -119,9 +119,10 @@ TextTable rankingTable(const Model& model) {
 }
 
 std::string summaryText(const Model& model) {
-  std::string text = fmt::format(
-      "{} binning of {}: {}, {} used", model.target ? "Supervised" : "Equal-frequency",
-      visibleText(model.source.data), plural(model.cases.read, "case"), model.cases.used);
+  std::string text =
+      fmt::format("{} binning of {}: {}, {} used", model.target ? "Supervised" : "Equal-frequency",
+                  model.source.data.empty() ? "the data" : visibleText(model.source.data),
+                  plural(model.cases.read, "case"), model.cases.used);
   if (model.cases.droppedForWeight > 0) {
     text += fmt::format(", {} dropped for their weight", model.cases.droppedForWeight);
   }

@@ -13,6 +13,7 @@ _OPTIONS = {
     "--exclude": "exclude",
     "--target": "target",
     "--weight": "weight",
+    "--weight-rounding": "weight_rounding",
     "--type": "types",
     "--na": "na",
     "--missing": "missing",

@@ -43,13 +43,13 @@ def _source_of(data: Any) -> _core.Source:  # noqa: ANN401
     if isinstance(data, Mapping):
         return _from_columns(data)
     if _is_from("polars", "LazyFrame", data):
-        return _from_arrow(data.collect)
+        return _from_arrow(data.collect, _core.StreamUse.InTurn)
     if _is_from("pyarrow.dataset", "Dataset", data):
-        return _from_arrow(lambda: data.scanner().to_reader())
-    if hasattr(data, "__arrow_c_stream__"):
-        return _core.ArrowBatches(data.__arrow_c_stream__, keep=not _can_be_read_again(data))
+        return _from_arrow(lambda: data.scanner().to_reader(), _core.StreamUse.AtATime)
     if _is_from("duckdb", "DuckDBPyRelation", data):
-        return _from_arrow(data.to_arrow_reader)
+        return _from_arrow(data.to_arrow_reader, _core.StreamUse.InTurn)
+    if hasattr(data, "__arrow_c_stream__"):
+        return _core.ArrowBatches(data.__arrow_c_stream__, _use_of(data))
     if type(data).__module__.startswith("scipy.sparse"):
         raise TypeError("sparse data are not supported: convert them with .toarray()")
     if isinstance(data, Iterable) and not isinstance(data, str | bytes):
@@ -77,14 +77,16 @@ def _is_from(module: str, name: str, data: Any) -> bool:  # noqa: ANN401
     return loaded is not None and isinstance(data, getattr(loaded, name, ()))
 
 
-def _can_be_read_again(data: Any) -> bool:  # noqa: ANN401
+def _use_of(data: Any) -> _core.StreamUse:  # noqa: ANN401
     """Tell tables from readers; of a kind that is not known nothing is taken for granted."""
     package = type(data).__module__.partition(".")[0]
-    return package in ("pyarrow", "polars", "duckdb", "_duckdb") and not isinstance(data, Iterator)
+    if package in ("pyarrow", "polars") and not isinstance(data, Iterator):
+        return _core.StreamUse.AtATime
+    return _core.StreamUse.Once
 
 
-def _from_arrow(open_reader: Callable[[], Any]) -> _core.Source:
-    return _core.ArrowBatches(lambda: open_reader().__arrow_c_stream__(), keep=False)
+def _from_arrow(open_reader: Callable[[], Any], use: _core.StreamUse) -> _core.Source:
+    return _core.ArrowBatches(lambda: open_reader().__arrow_c_stream__(), use)
 
 
 def _from_batches(batches: Iterable[Any]) -> _core.Source:
@@ -101,7 +103,7 @@ def _from_batches(batches: Iterable[Any]) -> _core.Source:
             yield from pa.table(batch).to_batches()
 
     reader = pa.RecordBatchReader.from_batches(pa.table(first).schema, all_batches())
-    return _core.ArrowBatches(reader.__arrow_c_stream__, keep=True)
+    return _core.ArrowBatches(reader.__arrow_c_stream__, _core.StreamUse.Once)
 
 
 def _columns_of_array(array: npt.NDArray[Any]) -> dict[str, npt.NDArray[Any]]:
@@ -135,12 +137,15 @@ def add_array(
     mask: npt.NDArray[np.bool_] | None = None,
 ) -> None:
     """Add a one-dimensional array; `mask` is true where a number is missing."""
+    if isinstance(values, np.ma.MaskedArray):
+        values, mask = values.data, np.ascontiguousarray(np.ma.getmaskarray(values))
     kind = values.dtype.kind
     if kind in _NUMERIC_KINDS and values.dtype.itemsize <= 8:
         native = values if values.dtype.isnative else values.astype(values.dtype.newbyteorder("="))
         source.add_numbers(name, native, None if mask is None else mask.view(np.uint8))
     elif kind in "OUST":
-        _add_objects(source, name, values.tolist())
+        cells = values.tolist() if mask is None else np.ma.array(values, mask=mask).tolist()
+        _add_objects(source, name, cells)
     elif kind == "M":
         source.add_unfit(name, "it holds points in time, not numbers or texts", len(values))
     elif kind == "m":
@@ -150,7 +155,7 @@ def add_array(
 
 
 def _add_objects(source: _core.MemoryColumns, name: str, values: Iterable[Any]) -> None:
-    cells = [_plain(value) for value in values]
+    cells = [_plain(value, name, row) for row, value in enumerate(values)]
     there = [cell for cell in cells if cell is not None]
     if there and all(isinstance(cell, bool) for cell in there):
         add_array(source, name, np.array(cells, bool), np.array([cell is None for cell in cells]))
@@ -158,14 +163,17 @@ def _add_objects(source: _core.MemoryColumns, name: str, values: Iterable[Any]) 
         source.add_objects(name, cells)
 
 
-def _plain(value: Any) -> Any:  # noqa: ANN401
+def _plain(value: Any, name: str, row: int) -> Any:  # noqa: ANN401
     """Make a scalar one of those that the core takes: str, int, float, bool or None."""
     if isinstance(value, str | float | int | None):
         return value
     if isinstance(value, np.generic):
         return value.item()
     if isinstance(value, bytes):
-        return value.decode()
+        try:
+            return value.decode()
+        except UnicodeDecodeError:
+            raise ValueError(f"row {row}: column {name} holds bytes that are no UTF-8") from None
     if isinstance(value, Decimal):
         return None if value.is_nan() else str(value)
     return None if type(value).__name__ in ("NAType", "NaTType") else value
@@ -186,7 +194,7 @@ def _add_series(source: _core.MemoryColumns, name: str, series: Any) -> None:  #
     if isinstance(dtype, pd.SparseDtype):
         raise TypeError(f"column {name} is sparse: convert it with .sparse.to_dense()")
     if isinstance(dtype, pd.CategoricalDtype):
-        values = [_plain(value) for value in dtype.categories]
+        values = [_plain(value, name, row) for row, value in enumerate(dtype.categories)]
         source.add_codes(name, np.asarray(array.codes), values)
     elif isinstance(dtype, np.dtype):
         add_array(source, name, series.to_numpy())

@@ -92,9 +92,10 @@ TEST(ColumnPlan, WrongTypesAreUsageErrors) {
 TEST(ColumnPlan, MissingValuesAreNumbersButForTheTarget) {
   FitRequest r = request();
   r.missing = {"income=-1,999", "income=5", "class=unknown, lost"};
+  r.targetMissing = {"a, b=c", " d "};
   const auto columns = planColumns(r, kNames);
   EXPECT_EQ(columns[2].missing.values, (std::vector<double>{-1.0, 999.0, 5.0}));
-  EXPECT_EQ(columns[4].missingTexts, (std::vector<std::string>{"unknown", "lost"}));
+  EXPECT_EQ(columns[4].missingTexts, (std::vector<std::string>{"unknown", "lost", "a, b=c", "d"}));
   r.missing = {"income=none"};
   EXPECT_EQ(usageError(r),
             "--missing income=none: 'none' is not a number; a text that stands for a missing value "
