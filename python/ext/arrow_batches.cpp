@@ -35,7 +35,7 @@ bool isSameSchema(const ArrowSchema& a, const ArrowSchema& b) {
 
 }  // namespace
 
-ArrowBatches::ArrowBatches(nb::callable open, bool keep) : open_(std::move(open)), keep_(keep) {
+ArrowBatches::ArrowBatches(nb::callable open, StreamUse use) : open_(std::move(open)), use_(use) {
   Open();
   if (std::strcmp((*schema_)->format, "+s") != 0) {
     throw nb::type_error("the Arrow stream holds no table: its batches are no structs of columns");
@@ -43,6 +43,18 @@ ArrowBatches::ArrowBatches(nb::callable open, bool keep) : open_(std::move(open)
   for (std::int64_t c = 0; c < (*schema_)->n_children; ++c) {
     heads_.push_back(headOf(*(*schema_)->children[c]));
   }
+}
+
+ArrowBatches::ArrowBatches(const ArrowBatches& other, std::vector<Array> kept)
+    : use_(StreamUse::Once), schema_(other.schema_), heads_(other.heads_), kept_(std::move(kept)) {}
+
+std::unique_ptr<BatchReader> ArrowBatches::Another() {
+  if (use_ == StreamUse::InTurn) return nullptr;
+  if (use_ == StreamUse::Once) {
+    return std::unique_ptr<BatchReader>(new ArrowBatches(*this, kept_));
+  }
+  const nb::gil_scoped_acquire lock;
+  return std::make_unique<ArrowBatches>(open_, use_);
 }
 
 void ArrowBatches::Open() {
@@ -70,7 +82,7 @@ ArrowBatches::Array ArrowBatches::NextArray() {
   auto array = std::make_shared<Owned<ArrowArray>>();
   Require(stream_->get_next(&*stream_, &**array));
   if (!array->IsThere()) return nullptr;
-  if (keep_) kept_.push_back(array);
+  if (use_ == StreamUse::Once) kept_.push_back(array);
   return array;
 }
 
@@ -96,7 +108,7 @@ ColumnBatch ArrowBatches::BatchOf(const Array& array) const {
 
 void ArrowBatches::Rewind() {
   if (isUntouched_) return;
-  if (keep_) {
+  if (use_ == StreamUse::Once) {
     // What was not read yet is lost unless it is kept, too.
     while (stream_.IsThere() && NextArray()) {
     }

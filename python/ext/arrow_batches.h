@@ -12,21 +12,31 @@
 
 namespace mcbin::python {
 
-/// Batches of a stream that Python opens anew for every pass, or, of one that can be read only
-/// once, kept in memory from the first pass on. Built and destroyed with the interpreter lock held;
-/// the other calls want it released.
+/// How often the stream of a table can be opened.
+enum class StreamUse {
+  Once,     ///< The batches are kept in memory from the first pass on.
+  InTurn,   ///< Anew for every pass, one at a time.
+  AtATime,  ///< Several at the same time.
+};
+
+/// Batches of a stream that Python opens. Built and destroyed with the interpreter lock held; the
+/// other calls want it released.
 class ArrowBatches : public BatchReader {
  public:
   /// `open` answers a capsule named "arrow_array_stream", whose content is taken over.
-  ArrowBatches(nanobind::callable open, bool keep);
+  ArrowBatches(nanobind::callable open, StreamUse use);
 
   const std::vector<ColumnHead>& Heads() const override { return heads_; }
   bool NextBatch(ColumnBatch& batch) override;
   void Rewind() override;
   std::uint64_t Rows() const override { return 0; }
+  std::unique_ptr<BatchReader> Another() override;
 
  private:
   using Array = std::shared_ptr<Owned<ArrowArray>>;
+
+  /// Of batches that are kept.
+  ArrowBatches(const ArrowBatches& other, std::vector<Array> kept);
 
   void Open();
   void Require(int status);
@@ -34,7 +44,7 @@ class ArrowBatches : public BatchReader {
   ColumnBatch BatchOf(const Array& array) const;
 
   nanobind::callable open_;
-  bool keep_;
+  StreamUse use_;
   Owned<ArrowArrayStream> stream_;
   std::shared_ptr<Owned<ArrowSchema>> schema_;
   std::vector<ColumnHead> heads_;

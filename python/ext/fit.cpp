@@ -1,8 +1,13 @@
 #include <nanobind/stl/optional.h>
+#include <nanobind/stl/pair.h>
 #include <nanobind/stl/string.h>
 #include <nanobind/stl/vector.h>
 
+#include <memory>
+#include <utility>
+
 #include "python/ext/bind.h"
+#include "python/ext/muted_output.h"
 #include "python/ext/run_monitor.h"
 #include "toolkit/errors.h"
 #include "toolkit/fit/column_cases.h"
@@ -16,27 +21,41 @@ namespace nb = nanobind;
 using namespace nb::literals;  // NOLINT(google-build-using-namespace): how arguments are named
 namespace {
 
-Model run(CaseSource& cases, const FitRequest& request, Monitor& monitor) {
+/// A model, and what does not fit the data.
+using Fitted = std::pair<Model, std::vector<std::string>>;
+
+Fitted run(CaseSource& cases, const FitRequest& request, Monitor& monitor, std::size_t jobs,
+           const AnotherSource& another) {
+  const MutedStandardOutput muted;
   FitTimings timings;
-  Model model = fitModel(request, cases, {monitor, {}, false}, timings);
+  std::vector<std::string> notes;
+  const auto note = [&notes](const std::string& text) { notes.push_back(text); };
+  Model model = fitModel(request, cases, {monitor, {}, false, note, jobs, another}, timings);
   monitor.ThrowIfStopped();
-  return model;
+  return {std::move(model), std::move(notes)};
 }
 
-Model fitSource(BatchReader& source, const FitRequest& request, nb::object progress) {
+Fitted fitSource(BatchReader& source, const FitRequest& request, nb::object progress,
+                 std::size_t jobs) {
   RunMonitor monitor(std::move(progress));
+  std::vector<std::unique_ptr<BatchReader>> others;  // to be destroyed with the interpreter lock
   const nb::gil_scoped_release unlocked;
+  const auto another = [&]() -> std::unique_ptr<CaseSource> {
+    others.push_back(source.Another());
+    if (!others.back()) return nullptr;
+    return std::make_unique<ColumnCases>(*others.back(), request.naTexts);
+  };
   source.Rewind();
   ColumnCases cases(source, request.naTexts);
-  return run(cases, request, monitor);
+  return run(cases, request, monitor, jobs, another);
 }
 
-Model fitFile(const FitRequest& request, nb::object progress) {
+Fitted fitFile(const FitRequest& request, nb::object progress) {
   RunMonitor monitor(std::move(progress));
   const nb::gil_scoped_release unlocked;
   const std::unique_ptr<TableReader> reader = openTable(request.input, monitor);
   TextCases cases(*reader, request.naTexts);
-  return run(cases, request, monitor);
+  return run(cases, request, monitor, 1, {});
 }
 
 void bindRequest(nb::module_& module) {
@@ -71,6 +90,7 @@ void bindRequest(nb::module_& module) {
       .def_rw("exclude", &FitRequest::excludePatterns)
       .def_rw("types", &FitRequest::types)
       .def_rw("missing", &FitRequest::missing)
+      .def_rw("target_missing", &FitRequest::targetMissing)
       .def_rw("missing_ranges", &FitRequest::missingRanges);
 }
 
@@ -88,7 +108,7 @@ void bindFit(nb::module_& module) {
       .def_rw("table", &InputOptions::table, nb::for_setter(nb::arg("value").none()))
       .def_rw("query", &InputOptions::query, nb::for_setter(nb::arg("value").none()));
   bindRequest(module);
-  module.def("fit_source", &fitSource, "source"_a, "request"_a, "progress"_a.none());
+  module.def("fit_source", &fitSource, "source"_a, "request"_a, "progress"_a.none(), "jobs"_a);
   module.def("fit_file", &fitFile, "request"_a, "progress"_a.none());
 }
 

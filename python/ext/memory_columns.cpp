@@ -154,6 +154,14 @@ void MemoryColumns::AddUnfit(const std::string& name, const std::string& why, st
   Add({name, why, false}, rows, [] { return std::make_unique<MissingColumn>(); });
 }
 
+std::unique_ptr<BatchReader> MemoryColumns::Another() {
+  auto another = std::make_unique<MemoryColumns>();
+  another->heads_ = heads_;
+  another->makers_ = makers_;
+  another->rows_ = rows_;
+  return another;
+}
+
 bool MemoryColumns::NextBatch(ColumnBatch& batch) {
   if (std::exchange(atEnd_, true)) return false;
   batch = {};

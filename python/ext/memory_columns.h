@@ -56,6 +56,7 @@ class MemoryColumns : public BatchReader {
   bool NextBatch(ColumnBatch& batch) override;
   void Rewind() override { atEnd_ = false; }
   std::uint64_t Rows() const override { return rows_; }
+  std::unique_ptr<BatchReader> Another() override;
 
  private:
   using Maker = std::function<std::unique_ptr<Column>()>;

@@ -29,8 +29,12 @@ void bindSources(nb::module_& module) {
       .def("add_codes", &MemoryColumns::AddCodes, "name"_a, "codes"_a, "values"_a)
       .def("add_objects", &MemoryColumns::AddObjects, "name"_a, "cells"_a)
       .def("add_unfit", &MemoryColumns::AddUnfit, "name"_a, "why"_a, "rows"_a);
+  nb::enum_<StreamUse>(module, "StreamUse")
+      .value("Once", StreamUse::Once)
+      .value("InTurn", StreamUse::InTurn)
+      .value("AtATime", StreamUse::AtATime);
   nb::class_<ArrowBatches, BatchReader>(module, "ArrowBatches")
-      .def(nb::init<nb::callable, bool>(), "open"_a, "keep"_a);
+      .def(nb::init<nb::callable, StreamUse>(), "open"_a, "use"_a);
 }
 
 }  // namespace mcbin::python

@@ -10,6 +10,12 @@ LOANS = Path(__file__).parents[2] / "examples" / "data" / "loans.csv"
 MCBIN = Path(sys.executable).with_name("mcbin")
 
 
+def pytest_addoption(parser):
+    parser.addoption(
+        "--random-tables", type=int, default=25, help="random tables for each kind of input"
+    )
+
+
 @pytest.fixture
 def loans() -> str:
     return str(LOANS)

@@ -58,6 +58,10 @@ class BatchReader {
   virtual void Rewind() = 0;
   /// Of all batches; 0 when it is not known.
   virtual std::uint64_t Rows() const = 0;
+  /// Another reader of the same table, in front of its first batch, that is used at the same time
+  /// on another thread and goes first; null when the table can be read only by one. To be called
+  /// after Rewind.
+  virtual std::unique_ptr<BatchReader> Another() { return nullptr; }
 };
 
 }  // namespace mcbin

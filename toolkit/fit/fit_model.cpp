@@ -3,11 +3,8 @@
 #include <chrono>
 #include <utility>
 
-#include "toolkit/errors.h"
 #include "toolkit/fit/bin_check.h"
-#include "toolkit/fit/case_feed.h"
-#include "toolkit/fit/library_run.h"
-#include "toolkit/text/utf8.h"
+#include "toolkit/fit/parallel_passes.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
@@ -42,72 +39,6 @@ FeedLayout layoutOf(const std::vector<ColumnPlan>& columns) {
   return layout;
 }
 
-std::optional<std::string> asUtf8(const std::optional<std::string>& text) {
-  return text ? std::optional(mcbin::asUtf8(*text)) : std::nullopt;
-}
-
-std::vector<std::string> allAsUtf8(std::vector<std::string> texts) {
-  for (std::string& text : texts) text = mcbin::asUtf8(text);
-  return texts;
-}
-
-FitOptions optionsOf(const FitRequest& request, const std::vector<ColumnPlan>& columns) {
-  FitOptions options;
-  options.bins = request.bins;
-  options.distinctValueThreshold = request.distinctValueThreshold;
-  options.smallBinThreshold = request.smallBinThreshold;
-  options.naTexts = allAsUtf8(request.naTexts);
-  options.attributePatterns = allAsUtf8(request.attributePatterns);
-  options.excludePatterns = allAsUtf8(request.excludePatterns);
-  for (const ColumnPlan& column : columns) {
-    if (!column.declaredType) continue;
-    options.types[column.name] = *column.declaredType == ColumnType::Scale ? "scale" : "category";
-  }
-  return options;
-}
-
-/// Everything of the model that is known before the library runs.
-Model modelOf(const FitRequest& request, const std::vector<ColumnPlan>& columns,
-              const FeedLayout& layout, const std::vector<std::string>& categories) {
-  Model model;
-  model.program = "mcbin " MCBIN_VERSION;
-  model.method = request.method;
-  model.closedSide = request.closedSide;
-  model.source = {mcbin::asUtf8(request.input.data), asUtf8(request.input.table),
-                  asUtf8(request.input.query)};
-  model.options = optionsOf(request, columns);
-  if (layout.targetColumn) {
-    const ColumnPlan& column = columns[*layout.targetColumn];
-    model.target = TargetModel{column.name, categories, allAsUtf8(column.missingTexts), {}, 0.0};
-  }
-  if (layout.weightColumn) {
-    const ColumnPlan& column = columns[*layout.weightColumn];
-    model.weight = WeightModel{column.name, column.missing, request.rounding};
-  }
-  for (std::size_t c : layout.attributeColumns) {
-    AttributeModel attribute;
-    attribute.name = columns[c].name;
-    attribute.missing = columns[c].missing;
-    model.attributes.push_back(std::move(attribute));
-  }
-  for (const ColumnPlan& column : columns) {
-    if (column.use == ColumnUse::LeftOut) model.leftOut.push_back({column.name, column.reason});
-  }
-  return model;
-}
-
-void takeCounts(const CaseFeed& feed, Model& model) {
-  model.cases = feed.Cases();
-  if (model.target) {
-    model.target->classWeights = feed.ClassWeights();
-    model.target->missingWeight = feed.TargetMissingWeight();
-  }
-  for (std::size_t a = 0; a < model.attributes.size(); ++a) {
-    model.attributes[a].missingCases = feed.MissingCases(a);
-    model.attributes[a].userMissingCases = feed.UserMissingCases(a);
-  }
-}
-
 }  // namespace
 
 Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& watch,
@@ -122,22 +53,16 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
 
   start = std::chrono::steady_clock::now();
   cases.Rewind();
-  const FeedLayout layout = layoutOf(columns);
-  Model model = modelOf(request, columns, layout, seen.categories);
-  CaseFeed feed(cases, columns, layout, seen, request.naTexts, request.rounding, watch.timesFeed);
-  runLibrary(feed, seen.rows, watch.monitor, model);
-  takeCounts(feed, model);
-  checkBins(model);
+  PassResult result = runPasses({request, columns, seen, watch.timesFeed}, layoutOf(columns), cases,
+                                watch.jobs, watch.another, watch.monitor);
+  checkBins(result.model);
   if (watch.noted) {
-    for (const std::string& note : feed.NeverMet()) watch.noted(note);
+    for (const std::string& note : result.neverMet) watch.noted(note);
   }
   watch.monitor.Clear();
-  timings.feeding = feed.Seconds();
+  timings.feeding = result.feedSeconds;
   timings.binning = secondsSince(start) - timings.feeding;
-  if (model.cases.read != seen.rows) {
-    throw DataError(shownName(request.input.data) + " changed while it was read: run it again");
-  }
-  return model;
+  return std::move(result.model);
 }
 
 }  // namespace mcbin

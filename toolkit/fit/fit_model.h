@@ -2,6 +2,7 @@
 #ifndef MCBIN_TOOLKIT_FIT_FIT_MODEL_H
 #define MCBIN_TOOLKIT_FIT_FIT_MODEL_H
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -10,6 +11,7 @@
 #include "toolkit/fit/case_source.h"
 #include "toolkit/fit/column_plan.h"
 #include "toolkit/fit/fit_request.h"
+#include "toolkit/fit/parallel_passes.h"
 #include "toolkit/model/model.h"
 #include "toolkit/monitor.h"
 
@@ -33,6 +35,10 @@ struct FitWatch {
   bool timesFeed = false;
   /// Called at the end with each thing that does not fit the data, in words; may be empty.
   std::function<void(const std::string&)> noted = {};
+  /// So many threads bin attributes at the same time, each from cases of its own that `another`
+  /// makes. The model does not depend on it.
+  std::size_t jobs = 1;
+  AnotherSource another = {};
 };
 
 /// Goes over the cases twice, runs the library over it and gathers the model. Throws the errors of

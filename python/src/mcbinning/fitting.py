@@ -3,8 +3,11 @@
 from __future__ import annotations
 
 import os
-from collections.abc import Mapping, Sequence
+import warnings
+from collections.abc import Iterable, Mapping, Sequence
 from typing import Any, Literal
+
+import numpy as np
 
 from mcbinning import _core
 from mcbinning.errors import OptionError, in_python_words
@@ -35,6 +38,7 @@ def fit(
     left_closed: bool = False,
     source: str = "",
     progress: Progress = None,
+    n_jobs: int | None = None,
 ) -> Model:
     """Cut numeric columns into bins that separate the classes of a target.
 
@@ -77,6 +81,10 @@ def fit(
     progress
         True for a bar (needs tqdm), None for a bar when standard error is a terminal, or a
         callable ``(task, share, count, unit)``. What it raises ends the fit.
+    n_jobs
+        Threads that bin attributes at the same time, -1 for one per processor; None is 1. The
+        model does not depend on it, memory grows with it. Files, lazy frames and DuckDB relations
+        are read by one.
 
     Returns
     -------
@@ -92,6 +100,11 @@ def fit(
     TypeError
         Data of a kind that is not supported.
 
+    Warns
+    -----
+    UserWarning
+        No case has a value that `missing` or `missing_range` declares.
+
     Examples
     --------
     >>> import mcbinning as mb
@@ -101,7 +114,7 @@ def fit(
     [30.0]
     """
     request = _core.FitRequest()
-    request.target = target
+    request.target = _name("target", target)
     request.bins = _in_range("bins", bins, 2, 2**31 - 1)
     request.threshold = _in_range("threshold", threshold, 0, 2**31 - 1)
     if not 0.0 <= small_bins <= 1.0:
@@ -109,7 +122,7 @@ def fit(
     request.small_bins = small_bins
     _set_columns(request, weight, attributes, exclude, types, weight_rounding, left_closed)
     _set_missing(request, target, na, missing, missing_range)
-    return _run(data, request, source, progress)
+    return _run(data, request, source, progress, n_jobs)
 
 
 def fit_equal_frequency(
@@ -127,6 +140,7 @@ def fit_equal_frequency(
     left_closed: bool = False,
     source: str = "",
     progress: Progress = None,
+    n_jobs: int | None = None,
 ) -> Model:
     """Cut numeric columns into `bins` bins of equal weight, without a target.
 
@@ -143,12 +157,20 @@ def fit_equal_frequency(
     request.bins = _in_range("bins", bins, 2, 2**31 - 1)
     _set_columns(request, weight, attributes, exclude, types, weight_rounding, left_closed)
     _set_missing(request, None, na, missing, missing_range)
-    return _run(data, request, source, progress)
+    return _run(data, request, source, progress, n_jobs)
 
 
 def _in_range(name: str, value: int, low: int, high: int) -> int:
+    if isinstance(value, bool) or not isinstance(value, int | np.integer):
+        raise TypeError(f"{name} takes a whole number, not {type(value).__name__}")
     if not low <= value <= high:
         raise OptionError(f"{name} must be at least {low} and at most {high}")
+    return int(value)
+
+
+def _name(option: str, value: str) -> str:
+    if not isinstance(value, str):
+        raise TypeError(f"{option} takes the name of a column, not {type(value).__name__}")
     return value
 
 
@@ -166,7 +188,7 @@ def _set_columns(
             raise TypeError(f"{name} takes a sequence of names, not one text")
     if weight_rounding not in ("truncate", "round"):
         raise OptionError("weight_rounding is truncate or round")
-    request.weight = weight
+    request.weight = None if weight is None else _name("weight", weight)
     request.attributes = [str(name) for name in attributes]
     request.exclude = [str(name) for name in exclude]
     request.types = [f"{column}={kind}" for column, kind in (types or {}).items()]
@@ -183,15 +205,22 @@ def _set_missing(
 ) -> None:
     request.na = list(_core.default_na if na is None else na)
     declared = []
+    classes = []
     for column, values in (missing or {}).items():
+        if isinstance(values, str) or not isinstance(values, Iterable):
+            raise TypeError(f"missing: column {column} takes a sequence of values")
         for value in values:
-            if isinstance(value, str) and (column != target or "," in value or "=" in value):
+            if isinstance(value, str) and column != target:
                 raise OptionError(
                     f"missing: {value!r} of column {column} is not a number; a text that stands "
                     "for a missing value is declared with na"
                 )
-            declared.append(f"{column}={_number_text(value)}")
+            if column == target:
+                classes.append(_number_text(value))
+            else:
+                declared.append(f"{column}={_number_text(value)}")
     request.missing = declared
+    request.target_missing = classes
     request.missing_ranges = [
         f"{column}={_end(low)}:{_end(high)}"
         for column, (low, high) in (missing_range or {}).items()
@@ -208,16 +237,46 @@ def _end(value: float | None) -> str:
     return "" if value is None else repr(float(value))
 
 
-def _run(data: Any, request: _core.FitRequest, source: str, progress: Progress) -> Model:  # noqa: ANN401
+def _run(
+    data: Any,  # noqa: ANN401
+    request: _core.FitRequest,
+    source: str,
+    progress: Progress,
+    n_jobs: int | None,
+) -> Model:
+    jobs = job_count(n_jobs)
     with progress_callback(progress) as callback, in_python_words():
         if isinstance(data, str | os.PathLike):
             request.input = _input_of(os.fspath(data))
-            return Model(_core.fit_file(request, callback))
-        columns = source_of(data)
-        _require(columns.column_names, request.target, "target")
-        _require(columns.column_names, request.weight, "weight")
-        request.input = _input_of(source)
-        return Model(_core.fit_source(columns, request, callback), frame_kind(data))
+            core, notes = _core.fit_file(request, callback)
+            frames = "dict"
+        else:
+            columns = source_of(data)
+            _require(columns.column_names, request.target, "target")
+            _require(columns.column_names, request.weight, "weight")
+            request.input = _input_of(source)
+            core, notes = _core.fit_source(columns, request, callback, jobs)
+            frames = frame_kind(data)
+    for note in notes:
+        warnings.warn(note, stacklevel=3)
+    return Model(core, frames)
+
+
+def job_count(n_jobs: int | None) -> int:
+    """Give the number of threads that `n_jobs` asks for.
+
+    Examples
+    --------
+    >>> job_count(None), job_count(3)
+    (1, 3)
+    """
+    if n_jobs is None:
+        return 1
+    if n_jobs == -1:
+        return len(os.sched_getaffinity(0))
+    if n_jobs < 1:
+        raise OptionError("n_jobs must be at least 1, or -1 for one per processor")
+    return n_jobs
 
 
 def _require(names: list[str], name: str | None, option: str) -> None:

@@ -27,8 +27,10 @@ from sklearn.utils.validation import (
 )
 
 from mcbinning import _core
+from mcbinning.encoding import Encoding, encoded, one_hot_suffixes
 from mcbinning.errors import in_python_words
-from mcbinning.model import Attribute, Encoding, Model, encoded
+from mcbinning.fitting import job_count
+from mcbinning.model import Model
 from mcbinning.sources import add_array
 
 Encode = Literal["ordinal", "interval", "onehot", "woe"]
@@ -47,6 +49,7 @@ class _Binner(TransformerMixin, BaseEstimator):  # type: ignore[misc]
     left_closed: bool
     missing: Sequence[float] | None
     weight_rounding: Literal["truncate", "round"] | None
+    n_jobs: int | None
 
     def _fit_model(
         self,
@@ -73,7 +76,8 @@ class _Binner(TransformerMixin, BaseEstimator):  # type: ignore[misc]
         request.left_closed = self.left_closed
         request.round_weights = self.weight_rounding == "round"
         with in_python_words():
-            self.model_ = Model(_core.fit_source(source, request, None))
+            core, _ = _core.fit_source(source, request, None, job_count(self.n_jobs))
+            self.model_ = Model(core)
 
     def _names(self) -> list[str]:
         names = getattr(self, "feature_names_in_", None)
@@ -127,7 +131,7 @@ class _Binner(TransformerMixin, BaseEstimator):  # type: ignore[misc]
         names = [
             f"{feature}_{suffix}"
             for feature, attribute in zip(features, self.model_.values(), strict=True)
-            for suffix in _suffixes(attribute)
+            for suffix in one_hot_suffixes(len(attribute.cut_points) + 1)
         ]
         return np.asarray(names, dtype=object)
 
@@ -160,6 +164,8 @@ class SupervisedBinner(_Binner):
         Values that are declared missing.
     weight_rounding : {'truncate', 'round'}, optional
         How sample weights become whole numbers; by default those that are not raise ValueError.
+    n_jobs : int, optional
+        Threads that bin features at the same time; -1 for one per processor.
 
     Attributes
     ----------
@@ -179,6 +185,7 @@ class SupervisedBinner(_Binner):
         left_closed: bool = False,
         missing: Sequence[float] | None = None,
         weight_rounding: Literal["truncate", "round"] | None = None,
+        n_jobs: int | None = None,
     ) -> None:
         self.encode = encode
         self.threshold = threshold
@@ -187,6 +194,7 @@ class SupervisedBinner(_Binner):
         self.left_closed = left_closed
         self.missing = missing
         self.weight_rounding = weight_rounding
+        self.n_jobs = n_jobs
 
     def fit(self, X: Any, y: Any, sample_weight: Any = None) -> SupervisedBinner:  # noqa: ANN401
         """Find the bins.
@@ -234,7 +242,7 @@ class EqualFrequencyBinner(_Binner):
     ----------
     bins : int, default=10
         Number of bins; features with few distinct values get fewer.
-    encode, left_closed, missing, weight_rounding
+    encode, left_closed, missing, weight_rounding, n_jobs
         As for :class:`SupervisedBinner`, but for ``woe``.
 
     Attributes
@@ -251,12 +259,14 @@ class EqualFrequencyBinner(_Binner):
         left_closed: bool = False,
         missing: Sequence[float] | None = None,
         weight_rounding: Literal["truncate", "round"] | None = None,
+        n_jobs: int | None = None,
     ) -> None:
         self.bins = bins
         self.encode = encode
         self.left_closed = left_closed
         self.missing = missing
         self.weight_rounding = weight_rounding
+        self.n_jobs = n_jobs
 
     def fit(self, X: Any, y: Any = None, sample_weight: Any = None) -> EqualFrequencyBinner:  # noqa: ANN401
         """Find the bins; see :meth:`SupervisedBinner.fit`. `y` is not used."""
@@ -274,7 +284,3 @@ def _new_name(name: str, names: list[str]) -> str:
     while name in names:
         name += "_"
     return name
-
-
-def _suffixes(attribute: Attribute) -> list[str]:
-    return [*map(str, range(len(attribute.cut_points) + 1)), "missing", "user_missing"]

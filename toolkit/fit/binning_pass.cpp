@@ -1,0 +1,102 @@
+#include "toolkit/fit/binning_pass.h"
+
+#include <optional>
+#include <utility>
+
+#include "toolkit/errors.h"
+#include "toolkit/fit/library_run.h"
+#include "toolkit/text/utf8.h"
+#include "toolkit/text/visible_text.h"
+
+namespace mcbin {
+namespace {
+
+std::optional<std::string> asUtf8(const std::optional<std::string>& text) {
+  return text ? std::optional(mcbin::asUtf8(*text)) : std::nullopt;
+}
+
+std::vector<std::string> allAsUtf8(std::vector<std::string> texts) {
+  for (std::string& text : texts) text = mcbin::asUtf8(text);
+  return texts;
+}
+
+FitOptions optionsOf(const FitRequest& request, const std::vector<ColumnPlan>& columns) {
+  FitOptions options;
+  options.bins = request.bins;
+  options.distinctValueThreshold = request.distinctValueThreshold;
+  options.smallBinThreshold = request.smallBinThreshold;
+  options.naTexts = allAsUtf8(request.naTexts);
+  options.attributePatterns = allAsUtf8(request.attributePatterns);
+  options.excludePatterns = allAsUtf8(request.excludePatterns);
+  for (const ColumnPlan& column : columns) {
+    if (!column.declaredType) continue;
+    options.types[column.name] = *column.declaredType == ColumnType::Scale ? "scale" : "category";
+  }
+  return options;
+}
+
+/// Everything of the model that is known before the library runs.
+Model modelOf(const FitRequest& request, const std::vector<ColumnPlan>& columns,
+              const FeedLayout& layout, const std::vector<std::string>& categories) {
+  Model model;
+  model.program = "mcbin " MCBIN_VERSION;
+  model.method = request.method;
+  model.closedSide = request.closedSide;
+  model.source = {mcbin::asUtf8(request.input.data), asUtf8(request.input.table),
+                  asUtf8(request.input.query)};
+  model.options = optionsOf(request, columns);
+  if (layout.targetColumn) {
+    const ColumnPlan& column = columns[*layout.targetColumn];
+    model.target = TargetModel{column.name, categories, allAsUtf8(column.missingTexts), {}, 0.0};
+  }
+  if (layout.weightColumn) {
+    const ColumnPlan& column = columns[*layout.weightColumn];
+    model.weight = WeightModel{column.name, column.missing, request.rounding};
+  }
+  for (std::size_t c : layout.attributeColumns) {
+    AttributeModel attribute;
+    attribute.name = columns[c].name;
+    attribute.missing = columns[c].missing;
+    model.attributes.push_back(std::move(attribute));
+  }
+  for (const ColumnPlan& column : columns) {
+    if (column.use == ColumnUse::LeftOut) model.leftOut.push_back({column.name, column.reason});
+  }
+  return model;
+}
+
+void takeCounts(const CaseFeed& feed, Model& model) {
+  model.cases = feed.Cases();
+  if (model.target) {
+    model.target->classWeights = feed.ClassWeights();
+    model.target->missingWeight = feed.TargetMissingWeight();
+  }
+  for (std::size_t a = 0; a < model.attributes.size(); ++a) {
+    model.attributes[a].missingCases = feed.MissingCases(a);
+    model.attributes[a].userMissingCases = feed.UserMissingCases(a);
+  }
+}
+
+}  // namespace
+
+PassResult runPass(const PassSetting& setting, const FeedLayout& layout, CaseSource& cases,
+                   Monitor& monitor) {
+  const FitRequest& request = setting.request;
+  PassResult result;
+  result.model = modelOf(request, setting.columns, layout, setting.scan.categories);
+  CaseFeed feed(cases, setting.columns, layout, setting.scan, request.naTexts, request.rounding,
+                setting.timesFeed);
+  runLibrary(feed, setting.scan.rows, monitor, result.model);
+  takeCounts(feed, result.model);
+  if (result.model.cases.read != setting.scan.rows) failChanged(setting);
+  result.neverMet = feed.NeverMet();
+  result.feedSeconds = feed.Seconds();
+  return result;
+}
+
+void failChanged(const PassSetting& setting) {
+  throw DataError(shownName(setting.request.input.data) +
+                  " changed while it was read: run it again");
+}
+
+}  // namespace mcbin

@@ -1,0 +1,187 @@
+#include "toolkit/fit/parallel_passes.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace mcbin {
+namespace {
+
+constexpr std::chrono::milliseconds kWatchInterval(50);
+
+/// What ends a pass whose result nobody wants any more.
+struct Abandoned : std::runtime_error {
+  Abandoned() : std::runtime_error("abandoned") {}
+};
+
+/// How far one thread has come, and whether it is to go on.
+class PassMonitor : public Monitor {
+ public:
+  explicit PassMonitor(const std::atomic<bool>& isAbandoned) : isAbandoned_(isAbandoned) {}
+
+  void Update(const std::string& /*task*/, double /*share*/, double count,
+              const char* unit) override {
+    (unit == std::string("cases") ? cases_ : attributes_) = count;
+  }
+  bool StopRequested() override { return isAbandoned_; }
+  void ThrowIfStopped() override {
+    if (isAbandoned_) throw Abandoned();
+  }
+
+  double Cases() const { return cases_; }
+  double Attributes() const { return attributes_; }
+
+ private:
+  const std::atomic<bool>& isAbandoned_;
+  std::atomic<double> cases_ = 0.0;
+  std::atomic<double> attributes_ = 0.0;
+};
+
+/// Some of the attributes, from a source of cases of its own.
+struct Part {
+  Part(CaseSource& cases, const FeedLayout& all, const std::atomic<bool>& isAbandoned)
+      : source(cases), layout(all), monitor(isAbandoned) {
+    layout.attributeColumns.clear();
+  }
+
+  CaseSource& source;
+  FeedLayout layout;
+  PassMonitor monitor;
+  PassResult result;
+};
+
+class Team {
+ public:
+  Team(const PassSetting& setting, const FeedLayout& layout,
+       const std::vector<CaseSource*>& sources)
+      : setting_(setting), attributes_(layout.attributeColumns.size()) {
+    for (CaseSource* source : sources) {
+      parts_.push_back(std::make_unique<Part>(*source, layout, isAbandoned_));
+    }
+    for (std::size_t a = 0; a < attributes_; ++a) {
+      PartOf(a).layout.attributeColumns.push_back(layout.attributeColumns[a]);
+    }
+    open_ = parts_.size();
+  }
+
+  PassResult Run(Monitor& monitor) {
+    std::vector<std::jthread> threads;
+    try {
+      for (const auto& part : parts_) threads.emplace_back([this, &part] { Work(*part); });
+      Watch(monitor);
+    } catch (...) {
+      isAbandoned_ = true;
+      threads.clear();
+      throw;
+    }
+    threads.clear();
+    if (failure_) std::rethrow_exception(failure_);
+    Tell(monitor);
+    return Joined();
+  }
+
+ private:
+  Part& PartOf(std::size_t attribute) { return *parts_[attribute % parts_.size()]; }
+
+  void Work(Part& part) {
+    std::exception_ptr failure;
+    try {
+      part.result = runPass(setting_, part.layout, part.source, part.monitor);
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (failure && !failure_) failure_ = failure;
+    if (failure) isAbandoned_ = true;
+    --open_;
+    partEnded_.notify_one();
+  }
+
+  /// Until every thread has ended.
+  void Watch(Monitor& monitor) {
+    std::unique_lock<std::mutex> lock(mutex_);
+    while (!partEnded_.wait_for(lock, kWatchInterval, [this] { return open_ == 0; })) {
+      lock.unlock();
+      monitor.ThrowIfStopped();
+      Tell(monitor);
+      lock.lock();
+    }
+  }
+
+  void Tell(Monitor& monitor) const {
+    double cases = 0.0;
+    double attributes = 0.0;
+    for (const auto& part : parts_) {
+      cases += part->monitor.Cases() / static_cast<double>(parts_.size());
+      attributes += part->monitor.Attributes();
+    }
+    if (attributes == 0.0) {
+      const auto rows = static_cast<double>(setting_.scan.rows);
+      monitor.Update("reading cases", cases / std::max(rows, 1.0), cases, "cases");
+    } else {
+      monitor.Update("binning attributes", attributes / static_cast<double>(attributes_),
+                     attributes, "attributes");
+    }
+  }
+
+  PassResult Joined() {
+    std::vector<AttributeModel> attributes;
+    for (std::size_t a = 0; a < attributes_; ++a) {
+      attributes.push_back(std::move(PartOf(a).result.model.attributes[a / parts_.size()]));
+    }
+    PassResult joined = std::move(parts_.front()->result);
+    joined.model.attributes = std::move(attributes);
+    for (std::size_t p = 1; p < parts_.size(); ++p) TakeIn(parts_[p]->result, joined);
+    return joined;
+  }
+
+  void TakeIn(const PassResult& part, PassResult& joined) const {
+    const auto counts = [](const Model& model) {
+      const TargetModel target = model.target.value_or(TargetModel());
+      return std::tuple(model.cases.read, model.cases.used, target.classWeights,
+                        target.missingWeight);
+    };
+    if (counts(part.model) != counts(joined.model)) failChanged(setting_);
+    // A thread knows nothing of the columns that it does not read.
+    std::erase_if(joined.neverMet, [&part](const std::string& note) {
+      return std::find(part.neverMet.begin(), part.neverMet.end(), note) == part.neverMet.end();
+    });
+    joined.feedSeconds = std::max(joined.feedSeconds, part.feedSeconds);
+  }
+
+  const PassSetting& setting_;
+  std::size_t attributes_;
+  std::atomic<bool> isAbandoned_ = false;
+  std::vector<std::unique_ptr<Part>> parts_;
+  std::mutex mutex_;  ///< Of the fields below.
+  std::condition_variable partEnded_;
+  std::size_t open_ = 0;
+  std::exception_ptr failure_;  ///< The first one.
+};
+
+}  // namespace
+
+PassResult runPasses(const PassSetting& setting, const FeedLayout& layout, CaseSource& cases,
+                     std::size_t jobs, const AnotherSource& another, Monitor& monitor) {
+  std::vector<std::unique_ptr<CaseSource>> others;
+  std::vector<CaseSource*> sources = {&cases};
+  while (another && sources.size() < std::min(jobs, layout.attributeColumns.size())) {
+    others.push_back(another());
+    if (!others.back()) break;
+    sources.push_back(others.back().get());
+  }
+  if (sources.size() == 1) return runPass(setting, layout, cases, monitor);
+  return Team(setting, layout, sources).Run(monitor);
+}
+
+}  // namespace mcbin
