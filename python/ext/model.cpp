@@ -6,14 +6,12 @@
 #include <nanobind/stl/tuple.h>
 #include <nanobind/stl/vector.h>
 
-#include <tuple>
-
 #include "python/ext/bind.h"
+#include "python/ext/evidence_rows.h"
 #include "python/ext/run_monitor.h"
 #include "toolkit/export/export_formats.h"
 #include "toolkit/model/attribute_choice.h"
 #include "toolkit/model/bin_labels.h"
-#include "toolkit/model/evidence.h"
 #include "toolkit/model/model_json.h"
 #include "toolkit/report/report_page.h"
 #include "toolkit/system/output_file.h"
@@ -24,22 +22,14 @@ namespace nb = nanobind;
 using namespace nb::literals;  // NOLINT(google-build-using-namespace): how arguments are named
 namespace {
 
-using EvidenceRow = std::tuple<double, double, double>;
-
 std::string exported(const Model& model, const std::string& format, bool intervals,
                      const std::optional<std::string>& table) {
   const LabelStyle style = intervals ? LabelStyle::Interval : LabelStyle::Index;
   return exportFormat(format).write(model, {style, table});
 }
 
-std::pair<std::vector<EvidenceRow>, double> evidence(const Model& model, std::size_t attribute,
-                                                     std::size_t event) {
-  const EvidenceTable table = evidenceOf(model.attributes.at(attribute), event);
-  std::vector<EvidenceRow> rows;
-  for (const Evidence& row : table.rows) {
-    rows.emplace_back(row.eventRate, row.weightOfEvidence, row.informationValue);
-  }
-  return {rows, table.informationValue};
+EvidenceTuples evidence(const Model& model, std::size_t attribute, std::size_t event) {
+  return evidenceTuples(evidenceOf(model.attributes.at(attribute), event));
 }
 
 std::vector<std::string> intervals(const Model& model, std::size_t attribute) {

@@ -13,15 +13,19 @@ from mcbinning._core import version as __version__
 from mcbinning.errors import DataError, OptionError
 from mcbinning.fitting import fit, fit_equal_frequency
 from mcbinning.model import Attribute, Model, from_json, load
+from mcbinning.scoring import AttributeScore, Score, score
 
 __all__ = [
     "Attribute",
+    "AttributeScore",
     "DataError",
     "Model",
     "OptionError",
+    "Score",
     "__version__",
     "fit",
     "fit_equal_frequency",
     "from_json",
     "load",
+    "score",
 ]
