@@ -63,6 +63,9 @@ step "building and testing: address and undefined behaviour sanitizers"
 build_and_test asan-clang
 print_fault_points asan-clang
 
+step "testing the Python package with the sanitizers"
+scripts/check_python_memory.sh
+
 step "fuzzing the library for a short while"
 scripts/fuzz.sh 15 list run ef
 
