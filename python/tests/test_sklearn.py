@@ -2,6 +2,7 @@
 
 import pickle
 
+import joblib
 import numpy as np
 import pandas as pd
 import polars as pl
@@ -82,6 +83,18 @@ def test_pipelines_search_clone_and_pickle(data):
     again = pickle.loads(pickle.dumps(search.best_estimator_))
     np.testing.assert_array_equal(again.predict(X), search.predict(X))
     assert clone(pipeline).get_params()["supervisedbinner__encode"] == "woe"
+
+
+@pytest.mark.parametrize("backend", ["threading", "loky"])
+def test_joblib_fits_and_stores(data, backend, tmp_path):
+    X, y = data
+    alone = SupervisedBinner().fit(X, y).model_
+    fits = [joblib.delayed(SupervisedBinner(n_jobs=2).fit)(X, y) for _ in range(4)]
+    fitted = joblib.Parallel(n_jobs=2, backend=backend)(fits)
+    assert [binner.model_ for binner in fitted] == [alone] * 4
+    joblib.dump(fitted[0], tmp_path / "binner.joblib")
+    again = joblib.load(tmp_path / "binner.joblib")
+    np.testing.assert_array_equal(again.transform(X), fitted[0].transform(X))
 
 
 def test_sample_weight_is_routed(data):
