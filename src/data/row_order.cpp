@@ -24,7 +24,7 @@ namespace MCBinning {
 namespace {
 
 constexpr std::size_t kMostBuckets = 1024;     // more would cost a cache miss per row scattered
-constexpr std::size_t kRowsPerBucket = 4096;   // aimed at while there are fewer buckets than that
+constexpr std::size_t kRowsPerBucket = 4096;   // aimed at: such a bucket fits into the cache
 constexpr std::size_t kSamplesPerBucket = 16;  // no bucket is likely to be twice the average then
 constexpr std::size_t kMostCells = std::size_t{1} << 15;  // whose ends stay in the cache
 constexpr std::ptrdiff_t kFewRows = 16;                   // few enough to be inserted one by one
@@ -75,7 +75,7 @@ Row rowOf(const CaseColumns& cases, std::size_t i) {
           cases.codes != nullptr ? std::uint32_t{cases.codes[i]} : 0};
 }
 
-/// Keeps the tie order.
+/// Stable, for the tie order.
 template <typename Row>
 void sortCell(Row* first, Row* last) {
   if (last - first > kFewRows) {
@@ -95,7 +95,7 @@ void sortCell(Row* first, Row* last) {
   }
 }
 
-/// Adds up the rows of one value by code.
+/// Adds up the rows of one value by code, in the tie order, and writes them in that of merged rows.
 template <typename Row>
 class RunMerger {
  public:
@@ -233,7 +233,8 @@ void RowOrder<Row>::AssignBuckets(std::span<const double> values) {
   }
 }
 
-/// Leaves each bucket's end in bucketEnds_, which holds its number of rows on entry.
+/// Case by case, for the tie order. Leaves each bucket's end in bucketEnds_, which holds its number
+/// of rows on entry.
 template <typename Row>
 void RowOrder<Row>::Scatter(const CaseColumns& cases, Row* rows) {
   std::size_t begin = 0;

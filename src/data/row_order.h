@@ -44,12 +44,12 @@ struct RowCounts {
 
 /// Makes the rows of the cases that have a value, in ascending order.
 ///
-/// The **tie order** is made here and kept by whatever reads rows: rows of equal value stand in the
-/// order of the cases, merged ones in the order of the codes. Weights are added up in that order,
-/// which decides the last bit of sums that are not exact.
+/// The **tie order**: rows of equal value stand in the order of the cases, merged ones in the order
+/// of the codes. It is made here, and weights are added up in it by whoever reads rows, which
+/// decides the last bit of sums that are not exact.
 ///
 /// The rows are scattered into at most 1,024 buckets, the most that memory takes without a cache
-/// miss per row. The borders of the buckets come from a sample of the values, so that the buckets
+/// miss per row. The splitters between them come from a sample of the values, so that the buckets
 /// are nearly equal in size whatever the distribution; a value that occurs often gets a bucket of
 /// its own, which is in order as it stands. Each other bucket fits into the cache and is split
 /// there into as many cells as it has rows, by its key's place between the bucket's least and
@@ -75,9 +75,9 @@ class RowOrder {
   std::vector<std::uint32_t> cellEnds_;
 };
 
-/// Merges neighbouring rows of one value and one code, whose weights are added up in row order;
-/// the rows of one value then ascend by code. `merged` may be where `rows` begin. Counts the values
-/// as well.
+/// Merges neighbouring rows of one value and one code, whose weights are added up in the
+/// tie order; the rows of one value then ascend by code. `merged` may be where `rows` begin. Counts
+/// the values as well.
 template <typename Row>
 RowCounts mergeRows(std::span<const Row> rows, Row* merged);
 

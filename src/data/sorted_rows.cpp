@@ -8,7 +8,7 @@
 namespace MCBinning {
 namespace {
 
-/// With fewer cases a look for few distinct values does not pay.
+/// With fewer cases a look for few distinct values does not pay (measured).
 constexpr std::size_t kManyCases = std::size_t{1} << 16;
 
 template <typename PlacedRow>

@@ -51,7 +51,7 @@ class SortedRows {
   }
 
   /// Adds the weights of the rows from `first` to before `end`, times 1 or -1, to class counts: row
-  /// by row, each at element code + 1 and at element 0, the total.
+  /// by row, so in the tie order, each at element code + 1 and at element 0, the total.
   void AddWeights(std::size_t first, std::size_t end, double sign, std::span<double> counts) const;
 
   /// Makes the rows of the cases that have a value. Codes are less than `nCategories`. With

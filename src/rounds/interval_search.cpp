@@ -122,7 +122,7 @@ void IntervalSearch::SearchOne(PieceTable interval, std::vector<PieceTable>& pen
   } else if (!split.isAccepted) {
     FileBin(interval);
   } else {
-    cutPoints_.push_back(table.CutPointAfter(split.gap - 1));
+    cutPoints_.push_back(table.CutPointIn(split.gap));
     pending.push_back(interval.Part(split.gap, interval.Size()));
     pending.push_back(interval.Part(0, split.gap));
   }

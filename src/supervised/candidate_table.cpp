@@ -56,14 +56,14 @@ CandidateTable CandidateTable::FromPreBins(const std::vector<double>& boundaries
   return table;
 }
 
-double CandidateTable::CutPointAfter(std::size_t candidate) const {
-  if (candidate + 1 == size_) {
+double CandidateTable::CutPointIn(std::size_t gap) const {
+  if (gap == size_) {
     return std::numeric_limits<double>::quiet_NaN();
   }
   if (!boundaries_.empty()) {
-    return boundaries_[candidate + 1];
+    return boundaries_[gap];
   }
-  return entries_->Value(FirstEntry(rightBorderClosed_ ? candidate : candidate + 1));
+  return entries_->Value(FirstEntry(rightBorderClosed_ ? gap - 1 : gap));
 }
 
 void CandidateTable::Sum(std::size_t first, std::size_t last, ClassCounts& counts) const {

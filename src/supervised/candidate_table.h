@@ -16,9 +16,12 @@ namespace MCBinning {
 /// ascending code order. Only weights other than zero are held, so that the memory follows the
 /// number of rows whatever the number of categories; merged rows are the entries as they stand. A
 /// NaN value is a candidate of its own.
+///
+/// A **gap** is a place where candidates can be parted. Gap g lies before candidate g, from 0,
+/// before the first, to Size(), after the last; every position between candidates is counted so.
 class CandidateTable {
  public:
-  /// One candidate per distinct value; the weights of a category are added in row order. Merges
+  /// One candidate per distinct value; the weights of a category are added in the tie order. Merges
   /// `rows` and borrows them. The cut point between two neighbours is the smaller value when right
   /// borders are closed, else the greater one.
   static CandidateTable FromRows(SortedRows& rows, std::size_t nCategories, bool rightBorderClosed);
@@ -39,8 +42,8 @@ class CandidateTable {
   /// Whether every sum of weights is exact, in any order.
   bool HasExactSums() const { return entries_->HasExactSums(); }
 
-  /// The cut point that separates a candidate from the next one; NaN for the last candidate.
-  double CutPointAfter(std::size_t candidate) const;
+  /// The cut point in a gap from 1 on; NaN in the last gap, after which there is nothing.
+  double CutPointIn(std::size_t gap) const;
 
   /// The entries of a candidate are those from FirstEntry(candidate) to before
   /// FirstEntry(candidate + 1).

@@ -82,7 +82,7 @@ class Search {
       pending.pop_back();
       const BestSplit split = FindSplit(interval);
       if (split.isAccepted) {
-        cutPoints_.push_back(table_.CutPointAfter(split.gap - 1));
+        cutPoints_.push_back(table_.CutPointIn(split.gap));
         pending.push_back({interval.first, split.gap - 1});
         pending.push_back({split.gap, interval.last});
       }
@@ -98,7 +98,7 @@ class Search {
     const SplitScan::Split split = scan_.FindBest(interval.first, interval.last);
     BestSplit best{split.gap, split.found, false};
     if (split.found && split.gap != interval.last + 1 &&
-        !std::isnan(table_.CutPointAfter(split.gap - 1))) {
+        !std::isnan(table_.CutPointIn(split.gap))) {
       CountSides(interval, split.gap);
       best.isAccepted =
           isSplitWorthwhile(counts_.Total(), sides_.left, sides_.right, split.entropy);
@@ -153,7 +153,7 @@ std::size_t candidatesUpTo(double cutPoint, const CandidateTable& table) {
   std::size_t last = table.Size();
   while (first < last) {
     const std::size_t middle = first + (last - first) / 2;
-    if (table.CutPointAfter(middle) <= cutPoint) {
+    if (table.CutPointIn(middle + 1) <= cutPoint) {
       first = middle + 1;
     } else {
       last = middle;

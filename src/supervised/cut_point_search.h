@@ -18,11 +18,12 @@ namespace MCBinning {
 /// total of each bin is the sum of its categories in code order.
 ///
 /// With whole-number weights every sum is exact. With others the order of the additions decides
-/// the last bit: the class counts of an interval are added candidate by candidate in ascending
-/// order; the running counts of a scan move as SplitScan says; the counts of the two sides of a
-/// split are made by adding up the side that ends nearer to the split (the left one when its
-/// last candidate is not beyond (first + last) / 2 in whole numbers), in ascending order, and by
-/// taking that side, element by element, from the counts of the interval.
+/// the last bit: within a candidate it is the tie order (data/row_order.h); the class counts of an
+/// interval are added candidate by candidate in ascending order; the running counts of a scan move
+/// as SplitScan says; the counts of the two sides of a split are made by adding up the side that
+/// ends nearer to the split (the left one when its last candidate is not beyond (first + last) / 2
+/// in whole numbers), in ascending order, and by taking that side, element by element, from the
+/// counts of the interval.
 MCStatus searchCutPoints(const CandidateTable& table, Bins& bins);
 
 /// The best split of some candidates; its right part begins with the candidate `gap`.

@@ -65,6 +65,7 @@ class BoundaryPass {
     return table_.Value(position == 0 ? 0 : position - 1);
   }
 
+  // In the tie order.
   void ReadRun(double value) {
     do {
       cumulative_ += table_.Weight(position_);
@@ -142,8 +143,8 @@ void findBoundaries(int numberOfBins, const EFTargets& targets, BoundaryPass pas
   }
 }
 
-void removeBorderCutPoint(const SortedRows& table, bool rightBorderClosed,
-                          std::vector<double>& cutPoints, std::vector<double>& binWeights) {
+void removeCutPointAtEnd(const SortedRows& table, bool rightBorderClosed,
+                         std::vector<double>& cutPoints, std::vector<double>& binWeights) {
   if (cutPoints.empty()) {
     return;
   }
@@ -205,7 +206,7 @@ bool BINEFPreProcess::RunOverPairs(const SortedRows& table, std::vector<double>&
   findBoundaries(numberOfBins_, EFTargets(numberOfBins_, totalWeight),
                  BoundaryPass(table, rightBorderClosed_, totalWeight, cutPoints, &binWeights),
                  cutPoints);
-  removeBorderCutPoint(table, rightBorderClosed_, cutPoints, binWeights);
+  removeCutPointAtEnd(table, rightBorderClosed_, cutPoints, binWeights);
   if (cutPoints.empty() && binWeights.empty()) {
     binWeights.push_back(totalWeight);
   }

@@ -8,8 +8,8 @@ namespace MCBinning {
 class SortedRows;
 
 /// Cuts the sorted rows of one attribute into bins of nearly equal total weight. Rows of equal
-/// value are never separated; a NaN equals nothing and is a run of its own. One object serves any
-/// number of attributes.
+/// value are never separated and are added up in the tie order (data/row_order.h); a NaN equals
+/// nothing and is a run of its own. One object serves any number of attributes.
 class BINEFPreProcess {
  public:
   BINEFPreProcess(int numberOfBins, bool rightBorderClosed);
@@ -22,8 +22,8 @@ class BINEFPreProcess {
   /// the total weight is not above 0.
   ///
   /// RunOverTriples serves the supervised algorithm: at most (number of bins - 1) ascending cut
-  /// points, borders of the value range included; `binWeights` stays empty. RunOverPairs is the
-  /// whole step of the equal-frequency algorithm: cut points on the border of the range and empty
+  /// points, ends of the value range included; `binWeights` stays empty. RunOverPairs is the
+  /// whole step of the equal-frequency algorithm: cut points at an end of the range and empty
   /// bins are removed and the weight of every bin is returned.
   bool RunOverTriples(const SortedRows& table, std::vector<double>& cutPoints,
                       std::vector<double>& binWeights, double totalWeight);

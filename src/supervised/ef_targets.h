@@ -7,7 +7,7 @@
 namespace MCBinning {
 
 // Rounding makes neither the last percentage exactly 100 nor a cumulative weight exactly its
-// target.
+// target. The tolerances are 2^-52, the spacing of doubles from 1 on, relative to 100 and to 1.
 constexpr double kPercentageTolerance = 2.220446049250313e-14;
 constexpr double kWeightTolerance = 2.220446049250313e-16;
 

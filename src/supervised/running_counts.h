@@ -8,8 +8,8 @@
 
 namespace MCBinning {
 
-/// The class counts of the two parts that a gap makes of an interval: gap g lies before candidate
-/// g, which the right part begins with.
+/// The class counts of the two parts that a gap makes of an interval; the right part of gap g
+/// begins with candidate g.
 struct SplitCounts {
   ClassCounts left;
   ClassCounts right;
@@ -19,9 +19,9 @@ struct SplitCounts {
 /// without the scan: the left ones start from zeros and the right ones from the counts of the
 /// interval, and candidate by candidate is added to the left, then taken from the right.
 ///
-/// Where sums are exact, one pass over the whole table serves all
-/// intervals: a sum at a gap is a difference. With other weights the additions are done in their
-/// order, once per interval. Either way counts are kept at every 256th candidate.
+/// Where sums are exact, one pass over the whole table serves all intervals: a sum at a gap is a
+/// difference. With other weights the additions are done in the tie order, once per interval.
+/// Either way counts are kept at every 256th candidate.
 class RunningCounts {
  public:
   /// `table` is borrowed and must outlive this object.
@@ -52,7 +52,7 @@ class RunningCounts {
   static std::size_t KeptGap(std::size_t gap) { return gap - gap % kBlock; }
 
  private:
-  static constexpr std::size_t kBlock = 256;
+  static constexpr std::size_t kBlock = 256;  // the counts kept take little beside the rows then
 
   void CountTable();
   void CountInterval();

@@ -21,8 +21,8 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 std::vector<double> cutPointsOf(const CandidateTable& table) {
   std::vector<double> cutPoints;
-  for (std::size_t candidate = 0; candidate + 1 < table.Size(); ++candidate) {
-    cutPoints.push_back(table.CutPointAfter(candidate));
+  for (std::size_t gap = 1; gap < table.Size(); ++gap) {
+    cutPoints.push_back(table.CutPointIn(gap));
   }
   return cutPoints;
 }
@@ -43,13 +43,13 @@ TEST(CandidateTableTest, HoldsOneCandidatePerDistinctValueWithAscendingCodes) {
 TEST(CandidateTableTest, ClosedRightBorderCutsAtTheLowerNeighbour) {
   const CandidatesOfRows table({{1, 0, 1}, {2, 0, 1}, {4, 1, 1}}, 2, true);
   EXPECT_THAT(cutPointsOf(table), ElementsAre(1, 2));
-  EXPECT_TRUE(std::isnan(table.CutPointAfter(2)));
+  EXPECT_TRUE(std::isnan(table.CutPointIn(3)));
 }
 
 TEST(CandidateTableTest, OpenRightBorderCutsAtTheUpperNeighbour) {
   const CandidatesOfRows table({{1, 0, 1}, {2, 0, 1}, {4, 1, 1}}, 2, false);
   EXPECT_THAT(cutPointsOf(table), ElementsAre(2, 4));
-  EXPECT_TRUE(std::isnan(table.CutPointAfter(2)));
+  EXPECT_TRUE(std::isnan(table.CutPointIn(3)));
 }
 
 TEST(CandidateTableTest, ZerosOfBothSignsAreOneCandidateAndEachNaNItsOwn) {
@@ -79,7 +79,7 @@ TEST(CandidateTableTest, PreBinsTakeTheirCountsAndShareBoundaries) {
   ASSERT_TRUE(table.IsConsistent());
   ASSERT_EQ(table.Size(), 3U);
   EXPECT_THAT(cutPointsOf(table), ElementsAre(1, 2));
-  EXPECT_TRUE(std::isnan(table.CutPointAfter(2)));
+  EXPECT_TRUE(std::isnan(table.CutPointIn(3)));
   EXPECT_THAT(codesOf(table, 0), ElementsAre(0));
   EXPECT_TRUE(codesOf(table, 1).empty());
   EXPECT_THAT(weightsOf(table, 2), ElementsAre(1, 2));

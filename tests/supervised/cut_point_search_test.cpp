@@ -253,7 +253,7 @@ TEST(CutPointSearchTest, BestSplitOfTheValuesLiesWhereTheGroupsForeseeIt) {
     const SplitOutlook outlook = foreseeBestSplit(groups);
     EXPECT_TRUE(outlook.canBeAccepted || !split.isAccepted);
     if (split.isAccepted) {
-      const auto group = static_cast<std::size_t>(values.CutPointAfter(split.gap - 1));
+      const auto group = static_cast<std::size_t>(values.CutPointIn(split.gap));
       EXPECT_THAT(outlook.open, testing::Contains(group));
     }
   });
