@@ -13,6 +13,7 @@
 #include <vector>
 
 namespace MCBinning {
+class AttributeRun;
 class BINAlgorithm;
 class EFBINAlgorithm;
 }  // namespace MCBinning
@@ -59,6 +60,7 @@ class MCBINNING_API BINAttributeTargetResults final {
   virtual void Display(std::ostream& os) const;
 
  private:
+  friend class MCBinning::AttributeRun;
   friend class MCBinning::BINAlgorithm;
   friend class BINOutput;
 
@@ -115,6 +117,7 @@ class MCBINNING_API BINOutput {
                                                 double maximum, double modelEntropy);
 
  private:
+  friend class MCBinning::AttributeRun;
   friend class MCBinning::BINAlgorithm;
 
   // Refuses nothing: a requested pair with impossible indexes gets its record, too.
@@ -163,6 +166,7 @@ class MCBINNING_API BINAttributeResults final {
   virtual void Display(std::ostream& os) const;
 
  private:
+  friend class MCBinning::AttributeRun;
   friend class MCBinning::EFBINAlgorithm;
   friend class EFBINOutput;
 
@@ -209,6 +213,7 @@ class MCBINNING_API EFBINOutput {
                                           double maximum);
 
  private:
+  friend class MCBinning::AttributeRun;
   friend class MCBinning::EFBINAlgorithm;
 
   // Refuses nothing: a requested attribute with an impossible index gets its record, too.

@@ -4,11 +4,10 @@
 
 #include <algorithm>
 #include <limits>
-#include <set>
 #include <utility>
 
 #include "status/status_codes.h"
-#include "supervised/bins.h"
+#include "supervised/bin_algorithm.h"
 #include "supervised/ef_preprocess.h"
 #include "supervised/pre_bins.h"
 #include "supervised/small_bins.h"
@@ -34,8 +33,7 @@ AttributeRun::AttributeRun(const RoundSettings& settings, int attribute)
     : settings_(settings),
       attribute_(attribute),
       minimum_(MCMV::gMissingValue),
-      maximum_(MCMV::gMissingValue),
-      modelEntropy_(MCMV::gMissingValue) {}
+      maximum_(MCMV::gMissingValue) {}
 
 const PieceSearch* AttributeRun::Search() const {
   if (intervals_) {
@@ -100,26 +98,22 @@ void AttributeRun::Finish(const RoundTotals& totals) {
 }
 
 void AttributeRun::FinishPair(const RoundTotals& totals) {
-  Bins bins;
   if (intervals_) {
-    bins = intervals_->TakeBins();
-    status_ = bins.cutPoints.empty() ? warningStatus(kNoSplit) : MCStatus();
+    bins_ = intervals_->TakeBins();
+    status_ = bins_.cutPoints.empty() ? warningStatus(kNoSplit) : MCStatus();
   } else {
     const SortedRows rows(targets_->Pieces().Rows());
     status_ = searchPreBins(rows, totals.nCategories, weight_, settings_.numberOfBins,
-                            settings_.rightBorderClosed, bins);
+                            settings_.rightBorderClosed, bins_);
   }
-  mergeSmallBins(settings_.smallBinThreshold, bins);
-  modelEntropy_ = modelEntropy(bins, weight_);
-  cutPoints_ = std::move(bins.cutPoints);
-  counts_ = std::move(bins.counts);
+  mergeSmallBins(settings_.smallBinThreshold, bins_);
 }
 
 void AttributeRun::FinishEqualFrequency() {
   const SortedRows rows(targets_->Pieces().Rows());
   BINEFPreProcess(settings_.numberOfBins, settings_.rightBorderClosed)
-      .RunOverPairs(rows, cutPoints_, counts_, weight_);
-  if (cutPoints_.empty()) {
+      .RunOverPairs(rows, bins_.cutPoints, bins_.counts, weight_);
+  if (bins_.cutPoints.empty()) {
     status_ = about(warningStatus(kNoEqualFrequencyCut), attribute_);
   }
 }
@@ -129,16 +123,32 @@ std::uint32_t AttributeRun::DistinctValues() const {
   return static_cast<std::uint32_t>(std::min(distinctValues_, kMost));
 }
 
+template <typename Record>
+void AttributeRun::FillRecord(const RoundTotals& totals, Record& record) const {
+  record.status_ = status_;
+  record.attributeIndex_ = attribute_;
+  record.nDistinctValues_ = DistinctValues();
+  record.totalWeight_ = weight_;
+  record.totalWeightWithMissing_ = totals.weight;
+  record.minimum_ = minimum_;
+  record.maximum_ = maximum_;
+}
+
 MCStatus AttributeRun::File(const RoundTotals& totals, BINOutput& output) const {
-  output.SetAttributeTargetResults(status_, std::set<double>(cutPoints_.begin(), cutPoints_.end()),
-                                   counts_, attribute_, settings_.target, DistinctValues(), weight_,
-                                   totals.weight, minimum_, maximum_, modelEntropy_);
+  BINAttributeTargetResults record;
+  FillRecord(totals, record);
+  record.targetIndex_ = settings_.target;
+  BINAlgorithm::FillBins(bins_, record);
+  output.File(std::move(record));
   return status_;
 }
 
 MCStatus AttributeRun::File(const RoundTotals& totals, EFBINOutput& output) const {
-  output.SetAttributeResults(status_, cutPoints_, counts_, attribute_, DistinctValues(), weight_,
-                             totals.weight, minimum_, maximum_);
+  BINAttributeResults record;
+  FillRecord(totals, record);
+  record.cutPoints_ = bins_.cutPoints;
+  record.cellCounts_ = bins_.counts;
+  output.File(std::move(record));
   return status_;
 }
 

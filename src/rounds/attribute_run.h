@@ -13,6 +13,7 @@
 #include "rounds/interval_search.h"
 #include "rounds/question.h"
 #include "rounds/target_search.h"
+#include "supervised/bins.h"
 
 namespace MCBinning {
 
@@ -50,7 +51,7 @@ class AttributeRun {
   /// Takes the answer to the last question. False when it contradicts itself or an earlier one.
   bool Take(const AttributeAnswer& answer, const RoundTotals& totals);
 
-  /// Once the run is finished; file the record and return its status.
+  /// Once the run is finished; files the record and returns its status.
   MCStatus File(const RoundTotals& totals, BINOutput& output) const;
   MCStatus File(const RoundTotals& totals, EFBINOutput& output) const;
 
@@ -61,6 +62,10 @@ class AttributeRun {
   void FinishPair(const RoundTotals& totals);
   void FinishEqualFrequency();
   std::uint32_t DistinctValues() const;
+
+  /// What the records of both algorithms share.
+  template <typename Record>
+  void FillRecord(const RoundTotals& totals, Record& record) const;
 
   const RoundSettings& settings_;
   int attribute_;
@@ -73,9 +78,7 @@ class AttributeRun {
   std::optional<IntervalSearch> intervals_;
   std::optional<TargetSearch> targets_;
   MCStatus status_;
-  std::vector<double> cutPoints_;
-  std::vector<double> counts_;
-  double modelEntropy_;
+  Bins bins_;  // of equal frequency: cut points, and each bin's weight for its counts
 };
 
 }  // namespace MCBinning

@@ -84,18 +84,21 @@ void BINAlgorithm::Compute(BINAttributeTargetResults& record) {
                        ? searchPreBins(*rows, nCategories, record.totalWeight_, numberOfBins_,
                                        rightBorderClosed_, bins)
                        : FindBins(*rows, nCategories, bins);
-  if (bins.Size() > 0) {
-    mergeSmallBins(settings_.GetSmallBinDetectionThreshold(), bins);
-    record.modelEntropy_ = modelEntropy(bins, record.totalWeight_);
-  }
-  record.cellCounts_ = bins.Rows();
-  record.cutPoints_ = std::move(bins.cutPoints);
+  mergeSmallBins(settings_.GetSmallBinDetectionThreshold(), bins);
+  FillBins(std::move(bins), record);
   if (record.nDistinctValues_ == 1) {
     record.status_ = about(warningStatus(kSingleValue), record.attributeIndex_);
   }
   if (nCategories == 1) {
     record.status_ = about(warningStatus(kSingleCategory), record.targetIndex_);
   }
+}
+
+void BINAlgorithm::FillBins(Bins bins, BINAttributeTargetResults& record) {
+  record.modelEntropy_ =
+      bins.Size() > 0 ? modelEntropy(bins, record.totalWeight_) : MCMV::gMissingValue;
+  record.cellCounts_ = bins.Rows();
+  record.cutPoints_ = std::move(bins.cutPoints);
 }
 
 MCStatus BINAlgorithm::FindBins(SortedRows& rows, std::size_t nCategories, Bins& bins) const {

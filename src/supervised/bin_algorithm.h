@@ -39,6 +39,10 @@ class BINAlgorithm : public AlgorithmFrame<SupervisedKind> {
                const std::vector<int>* targets) override;
   MCStatus GetStatus() override;
 
+  /// Puts into a record, whose total weight stands in it, what is said of the bins that a search
+  /// found; nothing when there are none.
+  static void FillBins(Bins bins, BINAttributeTargetResults& record);
+
  private:
   friend AlgorithmFrame<SupervisedKind>;
 

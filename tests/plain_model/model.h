@@ -2,7 +2,8 @@
 /// with the library. It reads no file, reuses nothing between runs and keeps every sum in the order
 /// in which the rules state it. Weights may be fractional, so the order of every sum matters:
 ///  - totals of an attribute are summed over the used cases in the order of the cases;
-///  - the weight of a category at a candidate is summed over the candidate's rows in row order;
+///  - rows of equal value stand in the order of the cases, and the weight of a category at a
+///    candidate is summed over the candidate's rows in that order;
 ///  - the class counts of an interval take the weights candidate by candidate in ascending order
 ///    and category by category in code order, each into its category and into element 0;
 ///  - in the search for the best position, the left counts start from zero and take each
@@ -156,7 +157,8 @@ Bins searchCutPoints(const Candidates& candidates, int categories, Events& event
 
 void mergeSmallBins(Bins& bins, double threshold, Events& events);
 
-/// What the records of both algorithms hold.
+/// What the records of both algorithms hold. `CompareNumbers` hands each number of the library's
+/// record, by name, to `compare` beside the one here.
 struct Record {
   Status status;
   int attribute = -1;
@@ -166,6 +168,16 @@ struct Record {
   double totalWeightWithMissing = 0.0;
   double minimum = 0.0;
   double maximum = 0.0;
+
+  template <typename LibraryRecord, typename Compare>
+  void CompareNumbers(const LibraryRecord& library, Compare compare) const {
+    compare("distinct values", library.GetNDistinctValues(), distinctValues);
+    compare("total weight", library.GetTotalWeight(), totalWeight);
+    compare("total weight with missing", library.GetTotalWeightWithMissing(),
+            totalWeightWithMissing);
+    compare("minimum", library.GetMinimum(), minimum);
+    compare("maximum", library.GetMaximum(), maximum);
+  }
 };
 
 /// One pair's results. A record that never got counts has one empty row of them.
@@ -173,6 +185,12 @@ struct PairRecord : Record {
   int target = -1;
   std::vector<std::vector<double>> cellCounts;
   double modelEntropy = 0.0;
+
+  template <typename LibraryRecord, typename Compare>
+  void CompareNumbers(const LibraryRecord& library, Compare compare) const {
+    Record::CompareNumbers(library, compare);
+    compare("model entropy", library.GetModelEntropy(), modelEntropy);
+  }
 };
 
 struct AttributeRecord : Record {

@@ -10,17 +10,15 @@ using plain_model::AttributeRecord;
 using plain_model::error;
 using plain_model::PairRecord;
 
-template <typename LibraryRecord>
-void compareShared(const LibraryRecord& library, const plain_model::Record& model) {
+template <typename LibraryRecord, typename ModelRecord>
+void compareShared(const LibraryRecord& library, const ModelRecord& model) {
   compareStatuses("status", library.GetStatus(), model.status);
   compare("attribute", library.GetAttributeIndex(), model.attribute);
-  compare("distinct values", library.GetNDistinctValues(), model.distinctValues);
-  compare("total weight", library.GetTotalWeight(), model.totalWeight);
-  compare("total weight with missing", library.GetTotalWeightWithMissing(),
-          model.totalWeightWithMissing);
-  compare("minimum", library.GetMinimum(), model.minimum);
-  compare("maximum", library.GetMaximum(), model.maximum);
   compare("cut points", library.GetCutPoints(), model.cutPoints);
+  compare("cell counts", library.GetCellCounts(), model.cellCounts);
+  model.CompareNumbers(library, [](const char* what, const auto& number, const auto& expected) {
+    compare(what, number, expected);
+  });
 }
 
 template <typename LibraryRecord, typename Output, typename ModelRecord>
@@ -95,13 +93,10 @@ void compareStatuses(const char* what, const MCBinning::MCStatus& library,
 void compareRecords(const BINAttributeTargetResults& library, const PairRecord& model) {
   compareShared(library, model);
   compare("target", library.GetTargetIndex(), model.target);
-  compare("cell counts", library.GetCellCounts(), model.cellCounts);
-  compare("model entropy", library.GetModelEntropy(), model.modelEntropy);
 }
 
 void compareRecords(const BINAttributeResults& library, const AttributeRecord& model) {
   compareShared(library, model);
-  compare("cell counts", library.GetCellCounts(), model.cellCounts);
 }
 
 void compareOutputs(const BINOutput& output, const std::vector<PairRecord>& model) {

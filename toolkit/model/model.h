@@ -87,6 +87,17 @@ struct AttributeModel {
   double InformationGain() const;
 };
 
+/// Numbers of the search as the model file names them. They are not negative, and null when nothing
+/// was searched; one that is not `required` came into the format later.
+struct SearchNumber {
+  const char* name;
+  std::optional<double> AttributeModel::*value;
+  bool required;
+};
+inline constexpr SearchNumber kSearchNumbers[] = {
+    {"entropyBefore", &AttributeModel::entropyBefore, true},
+    {"entropyAfter", &AttributeModel::entropyAfter, true}};
+
 /// Cases that tables and charts list behind the bins.
 struct CasesBesideBins {
   const char* name;

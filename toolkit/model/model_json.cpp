@@ -48,8 +48,9 @@ Json attributeToJson(const AttributeModel& attribute) {
   json["maximum"] = optionalToJson(attribute.maximum);
   json["totalWeight"] = attribute.totalWeight;
   json["totalWeightWithMissing"] = attribute.totalWeightWithMissing;
-  json["entropyBefore"] = optionalToJson(attribute.entropyBefore);
-  json["entropyAfter"] = optionalToJson(attribute.entropyAfter);
+  for (const SearchNumber& number : kSearchNumbers) {
+    json[number.name] = optionalToJson(attribute.*number.value);
+  }
   json["cutPoints"] = numbersToJson(attribute.cutPoints);
   json["bins"] = Json::array();
   for (const WeightedCounts& bin : attribute.bins) json["bins"].push_back(countsToJson(bin));

@@ -50,9 +50,10 @@ AttributeStatus readStatus(const JsonNode& node) {
   return status;
 }
 
-std::optional<double> readEntropy(const JsonNode& node) {
-  if (node.IsNull()) return std::nullopt;
-  return node.Weight();
+std::optional<double> readSearchNumber(const JsonNode& attribute, const SearchNumber& number) {
+  if (number.required && attribute[number.name].IsNull()) return std::nullopt;
+  const std::optional<JsonNode> node = attribute.Optional(number.name);
+  return node ? std::optional(node->Weight()) : std::nullopt;
 }
 
 AttributeModel readAttribute(const JsonNode& node, std::size_t categories) {
@@ -66,8 +67,9 @@ AttributeModel readAttribute(const JsonNode& node, std::size_t categories) {
   attribute.maximum = node["maximum"].OptionalNumber();
   attribute.totalWeight = node["totalWeight"].Weight();
   attribute.totalWeightWithMissing = node["totalWeightWithMissing"].Weight();
-  attribute.entropyBefore = readEntropy(node["entropyBefore"]);
-  attribute.entropyAfter = readEntropy(node["entropyAfter"]);
+  for (const SearchNumber& number : kSearchNumbers) {
+    attribute.*number.value = readSearchNumber(node, number);
+  }
   attribute.cutPoints = node["cutPoints"].Numbers();
   for (std::size_t i = 1; i < attribute.cutPoints.size(); ++i) {
     if (!(attribute.cutPoints[i - 1] < attribute.cutPoints[i])) {
