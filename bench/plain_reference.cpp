@@ -8,6 +8,8 @@
 #include <limits>
 #include <stdexcept>
 
+#include "supervised/cut_point_search.h"
+
 namespace mcbinning_bench {
 namespace {
 
@@ -161,29 +163,12 @@ class PlainSearch {
       Move(left, candidate, 1.0);
       Move(right, candidate, -1.0);
     }
-    return IsWorthwhile(total, left, right, least);
+    return MCBinning::isSplitWorthwhile(total, left, right, least);
   }
 
   double Weighted(const std::vector<double>& left, const std::vector<double>& right) const {
     return (left[0] * entropyOf(left.data(), k_) + right[0] * entropyOf(right.data(), k_)) /
            (left[0] + right[0]);
-  }
-
-  bool IsWorthwhile(const std::vector<double>& total, const std::vector<double>& left,
-                    const std::vector<double>& right, double least) const {
-    const auto present = [](const std::vector<double>& counts) {
-      return static_cast<double>(std::count_if(counts.begin() + 1, counts.end(),
-                                               [](double count) { return count != 0.0; }));
-    };
-    const double n = total[0];
-    const double k1 = present(left);
-    const double k2 = present(right);
-    const double k = k1 + k2;
-    const double entropy = entropyOf(total.data(), k_);
-    const double delta =
-        std::log2((k == 2.0 ? 9.0 : std::pow(3.0, k)) - 2.0) -
-        (k * entropy - k1 * entropyOf(left.data(), k_) - k2 * entropyOf(right.data(), k_));
-    return entropy - least > std::log2(n - 1.0) / n + delta / n;
   }
 
   std::size_t k_;

@@ -30,19 +30,6 @@ double categoriesPresent(const ClassCounts& counts) {
 /// The bits that tell which of the subsets of `k` categories are present on the sides.
 double codingBits(double k) { return roundedLog2(powerOf3(static_cast<std::size_t>(k)) - 2.0); }
 
-/// The minimum-description-length test, with the number of categories of the two sides added up
-/// where the published form has the number of categories of the whole.
-bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const ClassCounts& right,
-                       double splitEntropy) {
-  const double n = total[0];
-  const double k1 = categoriesPresent(left);
-  const double k2 = categoriesPresent(right);
-  const double k = k1 + k2;
-  const double entropy = entropyOf(total);
-  const double delta = codingBits(k) - (k * entropy - k1 * entropyOf(left) - k2 * entropyOf(right));
-  return entropy - splitEntropy > roundedLog2(n - 1.0) / n + delta / n;
-}
-
 /// Whether the test may accept a split whose entropy is greater than `leastEntropy` and whose sides
 /// hold at least what `least` says.
 ///
@@ -181,6 +168,17 @@ void countBins(const CandidateTable& table, const RunningCounts& counts, Bins& b
 }
 
 }  // namespace
+
+bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const ClassCounts& right,
+                       double splitEntropy) {
+  const double n = total[0];
+  const double k1 = categoriesPresent(left);
+  const double k2 = categoriesPresent(right);
+  const double k = k1 + k2;
+  const double entropy = entropyOf(total);
+  const double delta = codingBits(k) - (k * entropy - k1 * entropyOf(left) - k2 * entropyOf(right));
+  return entropy - splitEntropy > roundedLog2(n - 1.0) / n + delta / n;
+}
 
 MCStatus searchCutPoints(const CandidateTable& table, Bins& bins) {
   bins = Bins();

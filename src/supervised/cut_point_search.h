@@ -10,6 +10,11 @@
 
 namespace MCBinning {
 
+/// The minimum-description-length test of a split whose parts have the weighted entropy
+/// `splitEntropy`; mcbinning.h has the formula and the paper.
+bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const ClassCounts& right,
+                       double splitEntropy);
+
 /// Splits the candidates recursively in the gap of least weighted class entropy, as long as a
 /// split passes the minimum-description-length test.
 ///
