@@ -28,8 +28,9 @@
 /// target only when neither cell is missing; `GetTotalWeightWithMissing` counts the others, too.
 ///
 /// **Ties**: cases of one value always share a bin. -0.0 and 0.0 are one value. Of two splits that
-/// are equally good the lower one wins. Weights are added in the order of the cases, so that the
-/// last bit of a sum of fractional weights is defined.
+/// are equally good the lower one wins. **Tie order**: the cases of one value stand in the order in
+/// which the host hands them out. Their weights are added in it, so that the last bit of a sum of
+/// fractional weights is defined.
 ///
 /// **NaN** in an attribute is a value, not a missing one: it comes after all numbers, and every NaN
 /// is distinct from every other. Infinities are ordinary values.

@@ -29,7 +29,7 @@ class BINAttributeTable {
   MCStatus CheckTarget(int target) const;
 
   /// Sets `rows` to the cases in which attribute and target are both present, ascending by value
-  /// and within a value in the tie order (row_order.h). On failure `rows` is null and the error is
+  /// and within a value in the tie order (mcbinning.h). On failure `rows` is null and the error is
   /// 120010 (the target is unusable), 120013 (the attribute has no column or its column was given
   /// up; datum 0 is the attribute), or 3 (no memory for the rows, or a column file that cannot be
   /// read or ends before the last case). The target is looked at first.

@@ -44,9 +44,9 @@ struct RowCounts {
 
 /// Makes the rows of the cases that have a value, in ascending order.
 ///
-/// The **tie order**: rows of equal value stand in the order of the cases, merged ones in the order
-/// of the codes. It is made here, and weights are added up in it by whoever reads rows, which
-/// decides the last bit of sums that are not exact.
+/// The tie order (mcbinning.h) is made here: the steps keep rows of equal value as they come. Rows
+/// that are merged stand in the order of their codes. Whoever reads rows adds up weights in that
+/// order, which decides the last bit of sums that are not exact.
 ///
 /// The rows are scattered into at most 1,024 buckets, the most that memory takes without a cache
 /// miss per row. The splitters between them come from a sample of the values, so that the buckets

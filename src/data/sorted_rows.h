@@ -17,7 +17,7 @@ bool arePackable(std::span<const double> weights);
 /// one value, for which the first of the cases that have it stands. A row stands for one case, or
 /// for all cases of one value and code, its weight being the sum of theirs in the order of the
 /// cases; which of the two is nobody else's matter: algorithms read the rows through the accessors
-/// and count cases elsewhere. Rows of equal value are in the tie order (row_order.h).
+/// and count cases elsewhere. Rows of equal value are in the tie order (mcbinning.h).
 class SortedRows {
  public:
   struct Row {

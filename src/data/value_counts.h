@@ -19,7 +19,7 @@ class ValueCounts {
   /// come mixed, or one is NaN.
   bool Count(const CaseColumns& cases);
 
-  /// Writes the merged rows of what was counted, in the tie order (row_order.h).
+  /// Writes the merged rows of what was counted, in the tie order (mcbinning.h).
   RowCounts WriteRows(PackedRow* rows) const;
 
  private:

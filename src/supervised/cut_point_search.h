@@ -23,7 +23,7 @@ bool isSplitWorthwhile(const ClassCounts& total, const ClassCounts& left, const 
 /// total of each bin is the sum of its categories in code order.
 ///
 /// With whole-number weights every sum is exact. With others the order of the additions decides
-/// the last bit: within a candidate it is the tie order (data/row_order.h); the class counts of an
+/// the last bit: within a candidate it is the tie order (mcbinning.h); the class counts of an
 /// interval are added candidate by candidate in ascending order; the running counts of a scan move
 /// as SplitScan says; the counts of the two sides of a split are made by adding up the side that
 /// ends nearer to the split (the left one when its last candidate is not beyond (first + last) / 2

@@ -8,7 +8,7 @@ namespace MCBinning {
 class SortedRows;
 
 /// Cuts the sorted rows of one attribute into bins of nearly equal total weight. Rows of equal
-/// value are never separated and are added up in the tie order (data/row_order.h); a NaN equals
+/// value are never separated and are added up in the tie order (mcbinning.h); a NaN equals
 /// nothing and is a run of its own. One object serves any number of attributes.
 class BINEFPreProcess {
  public:

@@ -23,7 +23,7 @@ bool arePreBinsNeeded(int threshold, std::uint32_t nDistinctValues);
 bool findPreBins(BINEFPreProcess& preProcess, const SortedRows& rows, double totalWeight,
                  bool rightBorderClosed, std::vector<double>& boundaries);
 
-/// Sums the weights of `rows`, in the tie order (data/row_order.h), per bin and category: bin b of
+/// Sums the weights of `rows`, in the tie order (mcbinning.h), per bin and category: bin b of
 /// category c is counts[b * nCategories + c]. `boundaries` ascend; the first is not looked at (rows
 /// below it belong to the first bin). Bins are (lower, upper] with `rightBorderClosed`, else
 /// [lower, upper). Codes are less than `nCategories`.

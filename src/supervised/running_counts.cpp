@@ -15,7 +15,7 @@
 //
 //     kept[gap] = candidates before gap;   left = kept[gap] - kept[first];   right = total - left
 //
-// Other sums depend on the tie order (data/row_order.h). A scan adds each candidate to the left and
+// Other sums depend on the tie order (mcbinning.h). A scan adds each candidate to the left and
 // takes it from the right, from the first candidate of the interval on, so the same is done here,
 // once per interval, and both sides are kept on the way.
 

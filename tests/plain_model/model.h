@@ -2,8 +2,7 @@
 /// with the library. It reads no file, reuses nothing between runs and keeps every sum in the order
 /// in which the rules state it. Weights may be fractional, so the order of every sum matters:
 ///  - totals of an attribute are summed over the used cases in the order of the cases;
-///  - rows of equal value stand in the order of the cases, and the weight of a category at a
-///    candidate is summed over the candidate's rows in that order;
+///  - the weight of a category at a candidate is summed over the candidate's rows in the tie order;
 ///  - the class counts of an interval take the weights candidate by candidate in ascending order
 ///    and category by category in code order, each into its category and into element 0;
 ///  - in the search for the best position, the left counts start from zero and take each
