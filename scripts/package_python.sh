@@ -21,7 +21,8 @@ echo "package: wheel of the source archive"
 CMAKE_BUILD_PARALLEL_LEVEL=${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)} PATH=$tools:$PATH \
   "$tools/pip" wheel -q --disable-pip-version-check --no-build-isolation --no-deps \
   --wheel-dir "$work/plain" "$archive"
-PATH=$tools:$PATH "$tools/auditwheel" -q repair --wheel-dir "$work/repaired" "$work"/plain/*.whl
+PATH=$tools:$PATH "$tools/auditwheel" repair --wheel-dir "$work/repaired" "$work"/plain/*.whl \
+  2>"$work/repair.log" || { cat "$work/repair.log" >&2 && exit 1; }
 wheel=$(echo "$work"/repaired/*.whl)
 
 echo "package: trying $(basename "$wheel")"
