@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <system_error>
 
 #include "toolkit/text/number_text.h"
@@ -32,6 +31,25 @@ bool isMissingCell(std::string_view cell, const std::vector<std::string>& naText
   return !isAscii && isNamed(asUtf8(text));
 }
 
+namespace {
+
+/// Whether a number that no double holds is too small rather than too large. The C library would
+/// tell, too, but reads points as the user's language has them.
+bool isTooSmall(std::string_view number) {
+  const std::size_t end = std::min(number.find_first_of("eE"), number.size());
+  const auto point = static_cast<long long>(std::min(number.find('.'), end));
+  const auto firstDigit = static_cast<long long>(number.find_first_of("123456789"));
+  std::string_view exponentText = number.substr(std::min(end + 1, number.size()));
+  if (!exponentText.empty() && exponentText.front() == '+') exponentText.remove_prefix(1);
+  long long exponent = 0;
+  const auto [stop, error] =
+      std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
+  if (error == std::errc::result_out_of_range) return exponentText.front() == '-';
+  return point - firstDigit + exponent < 0;
+}
+
+}  // namespace
+
 NumberReading readNumber(std::string_view cell, double& value) {
   std::string_view text = trimmed(cell);
   if (text.size() > 1 && text[0] == '+' && text[1] != '-' && text[1] != '+') text.remove_prefix(1);
@@ -41,9 +59,8 @@ NumberReading readNumber(std::string_view cell, double& value) {
     return NumberReading::NotANumber;
   }
   if (error == std::errc::result_out_of_range) {
-    // Too small for a double is 0 or a denormal to its last bit; too large is no number we hold.
-    number = std::strtod(std::string(text).c_str(), nullptr);
-    if (std::isinf(number)) return NumberReading::OutOfRange;
+    if (!isTooSmall(text)) return NumberReading::OutOfRange;
+    number = text.front() == '-' ? -0.0 : 0.0;
   }
   if (std::isnan(number)) return NumberReading::NotANumber;
   value = number;

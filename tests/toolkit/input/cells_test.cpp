@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <random>
@@ -49,8 +50,19 @@ TEST(Cells, NumbersBelowTheSmallestDoubleAreZeroAndBeyondTheLargestRefused) {
   EXPECT_EQ(value, 0.0);
   ASSERT_EQ(readNumber("5e-324", value), NumberReading::Number);
   EXPECT_EQ(value, std::numeric_limits<double>::denorm_min());
-  EXPECT_EQ(readNumber("1e999", value), NumberReading::OutOfRange);
-  EXPECT_EQ(readNumber("-1e999", value), NumberReading::OutOfRange);
+  for (const std::string& text :
+       {std::string("-2e-324"), std::string("-1e-99999999999999999999"),
+        "-0.00" + std::string(400, '0') + "1", std::string("-123456789.5E-400")}) {
+    ASSERT_EQ(readNumber(text, value), NumberReading::Number) << text;
+    EXPECT_EQ(value, 0.0);
+    EXPECT_TRUE(std::signbit(value));
+  }
+  for (const std::string& text :
+       {std::string("1e999"), std::string("-1e999"), std::string("1.8e+308"),
+        std::string("1e99999999999999999999"), "1" + std::string(400, '0'),
+        "1" + std::string(400, '0') + ".5", std::string("0.0001e400")}) {
+    EXPECT_EQ(readNumber(text, value), NumberReading::OutOfRange) << text;
+  }
 }
 
 TEST(Cells, RefusesWhatOnlyStartsAsANumber) {
