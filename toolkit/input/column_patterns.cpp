@@ -1,7 +1,7 @@
 #include "toolkit/input/column_patterns.h"
 
 #include <fmt/format.h>
-#include <fnmatch.h>
+#include <sqlite3.h>
 
 #include <algorithm>
 #include <charconv>
@@ -26,6 +26,17 @@ std::optional<std::size_t> exactColumn(const std::vector<std::string>& names,
   return std::nullopt;
 }
 
+/// The pattern in SQLite's words, where "^", not "!", turns a set into all but it. SQLite sees
+/// characters of UTF-8 whatever the language of the user is, unlike the C library's matching.
+std::string sqlitePattern(std::string pattern) {
+  for (std::size_t set = pattern.find('['); set != std::string::npos && set + 2 < pattern.size();) {
+    if (pattern[set + 1] == '!') pattern[set + 1] = '^';
+    const std::size_t first = set + (pattern[set + 1] == '^' ? 2 : 1);
+    set = pattern.find('[', pattern.find(']', first + 1));
+  }
+  return pattern;
+}
+
 [[noreturn]] void failNoColumn(const std::vector<std::string>& names, const std::string& text,
                                std::string_view option) {
   std::string message = fmt::format("{}: no column {}; the columns are: {}", option,
@@ -48,8 +59,9 @@ std::vector<std::size_t> matchColumns(const std::vector<std::string>& names,
   if (const auto column = exactColumn(names, pattern)) return {*column};
   std::vector<std::size_t> columns;
   if (isPattern(pattern)) {
+    const std::string glob = sqlitePattern(pattern);
     for (std::size_t i = 0; i < names.size(); ++i) {
-      if (::fnmatch(pattern.c_str(), names[i].c_str(), 0) == 0) columns.push_back(i);
+      if (sqlite3_strglob(glob.c_str(), names[i].c_str()) == 0) columns.push_back(i);
     }
   }
   if (columns.empty()) failNoColumn(names, pattern, option);

@@ -23,6 +23,18 @@ TEST(ColumnPatterns, ANameGoesBeforeANumberBeforeAPattern) {
   EXPECT_EQ(matchColumns(kNames, "[ai]*", "--attribute"), Columns({0, 1, 3, 4}));
 }
 
+TEST(ColumnPatterns, SetsMayBeTurnedAroundAndCharactersBeyondAsciiAreOne) {
+  const std::vector<std::string> names = {"a", "b", "ä", "!", "[", "^", "aé1"};
+  EXPECT_EQ(matchColumns(names, "[!ab]", "--attribute"), Columns({2, 3, 4, 5}));
+  EXPECT_EQ(matchColumns(names, "[^ab]", "--attribute"), Columns({2, 3, 4, 5}));
+  EXPECT_EQ(matchColumns(names, "[a!]", "--attribute"), Columns({0, 3}));
+  EXPECT_EQ(matchColumns(names, "[[!]", "--attribute"), Columns({3, 4}));
+  EXPECT_EQ(matchColumns(names, "?", "--attribute"), Columns({0, 1, 2, 3, 4, 5}));
+  EXPECT_EQ(matchColumns(names, "[a-z][!x]1", "--attribute"), Columns({6}));
+  EXPECT_EQ(messageOf<DataError>([&] { matchColumns(names, "[!", "-a"); }).substr(0, 18),
+            "-a: no column '[!'");
+}
+
 TEST(ColumnPatterns, WhatNamesNoColumnListsTheColumns) {
   EXPECT_EQ(messageOf<DataError>([] { findColumn(kNames, "ag", "--target"); }),
             "--target: no column 'ag'; the columns are: age, income, 3, in*, age_2");
