@@ -1,0 +1,105 @@
+#!/usr/bin/env bash
+# Builds the packages in build/packages and tries each where nothing of the project is: the Debian
+# ones in a bare Debian (needs root and mmdebstrap; else they are only unpacked), the archive in
+# another folder, the zip for Windows under wine (needs scripts/setup.sh --windows). Whatever is run
+# must give the bytes that the build's own program gives.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+source=$PWD
+packages=$source/build/packages
+tried=$source/build/packages/tried
+rm -rf "$packages"
+mkdir -p "$tried"
+fit=(fit --target default --weight weight --exclude grade --json)
+
+say() { printf 'package: %s\n' "$*"; }
+
+# same <model> <what made it>: the model is the one that the build's own program makes.
+same() {
+  cmp "$1" "$tried/expected.json" || { say "$2 gives another model" >&2 && exit 1; }
+  say "$2 runs and gives the same model"
+}
+
+# build <preset> <generator>...
+build() {
+  say "building with the preset $1"
+  cmake --preset "$1" >/dev/null
+  cmake --build --preset "$1" -j "$(nproc)" --target mcbin mcbinning MCCOMVOR VORLWCOM >/dev/null
+  for generator in "${@:2}"; do
+    (cd "build/$1" && cpack -G "$generator" >"$tried/cpack.log") || { cat "$tried/cpack.log" >&2 && exit 1; }
+  done
+}
+
+# use <prefix>: a consumer finds, links and runs the library below the prefix.
+use() {
+  cmake -S tests/consumers/installed -B "$tried/consumer" -DCMAKE_PREFIX_PATH="$1" >/dev/null
+  cmake --build "$tried/consumer" >/dev/null
+  "$tried/consumer/consumer" >/dev/null
+  rm -r "$tried/consumer"
+  say "a consumer of $1 runs"
+}
+
+try_in_bare_debian() {
+  local root=$tried/debian
+  say "making a bare Debian"
+  mmdebstrap --quiet --variant=minbase --include=g++,cmake,make bookworm "$root"
+  cp "$packages"/*.deb examples/data/loans.csv "$root/tmp"
+  cp -r tests/consumers "$root/tmp/consumers"
+  chroot "$root" sh -euc '
+    cd /tmp
+    DEBIAN_FRONTEND=noninteractive apt-get install -qq -y ./*.deb >install.log 2>&1 || { cat install.log; exit 1; }
+    mcbin "$@" loans.csv >model.json
+    cmake -S consumers/installed -B consumer >/dev/null
+    cmake --build consumer >/dev/null
+    consumer/consumer >/dev/null
+    apt-get remove -qq -y mcbin libmcbinning1 >/dev/null 2>&1
+    ! command -v mcbin' sh "${fit[@]}"
+  same "$root/tmp/model.json" "the Debian package in a bare Debian, with a consumer,"
+  rm -rf "$root"
+}
+
+try_unpacked_debian() {
+  say "notice: without root and mmdebstrap the Debian packages are unpacked, not installed"
+  for package in "$packages"/*.deb; do
+    dpkg -x "$package" "$tried/unpacked"
+  done
+  "$tried/unpacked/usr/bin/mcbin" "${fit[@]}" examples/data/loans.csv >"$tried/model.json"
+  same "$tried/model.json" "the unpacked Debian package"
+  use "$tried/unpacked/usr"
+}
+
+try_zip() {
+  local folder=$tried/windows wine=(env WINEPREFIX="$source/build/wine" WINEDEBUG=-all wine)
+  python3 -m zipfile -e "$packages"/*.zip "$folder"
+  mv "$folder"/*/* "$folder"
+  (cd "$folder/bin" && "${wine[@]}" mcbin.exe "${fit[@]}" "$source/examples/data/loans.csv") >"$tried/model.json"
+  same "$tried/model.json" "the zip for Windows under wine"
+  x86_64-w64-mingw32-g++-posix -std=c++17 -static -I"$folder/include" tests/consumers/consumer.cpp \
+    -L"$folder/lib" -lmcbinning -lMCCOMVOR -o "$folder/bin/consumer.exe"
+  "${wine[@]}" "$folder/bin/consumer.exe" >/dev/null
+  say "a consumer of the zip runs under wine"
+}
+
+build release DEB TGZ
+build/release/cli/mcbin "${fit[@]}" examples/data/loans.csv >"$tried/expected.json"
+if [ "$(id -u)" -eq 0 ] && command -v mmdebstrap >/dev/null; then
+  try_in_bare_debian
+else
+  try_unpacked_debian
+fi
+tar xzf "$packages"/*.tar.gz -C "$tried"
+"$tried"/mcbinning-*/bin/mcbin "${fit[@]}" examples/data/loans.csv >"$tried/model.json"
+same "$tried/model.json" "the archive in another folder"
+use "$(echo "$tried"/mcbinning-*)"
+if [ -e build/windows-libraries/complete ]; then
+  build windows ZIP
+  try_zip
+else
+  say "notice: no zip for Windows; scripts/setup.sh --windows installs what it needs"
+fi
+if [ -x scripts/package_python.sh ]; then
+  scripts/package_python.sh
+fi
+rm -rf "$tried"
+say "done: $(ls "$packages" | tr '\n' ' ')"
