@@ -15,6 +15,7 @@
 
 #include "toolkit/errors.h"
 #include "toolkit/fit/status_text.h"
+#include "toolkit/system/paths.h"
 #include "toolkit/system/temporary_directory.h"
 #include "toolkit/text/visible_text.h"
 
@@ -195,7 +196,8 @@ bool filesAreWhole(const RunSetting& run, std::size_t columns) {
   const std::uintmax_t size = sizeof(double) * run.feed.Cases().used;
   std::error_code unreadable;
   std::size_t whole = 0;
-  for (const auto& file : std::filesystem::directory_iterator(run.directory.Path(), unreadable)) {
+  for (const auto& file :
+       std::filesystem::directory_iterator(pathOf(run.directory.Path()), unreadable)) {
     std::error_code gone;
     if (file.file_size(gone) == size && !gone) ++whole;
   }

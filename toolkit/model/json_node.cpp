@@ -52,12 +52,12 @@ std::string JsonNode::Text() const {
   return value_->get<std::string>();
 }
 
-long JsonNode::Integer(long low, long high) const {
-  // Compared as doubles first: a number beyond the range of a long has no defined conversion.
+std::int64_t JsonNode::Integer(std::int64_t low, std::int64_t high) const {
+  // Compared as doubles first: a number beyond the range of the type has no defined conversion.
   if (value_->is_number_integer()) {
     const double approximate = value_->get<double>();
     if (approximate >= static_cast<double>(low) && approximate <= static_cast<double>(high)) {
-      return value_->get<long>();
+      return value_->get<std::int64_t>();
     }
   }
   Fail("must be a whole number from " + std::to_string(low) + " to " + std::to_string(high));

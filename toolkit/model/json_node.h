@@ -2,6 +2,7 @@
 #ifndef MCBIN_TOOLKIT_MODEL_JSON_NODE_H
 #define MCBIN_TOOLKIT_MODEL_JSON_NODE_H
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,7 +31,7 @@ class JsonNode {
   bool IsNull() const { return value_->is_null(); }
   std::string Text() const;
   /// A whole number from `low` to `high`.
-  long Integer(long low, long high) const;
+  std::int64_t Integer(std::int64_t low, std::int64_t high) const;
   /// A finite number or "inf" or "-inf".
   double Number() const;
   /// A finite number that is not negative.

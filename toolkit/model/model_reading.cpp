@@ -14,8 +14,8 @@ namespace {
 
 /// A model nests 5 deep; what is added later may be deeper.
 constexpr int kDeepest = 100;
-constexpr long kMaxInt = std::numeric_limits<int>::max();
-constexpr long kMaxCount = 9'007'199'254'740'992;  // 2^53: what JSON readers agree on.
+constexpr std::int64_t kMaxInt = std::numeric_limits<int>::max();
+constexpr std::int64_t kMaxCount = 9'007'199'254'740'992;  // 2^53: what JSON readers agree on.
 
 MissingRules readMissing(const JsonNode& node) {
   MissingRules rules;
@@ -42,7 +42,7 @@ WeightedCounts readCounts(const JsonNode& node, std::size_t categories) {
 
 AttributeStatus readStatus(const JsonNode& node) {
   AttributeStatus status;
-  status.code = node["code"].Integer(0, kMaxInt);
+  status.code = static_cast<long>(node["code"].Integer(0, kMaxInt));
   const JsonNode severity = node["severity"];
   if (severity.Text() == "error") severity.Fail("is \"error\": no bins were found; fit it again");
   status.severity = severity.OneOf(kSeverities);
@@ -143,7 +143,7 @@ void checkVersion(const JsonNode& root) {
     root["format"].Fail("is not \"mcbin-model\": this is not a model written by mcbin fit");
   }
   const JsonNode version = root["schemaVersion"];
-  const long number = version.Integer(1, kMaxInt);
+  const std::int64_t number = version.Integer(1, kMaxInt);
   if (number > kModelSchemaVersion) {
     version.Fail(fmt::format(
         "is {}, newer than this program reads (up to {}): use the mcbin that wrote the model, or "

@@ -2,14 +2,13 @@
 #ifndef MCBIN_TOOLKIT_SYSTEM_TEMPORARY_DIRECTORY_H
 #define MCBIN_TOOLKIT_SYSTEM_TEMPORARY_DIRECTORY_H
 
-#include <dirent.h>
-#include <sys/types.h>
-
+#include <memory>
 #include <string>
 
 namespace mcbin {
 
-/// Where temporary files go: TMPDIR when it is set and not empty, else /tmp.
+/// Where temporary files go: TMPDIR when it is set and not empty, else /tmp, on Windows the user's
+/// folder for them.
 std::string temporaryRoot();
 
 /// A new directory in `root` that goes away, with the files in it, when the object does in the
@@ -27,12 +26,10 @@ class TemporaryDirectory {
   const std::string& Path() const { return path_; }
 
  private:
-  bool Make(const std::string& root);
+  struct Handles;
 
   std::string path_;
-  pid_t process_;
-  int lock_ = -1;
-  DIR* directory_ = nullptr;
+  std::unique_ptr<Handles> handles_;
 };
 
 }  // namespace mcbin

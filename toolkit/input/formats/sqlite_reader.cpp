@@ -11,6 +11,7 @@
 #include "toolkit/errors.h"
 #include "toolkit/input/column_names.h"
 #include "toolkit/input/open_table.h"
+#include "toolkit/system/paths.h"
 #include "toolkit/text/number_text.h"
 #include "toolkit/text/visible_text.h"
 
@@ -30,9 +31,9 @@ bool wouldMakeLog(const std::string& path) {
   char header[kVersionPosition + 1] = {};
   std::ifstream(path, std::ios::binary).read(header, sizeof header);
   std::error_code error;
-  const std::string file = std::filesystem::canonical(path, error).string();
+  const std::string file = bytesOf(std::filesystem::canonical(pathOf(path), error));
   return header[kVersionPosition] == kVersionWithLog &&
-         !std::filesystem::exists(file + "-wal", error);
+         !std::filesystem::exists(pathOf(file + "-wal"), error);
 }
 
 std::string quotedIdentifier(const std::string& name) {

@@ -1,5 +1,6 @@
 #include "toolkit/system/temporary_directory.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/file.h>
@@ -91,6 +92,37 @@ void removeThoseLeft(const std::string& root) {
   ::closedir(directory);
 }
 
+/// Gives up a directory just made, for the reason in errno.
+[[noreturn]] void failAfterwards(const std::string& root, const std::string& path) {
+  const int reason = errno;
+  ::rmdir(path.c_str());
+  errno = reason;
+  fail(root);
+}
+
+/// False when another run took the new directory, not locked yet, for one that was left.
+bool make(const std::string& root, std::string& path, DIR*& directory, int& lock) {
+  path = fmt::format("{}/{}{}", root, kNameStart, kNameEnd);
+  if (::mkdtemp(path.data()) == nullptr) fail(root);
+  directory = ::opendir(path.c_str());
+  if (directory == nullptr) failAfterwards(root, path);
+  lock = ::openat(::dirfd(directory), kLockName, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (lock < 0) {
+    const int reason = errno;
+    ::closedir(directory);
+    errno = reason;
+    failAfterwards(root, path);
+  }
+  // A file system without locks keeps directories of dead processes, as nobody gets a lock there.
+  const bool isTaken = ::flock(lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+  struct stat status = {};
+  const bool isRemoved = ::fstat(lock, &status) == 0 && status.st_nlink == 0;
+  if (!isTaken && !isRemoved) return true;
+  ::close(lock);
+  ::closedir(directory);
+  return false;
+}
+
 }  // namespace
 
 std::string temporaryRoot() {
@@ -98,48 +130,26 @@ std::string temporaryRoot() {
   return directory != nullptr && *directory != '\0' ? directory : "/tmp";
 }
 
-TemporaryDirectory::TemporaryDirectory(const std::string& root) : process_(::getpid()) {
-  removeThoseLeft(root);
-  while (!Make(root)) {
-  }
-}
+struct TemporaryDirectory::Handles {
+  pid_t process;
+  DIR* directory;
+  int lock;
+};
 
-/// False when another run took the new directory, not locked yet, for one that was left.
-bool TemporaryDirectory::Make(const std::string& root) {
-  path_ = fmt::format("{}/{}{}", root, kNameStart, kNameEnd);
-  if (::mkdtemp(path_.data()) == nullptr) fail(root);
-  directory_ = ::opendir(path_.c_str());
-  if (directory_ == nullptr) {
-    const int reason = errno;
-    ::rmdir(path_.c_str());
-    errno = reason;
-    fail(root);
+TemporaryDirectory::TemporaryDirectory(const std::string& root)
+    : handles_(new Handles{::getpid(), nullptr, -1}) {
+  removeThoseLeft(root);
+  while (!make(root, path_, handles_->directory, handles_->lock)) {
   }
-  lock_ = ::openat(::dirfd(directory_), kLockName, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  if (lock_ < 0) {
-    const int reason = errno;
-    ::closedir(directory_);
-    ::rmdir(path_.c_str());
-    errno = reason;
-    fail(root);
-  }
-  // A file system without locks keeps directories of dead processes, as nobody gets a lock there.
-  const bool isTaken = ::flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-  struct stat status = {};
-  const bool isRemoved = ::fstat(lock_, &status) == 0 && status.st_nlink == 0;
-  if (!isTaken && !isRemoved) return true;
-  ::close(lock_);
-  ::closedir(directory_);
-  return false;
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
-  if (process_ == ::getpid()) {
-    removeFiles(directory_);
+  if (handles_->process == ::getpid()) {
+    removeFiles(handles_->directory);
     ::rmdir(path_.c_str());
   }
-  ::closedir(directory_);
-  ::close(lock_);
+  ::closedir(handles_->directory);
+  ::close(handles_->lock);
 }
 
 }  // namespace mcbin

@@ -1,0 +1,55 @@
+#include "toolkit/system/replacement.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <random>
+
+namespace mcbin {
+namespace {
+
+/// Makes a file that replaces another as public as that one, and its owner's where it may.
+void takeOver(const struct stat& replaced, int descriptor) {
+  if (::fchown(descriptor, replaced.st_uid, replaced.st_gid) != 0) {
+    // Only the superuser gives files away; the group may still be ours.
+    static_cast<void>(::fchown(descriptor, static_cast<uid_t>(-1), replaced.st_gid) == 0);
+  }
+  static_cast<void>(::fchmod(descriptor, replaced.st_mode & 0777U) == 0);
+}
+
+}  // namespace
+
+bool isNoRegularFile(const std::string& path) {
+  struct stat there = {};
+  return ::stat(path.c_str(), &there) == 0 && !S_ISREG(there.st_mode);
+}
+
+std::FILE* makeReplacement(const std::string& target, std::string& path) {
+  std::random_device dice;
+  int descriptor = -1;
+  do {
+    path = fmt::format("{}.{:08x}{:08x}.tmp", target, dice(), dice());
+    descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  } while (descriptor < 0 && (errno == EEXIST || errno == EINTR));
+  if (descriptor < 0) return nullptr;
+  std::FILE* const file = ::fdopen(descriptor, "wb");
+  if (file == nullptr) {
+    const int reason = errno;
+    ::close(descriptor);
+    ::unlink(path.c_str());
+    errno = reason;
+    return nullptr;
+  }
+  struct stat older = {};
+  if (::stat(target.c_str(), &older) == 0) takeOver(older, descriptor);
+  return file;
+}
+
+bool putInPlace(const std::string& path, const std::string& target) {
+  return std::rename(path.c_str(), target.c_str()) == 0;
+}
+
+}  // namespace mcbin
