@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""check_interface.py LIBRARY [--update | --symbols]
+"""check_interface.py LIBRARY [--symbols] [--update]
 
 Compares what LIBRARY exports with tests/abi/interface.txt and fails when they differ: for each class
 of the exported headers its size, bases and members, the slots of its virtual functions, its other
 functions with what they return, and the symbols that a host links against besides; for each
 enumeration its values. Sizes, slots and the like are read by abidw from the debug information that
-g++ makes; with --symbols only the symbols are compared, which any build has. With --update writes
-the file instead.
+g++ makes; with --symbols only the symbols are compared, which any build has. Of a Windows
+library, a .dll, the symbols alone are compared, with tests/abi/windows_symbols.txt. With --update
+writes the file instead.
 """
 
 import difflib
@@ -17,6 +18,7 @@ import sys
 import xml.etree.ElementTree as ElementTree
 
 RECORD = pathlib.Path(__file__).resolve().parent.parent / "tests/abi/interface.txt"
+WINDOWS_RECORD = RECORD.with_name("windows_symbols.txt")
 EXPORTED = "include/mcbinning/"
 STRING = "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >"
 SCOPES = ("namespace-decl", "class-decl", "union-decl")
@@ -108,6 +110,12 @@ def exported_symbols(library):
     return readable(sorted({line.split()[0] for line in listed.splitlines()}))
 
 
+def windows_symbols(library):
+    listed = run(["x86_64-w64-mingw32-objdump", "-p", library])
+    table = listed.split("[Ordinal/Name Pointer] Table")[1].split("\n\n")[0]
+    return readable(sorted(re.findall(r"\] (_\w+)$", table, re.MULTILINE)))
+
+
 def readable(lines):
     """Demangled; the names of one function become one."""
     return run(["c++filt"], "\n".join(lines)).replace(STRING, "std::string").splitlines()
@@ -148,20 +156,22 @@ def compare_symbols(library, recorded):
 
 def main():
     library, options = sys.argv[1], sys.argv[2:]
+    is_windows = library.endswith(".dll")
+    record, read = (WINDOWS_RECORD, windows_symbols) if is_windows else (RECORD, describe)
     if "--update" in options:
-        lines = describe(library)
-        RECORD.write_text("\n".join(lines) + "\n")
+        lines = read(library)
+        record.write_text("\n".join(lines) + "\n")
         print(f"interface: wrote {len(lines)} lines")
         return
-    recorded = RECORD.read_text().splitlines()
-    if "--symbols" in options:
+    recorded = record.read_text().splitlines()
+    if "--symbols" in options and not is_windows:
         difference = compare_symbols(library, recorded)
     else:
-        difference = list(difflib.unified_diff(recorded, describe(library), RECORD.name, library,
+        difference = list(difflib.unified_diff(recorded, read(library), record.name, library,
                                                lineterm=""))
     if difference:
         print(*difference, sep="\n")
-        sys.exit(f"interface: {library} is not what {RECORD.name} says; hosts may have to be "
+        sys.exit(f"interface: {library} is not what {record.name} says; hosts may have to be "
                  f"compiled\nagain. When that is meant: {sys.argv[0]} {library} --update")
     print("interface: ok")
 

@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building, testing and demonstrating the project needs,
-# only those that are missing. Needs root or sudo when something is missing.
+# only those that are missing. Needs root or sudo when something is missing. With --windows it adds
+# what the preset "windows" needs.
 set -euo pipefail
+cd "$(dirname "$0")/.."
 
 packages=(
   g++ clang cmake ninja-build make pkg-config binutils python3 python3-venv python3-dev
@@ -9,6 +11,14 @@ packages=(
   libcli11-dev libcsv-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev sqlite3 zlib1g-dev
   clang-format clang-tidy libclang-rt-14-dev abigail-tools gcovr valgrind
 )
+
+if [ "${1:-}" = --windows ]; then
+  packages+=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine googletest tcl dpkg-dev
+    ca-certificates)
+elif [ $# -gt 0 ]; then
+  echo "usage: setup.sh [--windows]" >&2
+  exit 2
+fi
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
   echo "setup: this is not a Debian system; install what corresponds to: ${packages[*]}" >&2
@@ -23,6 +33,7 @@ done
 
 if [ ${#missing[@]} -eq 0 ]; then
   echo "setup: all ${#packages[@]} packages are installed"
+  [ $# -eq 0 ] || scripts/windows_libraries.sh
   exit 0
 fi
 
@@ -39,4 +50,5 @@ echo "setup: installing ${missing[*]}"
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -q
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
   apt-get install -q -y --no-install-recommends "${missing[@]}"
+[ $# -eq 0 ] || scripts/windows_libraries.sh
 echo "setup: done"

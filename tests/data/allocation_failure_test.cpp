@@ -7,8 +7,8 @@
 
 #include "data/column_buffer.h"
 #include "support/allocation_hooks.h"
-#include "support/limited_process.h"
 #include "support/table_run.h"
+#include "system/limited_process.h"
 
 namespace {
 

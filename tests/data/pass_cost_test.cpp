@@ -10,6 +10,7 @@
 
 #include "data/data_preparator.h"
 #include "support/allocation_hooks.h"
+#include "support/cell_reading.h"
 #include "support/counting_clock.h"
 #include "support/failing_file_system.h"
 #include "support/host_objects.h"
@@ -18,19 +19,6 @@
 namespace {
 
 std::map<int, std::uint64_t> cellsRead;
-bool countCells = false;
-
-}  // namespace
-
-// The program's own definition takes the place of the host library's.
-double MCCommon::Record::operator[](int index) const {
-  if (countCells) {
-    ++cellsRead[index];
-  }
-  return cells_[static_cast<std::size_t>(index)];
-}
-
-namespace {
 
 using mcbinning_tests::Allocations;
 using mcbinning_tests::ClockReadings;
@@ -104,9 +92,9 @@ TEST_F(PassCostTest, MillionsOfCasesAreAskedForOnceCellByCell) {
   constexpr std::uint64_t kCases = 3000000;
   GeneratedCases cases(kCases);
   cellsRead.clear();
-  countCells = true;
+  mcbinning_tests::onCellRead = [](int index) { ++cellsRead[index]; };
   EXPECT_TRUE(Prepare(cases).IsOK());
-  countCells = false;
+  mcbinning_tests::onCellRead = nullptr;
   EXPECT_EQ(cases.hasNextCalls, kCases + 1);
   EXPECT_EQ(cases.nextCalls, kCases);
   const std::map<int, std::uint64_t> expected = {
@@ -141,9 +129,9 @@ TEST_F(PassCostTest, AColumnThatWasGivenUpIsNotAskedForAnyMore) {
   GeneratedCases cases(1000);
   cases.unknownCodeAt = 99;
   cellsRead.clear();
-  countCells = true;
+  mcbinning_tests::onCellRead = [](int index) { ++cellsRead[index]; };
   EXPECT_TRUE(Prepare(cases).IsWarning());
-  countCells = false;
+  mcbinning_tests::onCellRead = nullptr;
   EXPECT_EQ(cellsRead[4], 100U);
   EXPECT_EQ(cellsRead[5], 1000U);
 }

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <iterator>
 #include <limits>
 #include <new>
+
+#include "system/process.h"
 
 namespace mcbinning_tests {
 namespace {
@@ -17,11 +17,6 @@ using MCBinning::MCStatus;
 const MCStatus kSomeRecordNotOK(120018, true);
 const MCStatus kSpoiled(3, false);
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
-
-std::ptrdiff_t openFiles() {
-  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
-                       std::filesystem::directory_iterator());
-}
 
 }  // namespace
 
@@ -67,7 +62,7 @@ SweepFigures FaultSweep::Run(std::size_t limit) {
 std::size_t FaultSweep::Try(std::size_t number) {
   SCOPED_TRACE(kind_.name + ", point " + std::to_string(number));
   const std::size_t allocationsBefore = LiveAllocations();
-  const std::ptrdiff_t filesBefore = openFiles();
+  const std::ptrdiff_t filesBefore = OpenFiles();
   Calls calls;
   {
     const auto stage = MakeStage();
@@ -81,7 +76,7 @@ std::size_t FaultSweep::Try(std::size_t number) {
   EXPECT_TRUE(directory_.IsEmpty());
   CheckNewUse();
   EXPECT_EQ(LiveAllocations(), allocationsBefore);
-  EXPECT_EQ(openFiles(), filesBefore);
+  EXPECT_EQ(OpenFiles(), filesBefore);
   return calls.all;
 }
 

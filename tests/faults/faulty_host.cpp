@@ -4,28 +4,25 @@
 
 #include <exception>
 
+#include "support/cell_reading.h"
+
 namespace {
 
 mcbinning_tests::FaultyHost* hostInUse = nullptr;
 
-}  // namespace
+void queryCell(int /*index*/) { hostInUse->CellQueried(); }
 
-// The program's own definition takes the place of the host library's.
-double MCCommon::Record::operator[](int index) const {
-  if (hostInUse != nullptr) {
-    hostInUse->CellQueried();
-  }
-  return cells_[static_cast<std::size_t>(index)];
-}
+}  // namespace
 
 namespace mcbinning_tests {
 
 FaultyHost::FaultyHost(const std::vector<std::vector<double>>& cases)
     : cases_(cases), record_(static_cast<int>(cases.front().size())) {
   hostInUse = this;
+  onCellRead = queryCell;
 }
 
-FaultyHost::~FaultyHost() { hostInUse = nullptr; }
+FaultyHost::~FaultyHost() { onCellRead = nullptr; }
 
 void FaultyHost::FailAt(HostCall call, std::size_t number, HostFault fault) {
   calls_[static_cast<std::size_t>(call)] = 0;

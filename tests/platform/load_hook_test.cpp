@@ -1,11 +1,12 @@
 #include "platform/load_hook.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
 #include <vector>
+
+#include "system/process.h"
 
 namespace {
 
@@ -21,9 +22,10 @@ TEST(LoadHookTest, ElevenAccessorsOfEachKind) {
 }
 
 TEST(LoadHookTest, ModuleHandleIsTheModuleThatHoldsTheCode) {
-  Dl_info info = {};
-  ASSERT_NE(dladdr(reinterpret_cast<const void*>(&MCBinning::getLoadHook), &info), 0);
-  EXPECT_EQ(MCBinning::getLoadHook().moduleHandle, info.dli_fbase);
+  void* const module =
+      mcbinning_tests::ModuleOf(reinterpret_cast<const void*>(&MCBinning::getLoadHook));
+  ASSERT_NE(module, nullptr);
+  EXPECT_EQ(MCBinning::getLoadHook().moduleHandle, module);
 }
 
 // This program runs over a host library whose accessors count their calls and of which one lacks.

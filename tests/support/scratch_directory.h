@@ -2,10 +2,10 @@
 #define MCBINNING_TESTS_SUPPORT_SCRATCH_DIRECTORY_H
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -16,11 +16,11 @@ namespace mcbinning_tests {
 class ScratchDirectory {
  public:
   ScratchDirectory() {
-    std::string name = (std::filesystem::temp_directory_path() / "mcbinning-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      ADD_FAILURE() << "no directory could be made like " << name;
-    }
-    path_ = name;
+    const std::string parent = std::filesystem::temp_directory_path().generic_string();
+    std::random_device random;
+    do {
+      path_ = parent + "/mcbinning-test-" + std::to_string(random());
+    } while (!std::filesystem::create_directory(path_));
   }
   ScratchDirectory(const ScratchDirectory&) = delete;
   ScratchDirectory& operator=(const ScratchDirectory&) = delete;

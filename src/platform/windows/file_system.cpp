@@ -132,8 +132,14 @@ class WindowsFileSystem final : public FileSystem {
   bool Close(FileHandle file) noexcept override { return CloseHandle(handleOf(file)) != 0; }
 
   bool Remove(const std::string& name, const FileClaim& claim) noexcept override {
-    return (claim.handle != kNoFile && removeFromClaim(claim, name)) ||
-           DeleteFileA(name.c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND;
+    if ((claim.handle != kNoFile && removeFromClaim(claim, name)) ||
+        DeleteFileA(name.c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND) {
+      return true;
+    }
+    // Somebody may have made it read-only meanwhile, which no directory on POSIX systems minds.
+    return GetLastError() == ERROR_ACCESS_DENIED &&
+           SetFileAttributesA(name.c_str(), FILE_ATTRIBUTE_NORMAL) != 0 &&
+           DeleteFileA(name.c_str()) != 0;
   }
 };
 

@@ -14,9 +14,10 @@ HMODULE findModule() {
   return module;
 }
 
-// A host that lacks an accessor, or the whole library, leaves a null pointer.
+// A host that lacks an accessor, or the whole library, leaves a null pointer: not linked against,
+// it is loaded here unless the host has done so.
 void* callAccessor(const char* name) {
-  const HMODULE host = GetModuleHandleW(L"VORLWCOM.dll");
+  const HMODULE host = LoadLibraryW(L"VORLWCOM.dll");
   const auto accessor =
       host != nullptr
           ? reinterpret_cast<void* (*)()>(reinterpret_cast<void*>(GetProcAddress(host, name)))

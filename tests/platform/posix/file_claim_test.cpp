@@ -15,9 +15,9 @@
 #include <utility>
 #include <vector>
 
-#include "support/child_process.h"
-#include "support/limited_process.h"
 #include "support/scratch_directory.h"
+#include "system/child_process.h"
+#include "system/limited_process.h"
 
 namespace {
 

@@ -14,9 +14,9 @@
 #include <string>
 #include <vector>
 
-#include "support/child_process.h"
-#include "support/limited_process.h"
 #include "support/scratch_directory.h"
+#include "system/child_process.h"
+#include "system/limited_process.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <optional>
 #include <string>
 
-#include "support/limited_process.h"
 #include "support/scratch_directory.h"
+#include "system/limited_process.h"
 
 namespace {
 

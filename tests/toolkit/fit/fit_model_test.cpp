@@ -1,14 +1,16 @@
 #include "toolkit/fit/fit_model.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "system/limited_process.h"
+#include "system/process.h"
 #include "tests/toolkit/support/memory_table.h"
 #include "tests/toolkit/support/temporary_file.h"
 #include "toolkit/errors.h"
@@ -24,8 +26,8 @@ using testing::TemporaryFiles;
 /// TMPDIR is a directory of the test's own.
 class FitModel : public ::testing::Test {
  protected:
-  FitModel() { ::setenv("TMPDIR", files_.Directory().c_str(), 1); }
-  ~FitModel() override { ::setenv("TMPDIR", before_.c_str(), 1); }
+  FitModel() { mcbinning_tests::SetVariable("TMPDIR", files_.Directory()); }
+  ~FitModel() override { mcbinning_tests::SetVariable("TMPDIR", before_); }
 
   static Model Fit(MemoryTable& table, Monitor& monitor, const FitRequest& request) {
     FitTimings timings;
@@ -87,15 +89,14 @@ TEST_F(FitModel, AnAttributeWhoseFileIsCutShortEndsTheFit) {
 }
 
 TEST_F(FitModel, AnAttributeThatCannotBeReadEndsTheFit) {
+  if (!mcbinning_tests::WithoutFileHandles::IsSet()) {
+    GTEST_SKIP() << "the system has no limit of open files";
+  }
   MemoryTable table = threeColumns();
-  rlimit before = {};
-  ::getrlimit(RLIMIT_NOFILE, &before);
-  Meddler miser([before] {
-    const rlimit none = {0, before.rlim_max};
-    ::setrlimit(RLIMIT_NOFILE, &none);
-  });
+  std::optional<mcbinning_tests::WithoutFileHandles> limit;
+  Meddler miser([&] { limit.emplace(); });
   const std::string message = messageOf<std::exception>([&] { Fit(table, miser, supervised()); });
-  ::setrlimit(RLIMIT_NOFILE, &before);
+  limit.reset();
   EXPECT_EQ(message, "cannot bin column b: memory or file descriptors ran out");
 }
 

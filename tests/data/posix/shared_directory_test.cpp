@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "data/attribute_table.h"
-#include "support/child_process.h"
 #include "support/scratch_directory.h"
 #include "support/vector_cases.h"
+#include "system/child_process.h"
 
 namespace {
 

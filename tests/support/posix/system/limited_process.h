@@ -1,5 +1,5 @@
-#ifndef MCBINNING_TESTS_SUPPORT_LIMITED_PROCESS_H
-#define MCBINNING_TESTS_SUPPORT_LIMITED_PROCESS_H
+#ifndef MCBINNING_TESTS_SYSTEM_LIMITED_PROCESS_H
+#define MCBINNING_TESTS_SYSTEM_LIMITED_PROCESS_H
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ class WithoutPrivileges {
   uid_t user_;
 };
 
-/// While one of these lives, the process can open no file.
+/// While one of these lives, the process can open no file, where a system can be told so.
 class WithoutFileHandles {
  public:
   WithoutFileHandles() {
@@ -39,6 +39,8 @@ class WithoutFileHandles {
   WithoutFileHandles(const WithoutFileHandles&) = delete;
   WithoutFileHandles& operator=(const WithoutFileHandles&) = delete;
   ~WithoutFileHandles() { EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &before_), 0); }
+
+  static constexpr bool IsSet() { return true; }
 
  private:
   rlimit before_{};

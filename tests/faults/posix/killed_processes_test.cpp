@@ -19,8 +19,8 @@
 #include "faults/noting_file_system.h"
 #include "faults/use.h"
 #include "random/random_runs.h"
-#include "support/child_process.h"
 #include "support/scratch_directory.h"
+#include "system/child_process.h"
 
 namespace mcbinning_tests {
 namespace {
