@@ -1,11 +1,12 @@
 // Many processes over one temporary directory, of which some are killed.
 #include <gtest/gtest.h>
-#include <windows.h>
 
+#include <chrono>
 #include <cstdio>
 #include <random>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "faults/use.h"
@@ -18,7 +19,7 @@ namespace {
 constexpr std::size_t kProcesses = 12;
 constexpr std::size_t kVictims = 4;
 constexpr int kRounds = 4;
-constexpr unsigned kLongestLife = 4000;  // milliseconds
+constexpr std::chrono::milliseconds kLongestWait{1000};
 constexpr unsigned kSeed = 20240;
 
 /// The records of one use; nothing when it failed. Data are a process's own, which shows when files
@@ -63,8 +64,9 @@ TEST(KilledProcessesTest, TheOthersAreRightAndTheNextRunRemovesWhatIsLeft) {
         std::to_string(process) + " " + std::to_string(rounds) + " " + directory.Path());
   }
   std::mt19937 random(kSeed);
+  std::uniform_real_distribution<double> share(0.5, 1.0);
   for (std::size_t victim = 0; victim < kVictims; ++victim) {
-    Sleep(kLongestLife / kVictims / 2 + random() % (kLongestLife / kVictims));
+    std::this_thread::sleep_for(share(random) * kLongestWait);
     EXPECT_TRUE(children[victim].Kill());
   }
   for (std::size_t process = 0; process < kProcesses; ++process) {
