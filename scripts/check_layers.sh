@@ -57,8 +57,9 @@ includes_that_point_up() {
 operating_system_code() {
   search '^ *# *(if|ifdef|ifndef|elif)\b.*(_WIN32|_WIN64|_MSC_VER|__linux__|__APPLE__|__unix__)' \
     include src host toolkit cli examples | without '^src/platform/|/export\.h:'
-  search '^ *# *include *<(windows|io|unistd|fcntl|dlfcn|pthread|sys/[a-z]+)\.h>' include src host |
-    without '^src/platform/(posix|windows)/'
+  search '^ *# *include *<(windows|io|unistd|fcntl|dlfcn|pthread|fnmatch|sys/[a-z]+)\.h>' \
+    include src host toolkit cli |
+    without '^(src/platform|(toolkit|cli)/system)/(posix|windows)/|^(toolkit|cli)/system/[a-z_]+\.(h|cpp):'
 }
 
 # Every C library has its own last bits of these.
