@@ -25,7 +25,7 @@ Stopped by signal N: 130 for an interrupt, 143 for a termination signal.
 .SH ENVIRONMENT
 .TP
 TMPDIR
-Directory of temporary files, by default /tmp. None is left behind.
+Directory of temporary files, by default the system's. None is left behind.
 .TP
 NO_COLOR
 When set to anything, messages on a terminal are not coloured.

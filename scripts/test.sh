@@ -66,6 +66,13 @@ print_fault_points asan-clang
 step "testing the Python package with the sanitizers"
 scripts/check_python_memory.sh
 
+if [ -e build/windows-libraries/complete ]; then
+  step "building and testing: Windows, under wine"
+  build_and_test windows
+else
+  step "not testing for Windows: scripts/setup.sh --windows makes it possible"
+fi
+
 step "fuzzing the library for a short while"
 scripts/fuzz.sh 15 list run ef
 

@@ -46,7 +46,7 @@ constexpr const char* kExamples =
     "      --missing income=-1 --missing employment_years=999 -o loans.json\n"
     "  mcbin fit examples/data/loans.csv --equal-frequency --bins 4 --attribute age\n"
     "\n"
-    "Temporary files go to the directory that TMPDIR names, by default /tmp.\n"
+    "Temporary files go to the directory that TMPDIR names, by default to the system's.\n"
     "Exit status: 0 done, 1 the data cannot be used, 2 wrong usage, 3 internal error.";
 
 void addColumnOptions(CLI::App& command, FitCommand& fit) {
