@@ -70,6 +70,7 @@ int run(int argc, char** argv) {
   program.set_help_flag("-h,--help", "Print this help and exit");
   program.set_version_flag("--version", "mcbin " MCBIN_VERSION, "Print the version and exit");
   program.require_subcommand(0, 1);
+  program.allow_windows_style_options(false);  // a path may begin with a slash
   mcbin::addFitCommand(program);
   mcbin::addApplyCommand(program);
   mcbin::addShowCommand(program);

@@ -9,6 +9,7 @@ set(package_files
 set(installed_libraries mcbinning)
 set(library_folders $ORIGIN)  # the libraries find one another in the folder that they share
 
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT library)
 install(DIRECTORY include/mcbinning DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 if(MCBINNING_BUNDLED_HOST)
   install(DIRECTORY host/mccomvor/include/mccomvor host/vorlwcom/include/vorlwcom
