@@ -4,7 +4,7 @@
     build/peers/bin/pip install -r bench/peers/requirements.txt .
     build/peers/bin/python bench/peers/run.py [ROWS...]
 
-Prints one line for each binner and number of rows: seconds, peak memory above the data in bytes a
+Prints one line for each binner and number of rows: processor seconds, peak memory above the data in bytes a
 row, the ratio of its time to that of this package, and in how many columns its cuts part the rows
 as the exact entropy/MDL rule does. Each runs alone in a process of its own.
 """
@@ -101,9 +101,9 @@ def measure(name, rows):
     before = resident("VmRSS")
     with open("/proc/self/clear_refs", "w") as file:
         file.write("5")
-    start = time.perf_counter()
+    start = time.process_time()
     cuts = BINNERS[name](X, y)
-    seconds = time.perf_counter() - start
+    seconds = time.process_time() - start
     peak = resident("VmHWM") - before
     # The position of a cut among the ordered values, whichever value between two it is.
     places = [
