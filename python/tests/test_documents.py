@@ -47,6 +47,7 @@ def outputs_of(notebook):
         (kind, "" if kind == "image/png" else content)
         for cell in notebook.cells
         for output in cell.get("outputs", [])
+        if output.get("name") != "stderr"  # where Matplotlib tells of its cache of fonts
         for kind, content in sorted(output.get("data", {"text": output.get("text")}).items())
     ]
 
