@@ -63,9 +63,6 @@ step "building and testing: address and undefined behaviour sanitizers"
 build_and_test asan-clang
 print_fault_points asan-clang
 
-step "testing the Python package with the sanitizers"
-scripts/check_python_memory.sh
-
 if [ -e build/windows-libraries/complete ]; then
   step "building and testing: Windows, under wine"
   build_and_test windows
