@@ -1,240 +1,156 @@
-#!/usr/bin/env python3
-"""Measures what the library's tests notice: makes one small change to a copy of the library, builds
-and runs the tests, and counts the changes that some test fails on.
+#!/usr/bin/python3
+"""Measures what the library's tests notice: changes the library in one small place, runs the tests,
+and counts the changes that some test fails on.
 
-    scripts/mutate.py                      all changes of tests/mutation/mutants.txt
-    scripts/mutate.py split_scan ef/       those of the files whose path contains one of the words
-    scripts/mutate.py src/model/encoders.cpp:3    the third one of a file
-    scripts/mutate.py --list               prints them only
+    scripts/mutate.py --sample 600 --seed 1     as many mutants, drawn with a seed
+    scripts/mutate.py supervised/split_scan     those whose names contain one of the words
+    scripts/mutate.py --list                    prints them only
 
-The copy and its build are in build/mutation, your own tree is never changed. The first build takes
-minutes, a change about ten seconds; with CMAKE_CXX_COMPILER_LAUNCHER=ccache in the environment a
-second run is faster. Ends with status 1 when fewer than 95 % are noticed or a change does not
-compile or no longer fits its file, with status 2 when the tests fail without any change.
+scripts/mutation/points.py says what mutants there are and how they are named. All of them are built
+into one copy of the library, in build/mutation, and switched on by an environment variable, but for
+those that the compiler wants as constants, which are built one by one. Each gets the tests that
+reach it, the quick ones first; what noticed it in an earlier call comes before those.
 
-A file's changes follow its name in brackets. A change is the old text, which must stand exactly
-once in the file, and the new one, whole lines or a part of one, under a line that says what it is;
-without a new text the old one is dropped. One that no test can notice says why and is not counted:
-
-    [src/status/status.cpp]
-    = an error is taken for a warning
-    - IsError() const noexcept { return severity_ < 0; }
-    + IsError() const noexcept { return severity_ <= 0; }
-    = a change of no consequence
-    ~ why nobody can notice it
-    - old
-    + new
+tests/mutation/explained.txt says why no test notices a mutant, and which are not drawn at all. Ends
+with status 1 when less than 97 % are noticed or a survivor is not in that list, with status 2 when
+the tests fail without any change.
 """
+from __future__ import annotations
+
 import argparse
-import os
-import re
-import resource
-import shutil
-import signal
-import subprocess
+import fnmatch
+import random
 import sys
-import tempfile
 import time
-from dataclasses import dataclass, field
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
-LIST = ROOT / 'tests/mutation/mutants.txt'
-TREE = ROOT / 'build/mutation/tree'
-BUILD = ROOT / 'build/mutation/build'
-COPIED = ['CMakeLists.txt', 'cmake', 'include', 'host', 'src', 'tests']
-TARGETS = ['library_tests', 'plain_model_tests']
-WANTED_PERCENTAGE = 95.0
-MOST_MEMORY = 8 << 30  # a change can make a loop endless
+sys.path.insert(0, str(ROOT / 'scripts/mutation'))
+try:
+    from points import Mutant, Point, SourceReader, number_mutants
+except ImportError:
+    sys.exit('mutate: needs the Debian package python3-clang; scripts/setup.sh installs it')
+from judge import Judge  # noqa: E402
+from switched_copy import SwitchedCopy  # noqa: E402
+
+WORK = ROOT / 'build/mutation'
+NOTICED_BY = WORK / 'noticed_by.txt'
+EXPLAINED = ROOT / 'tests/mutation/explained.txt'
+WANTED_PERCENTAGE = 97.0
 
 
-@dataclass
-class Mutant:
-    file: str
-    number: int
-    note: str
-    reason: str = ''  # why no test can notice it
-    old: list = field(default_factory=list)
-    new: list = field(default_factory=list)
-
-    @property
-    def name(self):
-        return f'{self.file}:{self.number}'
-
-    def apply(self, text):
-        """The changed text; None when the old one does not stand exactly once in it."""
-        old = '\n'.join(self.old)
-        return text.replace(old, '\n'.join(self.new)) if text.count(old) == 1 else None
+def read_points() -> tuple[list[Point], dict[str, bytes]]:
+    reader = SourceReader(ROOT)
+    folders = ['include', 'src', 'host/mccomvor/include', 'host/vorlwcom/include']
+    arguments = ['-std=c++20', *(f'-I{ROOT / folder}' for folder in folders)]
+    for source in sorted((ROOT / 'src').rglob('*.cpp')):
+        if 'windows' not in source.parts:
+            reader.read(source, arguments)
+    return reader.points, reader.texts
 
 
-def read_list():
-    mutants = []
-    file, number = '', 0
-    for line in LIST.read_text().splitlines():
-        kind, text = line[:1], line[2:]
-        if kind == '[':
-            file, number = line.strip('[]'), 0
-        elif kind == '=':
-            number += 1
-            mutants.append(Mutant(file, number, text))
-        elif kind == '~':
-            mutants[-1].reason = text
-        elif kind == '-':
-            mutants[-1].old.append(text)
-        elif kind == '+':
-            mutants[-1].new.append(text)
-        elif kind not in ('', '#'):
-            sys.exit(f'mutate: not understood: {line}')
-    return mutants
+class Trial:
+    """Judges mutants, and remembers over calls what noticed them."""
 
+    def __init__(self, copy: SwitchedCopy, judge: Judge) -> None:
+        self.copy = copy
+        self.judge = judge
+        lines = NOTICED_BY.read_text().splitlines() if NOTICED_BY.exists() else []
+        self.noticed_by = dict(line.split('\t') for line in lines)
 
-def copy_tree():
-    """Brings the copy up to date; files that stay the same are not touched, nor built again."""
-    wanted = set()
-    for name in COPIED:
-        top = ROOT / name
-        files = [top] if top.is_file() else [path for path in top.rglob('*') if path.is_file()]
-        for source in files:
-            copy = TREE / source.relative_to(ROOT)
-            wanted.add(copy)
-            if not copy.exists() or copy.read_bytes() != source.read_bytes():
-                copy.parent.mkdir(parents=True, exist_ok=True)
-                shutil.copyfile(source, copy)
-                shutil.copymode(source, copy)
-    for copy in [path for path in TREE.rglob('*') if path.is_file() and path not in wanted]:
-        copy.unlink()
+    def run(self, mutants: list[Mutant], n_jobs: int) -> list[Mutant]:
+        """Those that survived. Mutants without a switch share one build, and go one by one."""
+        survivors = []
+        switched = [mutant for mutant in mutants if self.copy.is_switched(mutant)]
+        with ThreadPoolExecutor(n_jobs) as pool:
+            survivors += [mutant for mutant, failure in
+                          zip(switched, pool.map(self._judge_switched, switched)) if not failure]
+        survivors += [mutant for mutant in mutants
+                      if not self.copy.is_switched(mutant) and not self._judge_alone(mutant)]
+        return survivors
 
+    def _judge_switched(self, mutant: Mutant) -> str:
+        return self._judge(mutant, mutant.number)
 
-def configure():
-    subprocess.run(
-        ['cmake', '-S', TREE, '-B', BUILD, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=',
-         '-DCMAKE_CXX_FLAGS=-O1 -w -D_GLIBCXX_ASSERTIONS', '-DMCBINNING_BUILD_CLI=OFF',
-         '-DMCBINNING_BUILD_EXAMPLES=OFF', '-DMCBINNING_TEST_CONSUMERS=OFF',
-         '-DMCBINNING_INSTALL=OFF', '-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST'],
-        check=True, stdout=subprocess.DEVNULL)
-
-
-def build(targets):
-    """An empty text, or the compiler's message."""
-    done = subprocess.run(['cmake', '--build', BUILD, '--target', *targets], text=True,
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
-    return done.stdout if done.returncode != 0 else ''
-
-
-def limit_process():
-    resource.setrlimit(resource.RLIMIT_AS, (MOST_MEMORY, MOST_MEMORY))
-    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-
-
-def run(program, timeout):
-    """None when all its tests pass, else what failed first."""
-    with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as scratch, \
-            tempfile.TemporaryFile('w+') as output:
-        os.chmod(scratch, 0o1777)  # some tests give up the rights of root
-        process = subprocess.Popen(
-            [program, '--gtest_fail_fast'], stdin=subprocess.DEVNULL, stdout=output,
-            stderr=subprocess.STDOUT, cwd=scratch, env=dict(os.environ, TMPDIR=scratch),
-            start_new_session=True, preexec_fn=limit_process)
-        ending = ''
+    def _judge_alone(self, mutant: Mutant) -> str:
         try:
-            if process.wait(timeout) == 0:
-                return None
-        except subprocess.TimeoutExpired:
-            ending = ' (time is up)'
-        except KeyboardInterrupt:
-            os.killpg(process.pid, signal.SIGKILL)
-            raise
-        if ending:
-            os.killpg(process.pid, signal.SIGKILL)
-            process.wait()
-        elif process.returncode < 0:
-            ending = f' ({signal.Signals(-process.returncode).name})'
-        output.seek(0)
-        text = output.read()
-    failed = re.findall(r'^\[  FAILED  \] ([^ ,]+)', text, re.M)
-    started = re.findall(r'^\[ RUN      \] (\S+)', text, re.M)
-    test = failed[0] if failed else started[-1] if started else 'before the first test'
-    return f'{program.name} {test}{ending}'
+            if self.copy.put_in(mutant):
+                return self._note(mutant, 'the compiler', 0.0)
+            return self._judge(mutant, 0)
+        finally:
+            self.copy.take_out(mutant)
 
-
-def measure_programs():
-    """The seconds that each test program takes without a change."""
-    for program in (BUILD / 'tests').rglob('*_tests'):
-        program.unlink()  # its tests may be gone
-    message = build(TARGETS)
-    if message:
-        sys.exit(message)
-    seconds = {}
-    for program in sorted((BUILD / 'tests').rglob('*_tests')):
+    def _judge(self, mutant: Mutant, number: int) -> str:
         start = time.monotonic()
-        failure = run(program, 600)
-        if failure is not None:
-            print(f'mutate: fails without a change: {failure}')
-            sys.exit(2)
-        seconds[program] = time.monotonic() - start
-    return seconds
+        earlier = self.noticed_by.get(mutant.name, '')
+        return self._note(mutant, self.judge.first_failure(mutant, number, earlier),
+                          time.monotonic() - start)
+
+    def _note(self, mutant: Mutant, failure: str, seconds: float) -> str:
+        verdict = 'noticed ' if failure else 'survived'
+        print(f'{verdict}  {mutant.name}  {failure}  ({seconds:.1f} s)\n', end='', flush=True)
+        if failure and self.noticed_by.get(mutant.name) != failure:
+            self.noticed_by[mutant.name] = failure
+            with NOTICED_BY.open('a') as file:
+                file.write(f'{mutant.name}\t{failure}\n')
+        return failure
 
 
-def in_order(seconds, file):
-    """The programs, those that mirror the changed file's folder first, else the quick ones."""
-    folder = file.split('/')[1]
-    return sorted(seconds, key=lambda program: (program.parent.name != folder, seconds[program]))
+def explanations() -> dict[str, str]:
+    """Of single mutants by their names, and of classes that are not drawn by names with a *."""
+    lines = EXPLAINED.read_text().splitlines() if EXPLAINED.exists() else []
+    return dict(line.split(': ', 1) for line in lines if line and not line.startswith('#'))
 
 
-def verdict_on(mutant, seconds):
-    """Answers 'killed', 'survived' or 'error', and the killer or the reason."""
-    path = TREE / mutant.file
-    original = path.read_text()
-    changed = mutant.apply(original)
-    if changed is None:
-        return 'error', f'the old text must stand in {mutant.file} exactly once'
-    try:
-        path.write_text(changed)
-        for program in in_order(seconds, mutant.file):
-            message = build([program.name])
-            if message:
-                return 'error', message
-            failure = run(program, 20 + 10 * seconds[program])
-            if failure is not None:
-                return 'killed', failure
-        return 'survived', ''
-    finally:
-        path.write_text(original)
+def choose(mutants: list[Mutant], options: argparse.Namespace) -> list[Mutant]:
+    left_out = [name for name in explanations() if '*' in name]
+    chosen = [mutant for mutant in mutants
+              if not any(fnmatch.fnmatchcase(mutant.name, name) for name in left_out)]
+    print(f'mutate: {len(mutants)} mutants, {len(mutants) - len(chosen)} of them not drawn')
+    chosen = [mutant for mutant in chosen
+              if not options.words or any(word in mutant.name for word in options.words)]
+    if options.sample and options.sample < len(chosen):
+        chosen = random.Random(options.seed).sample(chosen, options.sample)
+    return chosen
 
 
-def main():
+def report(chosen: list[Mutant], survivors: list[Mutant]) -> int:
+    reasons = explanations()
+    print(f'\nmutate: {len(survivors)} survivors')
+    for mutant in survivors:
+        print(f'  {mutant.name}: {reasons.get(mutant.name, "NOT EXPLAINED")}')
+    noticed = len(chosen) - len(survivors)
+    percentage = 100.0 * noticed / len(chosen) if chosen else 100.0
+    print(f'mutate: {noticed} of {len(chosen)} mutants noticed ({percentage:.1f} %)')
+    is_explained = all(mutant.name in reasons for mutant in survivors)
+    return 0 if is_explained and percentage >= WANTED_PERCENTAGE else 1
+
+
+def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument('words', nargs='*', help='parts of the names of the changes to make')
-    parser.add_argument('--list', action='store_true', help='print the changes, make none')
+    parser.add_argument('words', nargs='*', help='parts of the names of the mutants to judge')
+    parser.add_argument('--sample', type=int, help='judge only so many, drawn at random')
+    parser.add_argument('--seed', type=int, default=1, help='of the drawing (1)')
+    parser.add_argument('--jobs', type=int, default=2, help='test programs at the same time (2)')
+    parser.add_argument('--list', action='store_true', help='print the mutants, judge none')
     options = parser.parse_args()
 
-    chosen = [mutant for mutant in read_list()
-              if not options.words or any(word in mutant.name if ':' not in word
-                                          else mutant.name.endswith(word)
-                                          for word in options.words)]
+    points, texts = read_points()
+    mutants = number_mutants(points)
+    chosen = choose(mutants, options)
     if options.list:
         for mutant in chosen:
-            print(f'{mutant.name}  {mutant.note}' + ('  (equivalent)' if mutant.reason else ''))
+            print(f'{mutant.name}  (line {mutant.line}: {mutant.before} -> {mutant.after})')
         return 0
-    copy_tree()
-    configure()
-    seconds = measure_programs()
-    counts = {'killed': 0, 'survived': 0, 'error': 0}
-    for mutant in chosen:
-        if mutant.reason:
-            continue
-        start = time.monotonic()
-        verdict, detail = verdict_on(mutant, seconds)
-        counts[verdict] += 1
-        print(f'{verdict:8}  {mutant.name}  {mutant.note}  {detail}  '
-              f'({time.monotonic() - start:.0f} s)', flush=True)
-    made = counts['killed'] + counts['survived']
-    percentage = 100.0 * counts['killed'] / made if made else 100.0
-    left_out = sum(1 for mutant in chosen if mutant.reason)
-    print(f'mutate: {counts["killed"]} of {made} changes noticed ({percentage:.1f} %), '
-          f'{counts["error"]} in error, {left_out} that cannot be noticed left out')
-    return 1 if counts['error'] or percentage < WANTED_PERCENTAGE else 0
+    copy = SwitchedCopy(ROOT, WORK, points, texts)
+    copy.make()
+    judge = Judge(WORK / 'build', len(mutants))
+    if judge.failing:
+        print('mutate: fails without a change:', *judge.failing, sep='\n  ')
+        return 2
+    return report(chosen, Trial(copy, judge).run(chosen, options.jobs))
 
 
 if __name__ == '__main__':
