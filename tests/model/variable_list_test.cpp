@@ -161,6 +161,12 @@ TEST(VariableListTest, DisplayOfEveryKindOfVariable) {
                 "End of display for BINVarList object.\n");
 }
 
+TEST(VariableListTest, DisplayNamesATargetThatComesFirst) {
+  BINVarList list;
+  list.AddCatVar("outcome", "", 2, kNumericLevel, kTarget);
+  EXPECT_NE(DisplayOf(list).find("Target Index  = 0\n"), std::string::npos);
+}
+
 TEST(VariableListMergeTest, DifferentTargetIndexesGiveTheSmaller) {
   BINVarList other = MakeList();
   other.SetVariableRole(1, kUndefined);
