@@ -12,6 +12,7 @@ MCBIN = os.environ["MCBIN"]
 ROOT = pathlib.Path(os.environ["MCBIN_SOURCE"])
 LOANS = ROOT / "examples" / "data" / "loans.csv"
 TIMEOUT = 300
+ON_WINDOWS = os.environ.get("MCBIN_ON_WINDOWS") == "1"
 
 
 class ProgramTest(unittest.TestCase):

@@ -7,7 +7,7 @@ import pathlib
 import re
 import unittest
 
-from program import LOANS, ROOT, ProgramTest
+from program import LOANS, ON_WINDOWS, ROOT, ProgramTest
 
 TARGETS = {
     "adult": "income",
@@ -152,6 +152,7 @@ class ReportTest(ProgramTest):
         self.assertEqual({row[1] for row in page.tables[0][1:]}, {"age", "loan_amount"})
         self.assertEqual(len(page.tables), 3)
 
+    @unittest.skipIf(ON_WINDOWS, "no file there has such a name")
     def test_names_that_look_like_markup(self):
         name = "</title><script>alert(1)</script>&amp;\"'\n\x01" + "x" * 3000
         quoted = '"' + name.replace('"', '""') + '"'
