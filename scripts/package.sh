@@ -11,7 +11,11 @@ packages=$source/build/packages
 tried=$source/build/packages/tried
 rm -rf "$packages"
 mkdir -p "$tried"
-fit=(fit --target default --weight weight --exclude grade --json)
+fit=(fit - --target default --weight weight --exclude grade --json)
+data=$source/examples/data/loans.csv
+
+# model <program>...: what it prints for the example's data.
+model() { "$@" "${fit[@]}" <"$data" 2>/dev/null; }
 
 say() { printf 'package: %s\n' "$*"; }
 
@@ -44,12 +48,12 @@ try_in_bare_debian() {
   local root=$tried/debian
   say "making a bare Debian"
   mmdebstrap --quiet --variant=minbase --include=g++,cmake,make bookworm "$root"
-  cp "$packages"/*.deb examples/data/loans.csv "$root/tmp"
+  cp "$packages"/*.deb "$data" "$root/tmp"
   cp -r tests/consumers "$root/tmp/consumers"
   chroot "$root" sh -euc '
     cd /tmp
     DEBIAN_FRONTEND=noninteractive apt-get install -qq -y ./*.deb >install.log 2>&1 || { cat install.log; exit 1; }
-    mcbin "$@" loans.csv >model.json
+    mcbin "$@" <loans.csv >model.json 2>/dev/null
     cmake -S consumers/installed -B consumer >/dev/null
     cmake --build consumer >/dev/null
     consumer/consumer >/dev/null
@@ -64,7 +68,7 @@ try_unpacked_debian() {
   for package in "$packages"/*.deb; do
     dpkg -x "$package" "$tried/unpacked"
   done
-  "$tried/unpacked/usr/bin/mcbin" "${fit[@]}" examples/data/loans.csv >"$tried/model.json"
+  model "$tried/unpacked/usr/bin/mcbin" >"$tried/model.json"
   same "$tried/model.json" "the unpacked Debian package"
   use "$tried/unpacked/usr"
 }
@@ -73,7 +77,7 @@ try_zip() {
   local folder=$tried/windows wine=(env WINEPREFIX="$source/build/wine" WINEDEBUG=-all wine)
   python3 -m zipfile -e "$packages"/*.zip "$folder"
   mv "$folder"/*/* "$folder"
-  (cd "$folder/bin" && "${wine[@]}" mcbin.exe "${fit[@]}" "$source/examples/data/loans.csv") >"$tried/model.json"
+  model "${wine[@]}" "$folder/bin/mcbin.exe" >"$tried/model.json"
   same "$tried/model.json" "the zip for Windows under wine"
   x86_64-w64-mingw32-g++-posix -std=c++17 -static -I"$folder/include" tests/consumers/consumer.cpp \
     -L"$folder/lib" -lmcbinning -lMCCOMVOR -o "$folder/bin/consumer.exe"
@@ -82,14 +86,14 @@ try_zip() {
 }
 
 build release DEB TGZ
-build/release/cli/mcbin "${fit[@]}" examples/data/loans.csv >"$tried/expected.json"
+model build/release/cli/mcbin >"$tried/expected.json"
 if [ "$(id -u)" -eq 0 ] && command -v mmdebstrap >/dev/null; then
   try_in_bare_debian
 else
   try_unpacked_debian
 fi
 tar xzf "$packages"/*.tar.gz -C "$tried"
-"$tried"/mcbinning-*/bin/mcbin "${fit[@]}" examples/data/loans.csv >"$tried/model.json"
+model "$tried"/mcbinning-*/bin/mcbin >"$tried/model.json"
 same "$tried/model.json" "the archive in another folder"
 use "$(echo "$tried"/mcbinning-*)"
 if [ -e build/windows-libraries/complete ]; then
