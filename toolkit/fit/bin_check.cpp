@@ -37,26 +37,6 @@ bool isPossible(const std::vector<double>& cutPoints, std::size_t position,
          std::all_of(next, cutPoints.end(), [](double later) { return std::isnan(later); });
 }
 
-void dropImpossibleCuts(AttributeModel& attribute) {
-  std::vector<double> cuts;
-  std::vector<WeightedCounts> bins = {std::move(attribute.bins.front())};
-  for (std::size_t c = 0; c < attribute.cutPoints.size(); ++c) {
-    if (isPossible(attribute.cutPoints, c, cuts)) {
-      cuts.push_back(attribute.cutPoints[c]);
-      bins.push_back(std::move(attribute.bins[c + 1]));
-    } else {
-      add(attribute.bins[c + 1], 1.0, bins.back());
-    }
-  }
-  if (cuts.size() < attribute.cutPoints.size()) {
-    addRemark(std::string(cuts.empty() ? "not cut" : "a cut is left out") +
-                  ": the middle of two values is no number or too large for one",
-              attribute.status);
-  }
-  attribute.cutPoints = std::move(cuts);
-  attribute.bins = std::move(bins);
-}
-
 void noteFewerBins(int asked, AttributeModel& attribute) {
   const std::size_t found = attribute.bins.size();
   if (found == 1 || found >= static_cast<std::size_t>(asked)) return;
@@ -93,12 +73,43 @@ void fileUnbinned(const Model& model, AttributeModel& attribute) {
   attribute.unbinnedCases = std::move(unbinned);
 }
 
+void noteMiscounted(const Model& model, AttributeModel& attribute) {
+  if (mayBeRounding(attribute.miscountedWeight, model, attribute.totalWeight)) {
+    attribute.miscountedWeight = 0.0;
+  }
+  if (attribute.miscountedWeight == 0.0) return;
+  addRemark(
+      fmt::format("weight {} is counted in another bin than it lies in: a cut fell on a value",
+                  weightText(attribute.miscountedWeight)),
+      attribute.status);
+}
+
 }  // namespace
+
+void dropImpossibleCuts(AttributeModel& attribute) {
+  std::vector<double> cuts;
+  std::vector<WeightedCounts> bins = {std::move(attribute.bins.front())};
+  for (std::size_t c = 0; c < attribute.cutPoints.size(); ++c) {
+    if (isPossible(attribute.cutPoints, c, cuts)) {
+      cuts.push_back(attribute.cutPoints[c]);
+      bins.push_back(std::move(attribute.bins[c + 1]));
+    } else {
+      add(attribute.bins[c + 1], 1.0, bins.back());
+    }
+  }
+  if (cuts.size() < attribute.cutPoints.size()) {
+    addRemark(std::string(cuts.empty() ? "not cut" : "a cut is left out") +
+                  ": the middle of two values is no number or too large for one",
+              attribute.status);
+  }
+  attribute.cutPoints = std::move(cuts);
+  attribute.bins = std::move(bins);
+}
 
 void checkBins(Model& model) {
   for (AttributeModel& attribute : model.attributes) {
-    dropImpossibleCuts(attribute);
     if (model.method == Method::EqualFrequency) noteFewerBins(model.options.bins, attribute);
+    noteMiscounted(model, attribute);
     fileUnbinned(model, attribute);
   }
 }

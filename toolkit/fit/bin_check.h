@@ -6,9 +6,13 @@
 
 namespace mcbin {
 
+/// Makes one bin of those on either side of a cut point that is no number, or not above the one
+/// before, and says so: such is the middle of -inf and inf, or of two values near the largest
+/// double.
+void dropImpossibleCuts(AttributeModel& attribute);
+
 /// Goes over a model that is filled but for `unbinnedCases`, and adds to the attributes' remarks:
-/// - the bins on either side of a cut point that is no number, or not above the one before, become
-///   one: such is the middle of -inf and inf, or of two values near the largest double;
+/// - bins count cases that lie in other bins;
 /// - cases with a value and a category that no bin counts are filed as unbinned;
 /// - there are fewer bins of equal frequency than were asked for.
 void checkBins(Model& model);

@@ -4,6 +4,7 @@
 #include <mcbinning/mcbinning.h>
 #include <mccomvor/missing_value.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -14,8 +15,9 @@
 #include <vector>
 
 #include "toolkit/errors.h"
+#include "toolkit/fit/bin_check.h"
+#include "toolkit/fit/bin_recount.h"
 #include "toolkit/fit/status_text.h"
-#include "toolkit/system/paths.h"
 #include "toolkit/system/temporary_directory.h"
 #include "toolkit/text/visible_text.h"
 
@@ -193,15 +195,14 @@ void checkRun(const RunSetting& run, const Model& model, const MCBinning::MCStat
 /// Whether each of the run's column files holds a double for every used case; true, too, when the
 /// directory cannot be read.
 bool filesAreWhole(const RunSetting& run, std::size_t columns) {
-  const std::uintmax_t size = sizeof(double) * run.feed.Cases().used;
   std::error_code unreadable;
-  std::size_t whole = 0;
-  for (const auto& file :
-       std::filesystem::directory_iterator(pathOf(run.directory.Path()), unreadable)) {
+  const auto files = columnFiles(run.directory.Path(), unreadable);
+  const auto whole = std::count_if(files.begin(), files.end(), [&](const auto& file) {
     std::error_code gone;
-    if (file.file_size(gone) == size && !gone) ++whole;
-  }
-  return unreadable || whole >= columns;
+    return std::filesystem::file_size(file, gone) == sizeof(double) * run.feed.Cases().used &&
+           !gone;
+  });
+  return unreadable || static_cast<std::size_t>(whole) >= columns;
 }
 
 std::size_t columnsOf(const Model& model) {
@@ -220,6 +221,7 @@ void takeRecords(const std::vector<Results>& records, const RunSetting& run, Mod
       throwIfAttributeFailed(status, attribute.name, filesAreWhole(run, columnsOf(model)));
     }
     take(records[a], attribute);
+    dropImpossibleCuts(attribute);
     require(attribute.totalWeightWithMissing == run.feed.TotalWeight(), "to count every case");
   }
 }
@@ -258,6 +260,7 @@ void runEqualFrequency(RunSetting& run, Model& model) {
   algorithm->GetOutput()->GetAllCutPoints(records);
   takeRecords(records, run, model,
               [](const auto& record, AttributeModel& attribute) { takeRecord(record, attribute); });
+  recountBins(run.directory.Path(), run.feed.Cases().used, run.monitor, model);
 }
 
 }  // namespace

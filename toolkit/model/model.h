@@ -78,6 +78,8 @@ struct AttributeModel {
   /// Cases with a value and a target category that the library counts in no bin: part of
   /// `totalWeight`. `apply` finds each of them a bin. Without class weights when there are none.
   WeightedCounts unbinnedCases;
+  /// Weight that bins count of cases that lie in another bin, where `apply` puts them.
+  double miscountedWeight = 0.0;
   /// Base-2 entropy of the target over the valid cases, before and after cutting. Empty in an
   /// equal-frequency model and when nothing was searched.
   std::optional<double> entropyBefore;

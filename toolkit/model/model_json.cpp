@@ -59,6 +59,7 @@ Json attributeToJson(const AttributeModel& attribute) {
   if (attribute.unbinnedCases.weight > 0.0) {
     json["unbinnedCases"] = countsToJson(attribute.unbinnedCases);
   }
+  if (attribute.miscountedWeight > 0.0) json["miscountedWeight"] = attribute.miscountedWeight;
   return json;
 }
 

@@ -87,6 +87,8 @@ AttributeModel readAttribute(const JsonNode& node, std::size_t categories) {
   attribute.userMissingCases = readCounts(node["userMissingCases"], categories);
   const std::optional<JsonNode> unbinned = node.Optional("unbinnedCases");
   if (unbinned) attribute.unbinnedCases = readCounts(*unbinned, categories);
+  const std::optional<JsonNode> miscounted = node.Optional("miscountedWeight");
+  if (miscounted) attribute.miscountedWeight = miscounted->Weight();
   return attribute;
 }
 

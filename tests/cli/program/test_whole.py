@@ -114,6 +114,23 @@ class OddBins(ProgramTest):
                          "not cut: no cut tells the target's categories apart well enough; weight 2 "
                          "lies in no bin")
 
+    def test_cases_counted_in_another_bin_than_their_own_are_said(self):
+        """0.1 + 0.2 is next to 0.3: the middle of both is the greater, which then is a cut."""
+        self.file("d.csv", "a\n0.1\n0.3\n0.30000000000000004\n0.7\n")
+        arguments = ["d.csv", "-e", "--bins", "2"]
+        model = self.fit(*arguments)
+        self.assertEqual(violations(model, SCHEMA), [])
+        a = attribute(model, "a")
+        self.assertEqual([b["weight"] for b in a["bins"]], [2, 2])
+        self.assertEqual(a["miscountedWeight"], 1)
+        self.file("m.json", json.dumps(model))
+        applied = self.succeed("apply", "m.json", "d.csv").stdout.split()
+        self.assertEqual([row[-1] for row in applied[1:]], ["0", "0", "0", "1"])
+        said = "weight 1 is counted in another bin than it lies in: a cut fell on a value"
+        self.assertEqual(a["status"]["reason"], said)
+        for command in (["fit", *arguments], ["show", "m.json"], ["report", "m.json"]):
+            self.assertIn(said, self.succeed(*command).stdout)
+
     def test_fewer_bins_than_asked_for_are_said(self):
         self.file("d.csv", "a\n" + "1\n" * 9 + "2\n" * 9 + "3\n")
         self.assertIn("3 bins in place of 5: the values are too few or too unevenly spread",

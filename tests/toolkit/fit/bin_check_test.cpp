@@ -36,6 +36,7 @@ std::vector<double> weightsOf(const AttributeModel& attribute) {
 }
 
 AttributeModel checked(Model model) {
+  for (AttributeModel& attribute : model.attributes) dropImpossibleCuts(attribute);
   checkBins(model);
   return model.attributes.front();
 }
@@ -76,6 +77,17 @@ TEST(BinCheck, FewerBinsThanAskedForAreSaid) {
             "2 bins in place of 4: the values are too few or too unevenly spread");
   model.method = Method::Supervised;
   EXPECT_EQ(checked(model).status.reason, "");
+}
+
+TEST(BinCheck, WeightCountedInAnotherBinIsSaid) {
+  Model model = cutAt({1.0}, {2.0, 3.0}, 5.0);
+  model.attributes[0].miscountedWeight = 2.0;
+  EXPECT_EQ(checked(model).status.reason,
+            "weight 2 is counted in another bin than it lies in: a cut fell on a value");
+  model = cutAt({1.0}, {1e300, 1e300}, 2e300);
+  model.attributes[0].miscountedWeight = 1e285;  // what sums of this size may lose
+  EXPECT_EQ(checked(model).status.reason, "");
+  EXPECT_EQ(checked(model).miscountedWeight, 0.0);
 }
 
 TEST(BinCheck, WeightInNoBinIsFiledAndSaidBehindOtherRemarks) {

@@ -33,13 +33,16 @@ TEST(ModelJson, AnEqualFrequencyModelHasNoTarget) {
   EXPECT_EQ(modelToJson(modelFromJson(text, "m")), text);
 }
 
-TEST(ModelJson, UnbinnedCasesAreStoredWhenThereAreAny) {
+TEST(ModelJson, UnbinnedAndMiscountedCasesAreStoredWhenThereAreAny) {
   Model model = exampleModel();
   EXPECT_EQ(modelToJson(model).find("unbinnedCases"), std::string::npos);
+  EXPECT_EQ(modelToJson(model).find("miscountedWeight"), std::string::npos);
   model.attributes[0].unbinnedCases = {3.0, {1.0, 2.0}};
+  model.attributes[0].miscountedWeight = 4.0;
   const std::string text = modelToJson(model);
   const Model read = modelFromJson(text, "m");
   EXPECT_EQ(read.attributes[0].unbinnedCases.classWeights[1], 2.0);
+  EXPECT_EQ(read.attributes[0].miscountedWeight, 4.0);
   EXPECT_EQ(modelToJson(read), text);
 }
 

@@ -95,6 +95,8 @@ const std::pair<std::string, std::function<void(Json&)>> kWrongValues[] = {
      [](Json& j) {
        j["attributes"][0]["unbinnedCases"] = {{"weight", 1.0}};
      }},
+    {"m: attributes[0].miscountedWeight must be a finite number that is not negative",
+     [](Json& j) { j["attributes"][0]["miscountedWeight"] = -1.0; }},
     {"m: attributes[0].missing.range must be null or [low, high]",
      [](Json& j) {
        j["attributes"][0]["missing"]["range"] = {2.0, 1.0};
