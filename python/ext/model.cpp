@@ -57,7 +57,9 @@ void save(const Model& model, const std::string& path) {
 
 void bindModel(nb::module_& module) {
   nb::class_<Model>(module, "Model")
-      .def_static("from_json", &modelFromJson, "text"_a, "name"_a)
+      .def_static("from_json",
+                  nb::overload_cast<const std::string&, const std::string&>(&modelFromJson),
+                  "text"_a, "name"_a)
       .def_static("load", &load, "path"_a)
       .def("to_json", &modelToJson)
       .def("save", &save, "path"_a)

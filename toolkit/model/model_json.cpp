@@ -126,7 +126,7 @@ std::string modelToJson(const Model& model) {
 }
 
 Model loadModel(const std::string& path, Monitor& monitor) {
-  return modelFromJson(readWhole(path, monitor), shownName(path));
+  return modelFromJson(readWhole(path, monitor), shownName(path), monitor);
 }
 
 }  // namespace mcbin

@@ -16,6 +16,8 @@ std::string modelToJson(const Model& model);
 /// Reads a model. `name` stands in front of error messages. Throws DataError when the text is not
 /// JSON, not a model, inconsistent, or of a newer schema version.
 Model modelFromJson(const std::string& text, const std::string& name);
+/// The monitor is asked on the way.
+Model modelFromJson(const std::string& text, const std::string& name, Monitor& monitor);
 
 /// Reads the model at `path` ("-": standard input), gzip-compressed or not; DataError when it
 /// cannot be read. The monitor is asked while a stream is waited for.

@@ -129,10 +129,11 @@ WeightModel readWeight(const JsonNode& node) {
   return weight;
 }
 
-void readAttributes(const JsonNode& node, Model& model) {
+void readAttributes(const JsonNode& node, Monitor& monitor, Model& model) {
   const std::size_t categories = model.target ? model.target->categories.size() : 0;
   std::set<std::string> names;
   for (const JsonNode& element : node.Elements()) {
+    monitor.ThrowIfStopped();
     model.attributes.push_back(readAttribute(element, categories));
     if (!names.insert(model.attributes.back().name).second) {
       element["name"].Fail("repeats the name of an earlier attribute");
@@ -154,8 +155,9 @@ void checkVersion(const JsonNode& root) {
   }
 }
 
-Json parseJson(const std::string& text, const std::string& name) {
+Json parseJson(const std::string& text, const std::string& name, Monitor& monitor) {
   const auto checkDepth = [&](int depth, Json::parse_event_t /*event*/, const Json& /*value*/) {
+    monitor.ThrowIfStopped();
     if (depth <= kDeepest) return true;
     throw DataError(fmt::format(
         "{}: nested more than {} deep: name a model that mcbin fit -o wrote", name, kDeepest));
@@ -176,7 +178,12 @@ Json parseJson(const std::string& text, const std::string& name) {
 }  // namespace
 
 Model modelFromJson(const std::string& text, const std::string& name) {
-  const Json json = parseJson(text, name);
+  Monitor unwatched;
+  return modelFromJson(text, name, unwatched);
+}
+
+Model modelFromJson(const std::string& text, const std::string& name, Monitor& monitor) {
+  const Json json = parseJson(text, name, monitor);
   const JsonNode root(json, name);
   checkVersion(root);
   Model model;
@@ -199,7 +206,7 @@ Model modelFromJson(const std::string& text, const std::string& name) {
   if (!target.IsNull()) model.target = readTarget(target);
   const JsonNode weight = root["weight"];
   if (!weight.IsNull()) model.weight = readWeight(weight);
-  readAttributes(root["attributes"], model);
+  readAttributes(root["attributes"], monitor, model);
   for (const JsonNode& column : root["leftOut"].Elements()) {
     model.leftOut.push_back({column["name"].Text(), column["reason"].Text()});
   }

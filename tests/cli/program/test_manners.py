@@ -160,6 +160,18 @@ class Interrupts(ProgramTest):
             stream.close()
         self.assertEqual(list(self.temporary.iterdir()), [])
 
+    def test_while_a_huge_model_is_read(self):
+        model = self.fit(LOANS, "-e")
+        attribute = model["attributes"][0]
+        model["attributes"] = [dict(attribute, name=str(i)) for i in range(60_000)]
+        self.file("m.json", json.dumps(model))
+        for delay in (0.3, 0.6, 0.9):
+            process = self.start("show", self.directory / "m.json")
+            time.sleep(delay)
+            sent = time.monotonic()
+            self.interrupt(process, signal.SIGINT, 130)
+            self.assertLess(time.monotonic() - sent, 1.0)
+
     def big_file(self):
         path = self.directory / "big.csv"
         header, body = LOANS.read_text().split("\n", 1)
