@@ -73,10 +73,13 @@ void removeIfLeft(int root, const char* name) {
   }
   struct stat status = {};
   const int lock = ::openat(descriptor, kLockName, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-  const bool isLeft = lock >= 0 && ::fstat(descriptor, &status) == 0 &&
-                      status.st_uid == ::geteuid() && ::flock(lock, LOCK_EX | LOCK_NB) == 0;
-  if (isLeft) {
+  const bool hasNone = lock < 0 && errno == ENOENT;
+  const bool isOurs = ::fstat(descriptor, &status) == 0 && status.st_uid == ::geteuid();
+  if (isOurs && lock >= 0 && ::flock(lock, LOCK_EX | LOCK_NB) == 0) {
     removeFiles(directory);
+    ::unlinkat(root, name, AT_REMOVEDIR);
+  } else if (isOurs && hasNone && (status.st_mode & 0777U) == 0700U) {
+    // Its process died, or is, between making it and its lock: goes when it is empty.
     ::unlinkat(root, name, AT_REMOVEDIR);
   }
   if (lock >= 0) ::close(lock);
@@ -92,26 +95,20 @@ void removeThoseLeft(const std::string& root) {
   ::closedir(directory);
 }
 
-/// Gives up a directory just made, for the reason in errno.
-[[noreturn]] void failAfterwards(const std::string& root, const std::string& path) {
-  const int reason = errno;
-  ::rmdir(path.c_str());
-  errno = reason;
-  fail(root);
-}
-
 /// False when another run took the new directory, not locked yet, for one that was left.
 bool make(const std::string& root, std::string& path, DIR*& directory, int& lock) {
   path = fmt::format("{}/{}{}", root, kNameStart, kNameEnd);
   if (::mkdtemp(path.data()) == nullptr) fail(root);
   directory = ::opendir(path.c_str());
-  if (directory == nullptr) failAfterwards(root, path);
-  lock = ::openat(::dirfd(directory), kLockName, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  lock = directory == nullptr
+             ? -1
+             : ::openat(::dirfd(directory), kLockName, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (lock < 0) {
     const int reason = errno;
-    ::closedir(directory);
+    if (directory != nullptr) ::closedir(directory);
+    if (::rmdir(path.c_str()) != 0 && errno == ENOENT) return false;
     errno = reason;
-    failAfterwards(root, path);
+    fail(root);
   }
   // A file system without locks keeps directories of dead processes, as nobody gets a lock there.
   const bool isTaken = ::flock(lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;

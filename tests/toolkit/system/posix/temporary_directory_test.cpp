@@ -106,6 +106,22 @@ TEST_F(TemporaryDirectoryTest, DirectoriesOfDeadProcessesAreRemovedByTheNext) {
   EXPECT_EQ(Count(), 0U);
 }
 
+TEST_F(TemporaryDirectoryTest, ADirectoryWhoseProcessDiedBeforeItHadALockIsRemovedWhenEmpty) {
+  std::string left = Root() + "/mcbin-XXXXXX";
+  ASSERT_NE(::mkdtemp(left.data()), nullptr);
+  { const TemporaryDirectory next(Root()); }
+  EXPECT_FALSE(fs::exists(left));
+  fs::create_directory(Root() + "/mcbin-result");  // as any program makes one
+  fs::create_directory(Root() + "/mcbin-secret");
+  fs::permissions(Root() + "/mcbin-secret", fs::perms::owner_all);
+  std::ofstream(Root() + "/mcbin-secret/precious") << "x";
+  { const TemporaryDirectory next(Root()); }
+  EXPECT_TRUE(fs::exists(Root() + "/mcbin-result"));
+  EXPECT_TRUE(fs::exists(Root() + "/mcbin-secret/precious"));
+  fs::remove(Root() + "/mcbin-result");
+  fs::remove_all(Root() + "/mcbin-secret");
+}
+
 TEST_F(TemporaryDirectoryTest, DirectoriesInUseStay) {
   const TemporaryDirectory first(Root());
   EXPECT_EQ(inChild([&] { const TemporaryDirectory other(Root()); }), 0);
