@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "toolkit/errors.h"
+#include "toolkit/system/output_file.h"
 
 namespace mcbin {
 namespace {
@@ -26,6 +27,7 @@ void releaseReserve() {
 /// Exceptions that nobody catches come from destructors and from objects made before main(), where
 /// nothing but an allocation fails.
 [[noreturn]] void endWithoutMemory() {
+  removeUnfinishedOutput();
   constexpr std::string_view kMessage = "mcbin: out of memory\n";
   static_cast<void>(::write(STDERR_FILENO, kMessage.data(), kMessage.size()) == 0);
   ::_exit(ExitCode::kInternalError);

@@ -6,6 +6,8 @@
 namespace mcbin {
 namespace {
 
+// Objects are made as such: one that a key makes of null crashes when memory runs out on the way.
+
 Json numbersToJson(const std::vector<double>& values) {
   Json array = Json::array();
   for (double value : values) array.push_back(numberToJson(value));
@@ -22,7 +24,7 @@ Json optionalToJson(const std::optional<T>& value) {
 }
 
 Json missingToJson(const MissingRules& rules) {
-  Json json;
+  Json json = Json::object();
   json["values"] = numbersToJson(rules.values);
   json["range"] =
       rules.range ? numbersToJson({rules.range->first, rules.range->second}) : Json(nullptr);
@@ -30,16 +32,17 @@ Json missingToJson(const MissingRules& rules) {
 }
 
 Json countsToJson(const WeightedCounts& counts) {
-  Json json;
+  Json json = Json::object();
   json["weight"] = counts.weight;
   json["classWeights"] = counts.classWeights;
   return json;
 }
 
 Json attributeToJson(const AttributeModel& attribute) {
-  Json json;
+  Json json = Json::object();
   json["name"] = attribute.name;
   json["missing"] = missingToJson(attribute.missing);
+  json["status"] = Json::object();
   json["status"]["code"] = attribute.status.code;
   json["status"]["severity"] = nameOf(kSeverities, attribute.status.severity);
   json["status"]["reason"] = attribute.status.reason;
@@ -65,7 +68,7 @@ Json attributeToJson(const AttributeModel& attribute) {
 
 Json optionsToJson(const Model& model) {
   const FitOptions& options = model.options;
-  Json json;
+  Json json = Json::object();
   json["closedSide"] = nameOf(kClosedSides, model.closedSide);
   json["bins"] = options.bins;
   json["distinctValueThreshold"] = options.distinctValueThreshold;
@@ -79,7 +82,7 @@ Json optionsToJson(const Model& model) {
 }
 
 Json targetToJson(const TargetModel& target) {
-  Json json;
+  Json json = Json::object();
   json["name"] = target.name;
   json["categories"] = target.categories;
   json["missingTexts"] = target.missingTexts;
@@ -89,7 +92,7 @@ Json targetToJson(const TargetModel& target) {
 }
 
 Json weightToJson(const WeightModel& weight) {
-  Json json;
+  Json json = Json::object();
   json["name"] = weight.name;
   json["missing"] = missingToJson(weight.missing);
   json["rounding"] = nameOf(kWeightRoundings, weight.rounding);
@@ -99,16 +102,18 @@ Json weightToJson(const WeightModel& weight) {
 }  // namespace
 
 std::string modelToJson(const Model& model) {
-  Json json;
+  Json json = Json::object();
   json["format"] = kModelFormat;
   json["schemaVersion"] = kModelSchemaVersion;
   json["program"] = model.program;
   json["library"] = model.library;
   json["method"] = nameOf(kMethods, model.method);
+  json["source"] = Json::object();
   json["source"]["data"] = model.source.data;
   json["source"]["table"] = optionalToJson(model.source.table);
   json["source"]["query"] = optionalToJson(model.source.query);
   json["options"] = optionsToJson(model);
+  json["cases"] = Json::object();
   json["cases"]["read"] = model.cases.read;
   json["cases"]["used"] = model.cases.used;
   json["cases"]["droppedForWeight"] = model.cases.droppedForWeight;

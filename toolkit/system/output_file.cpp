@@ -16,6 +16,9 @@
 namespace mcbin {
 namespace {
 
+/// Of the OutputFile under way; what runs at the end of a process without memory has no arguments.
+thread_local const std::string* unfinishedPath = nullptr;
+
 /// What a path that may be a symbolic link leads to, whether it is there or not.
 std::string behindLinks(std::string path) {
   constexpr int kMostLinks = 40;
@@ -44,9 +47,11 @@ OutputFile::OutputFile(const std::string& path)
     temporaryPath_.clear();
     Fail();
   }
+  if (!temporaryPath_.empty()) unfinishedPath = &temporaryPath_;
 }
 
 OutputFile::~OutputFile() {
+  if (unfinishedPath == &temporaryPath_) unfinishedPath = nullptr;
   if (process_ != ::getpid()) return;  // what a forked child holds is not its own
   if (file_ != nullptr && file_ != stdout) std::fclose(file_);
   if (!temporaryPath_.empty()) ::unlink(temporaryPath_.c_str());
@@ -70,6 +75,10 @@ void OutputFile::Commit() {
 void OutputFile::Fail() const {
   const char* const reason = std::strerror(errno);
   throw DataError(fmt::format("cannot write {}: {}", visibleText(path_), reason));
+}
+
+void removeUnfinishedOutput() noexcept {
+  if (unfinishedPath != nullptr && !unfinishedPath->empty()) ::unlink(unfinishedPath->c_str());
 }
 
 void requireOtherFile(const std::string& output, const std::string& input, const char* content) {

@@ -37,6 +37,9 @@ class OutputFile {
   pid_t process_;
 };
 
+/// Removes what an OutputFile of this thread has not committed, for an end without destructors.
+void removeUnfinishedOutput() noexcept;
+
 /// UsageError when `output` is the regular file `input`, which `content` ("the data") names: what a
 /// command reads is never replaced by what it writes.
 void requireOtherFile(const std::string& output, const std::string& input, const char* content);

@@ -92,6 +92,7 @@ class Faults(ProgramTest):
         return {name: int(count) for name, count in counts.items()}, result.stdout, output
 
     def faults(self, counts):
+        """Each is a function and a fault of it; those of memory once for a call and once for good."""
         draw = random.Random(SEED)
         for function, calls in sorted(counts.items()):
             at = range(1, calls + 1)
@@ -101,6 +102,7 @@ class Faults(ProgramTest):
             for call in at:
                 if function == "malloc":
                     yield function, f"malloc:{call}"
+                    yield function, f"malloc:{call}+"
                 else:
                     yield function, f"{function}:{call}:{draw.choice(ERRORS)}"
 
@@ -118,6 +120,8 @@ class Faults(ProgramTest):
             self.assertEqual(out, output if command.output else OLD, where)
         else:
             self.assertIn(out, [OLD, output, None], where)
+            if function == "malloc":
+                self.assertIn("mcbin: ", errors, where)
         if function not in REMOVING:
             self.assertEqual(left, [], where)
 
