@@ -9,6 +9,7 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -184,3 +185,5 @@ MCB_WRAP(38, void*, MAP_FAILED, mmap64,
 MCB_WRAP(39, char*, nullptr, realpath, (const char* path, char* resolved), (path, resolved))
 MCB_WRAP(40, ssize_t, -1, readlink, (const char* path, char* target, std::size_t size),
          (path, target, size))
+MCB_WRAP(41, int, -1, poll, (pollfd * files, nfds_t count, int milliseconds),
+         (files, count, milliseconds))
