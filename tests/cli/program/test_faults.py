@@ -125,6 +125,19 @@ class Faults(ProgramTest):
         if function not in REMOVING:
             self.assertEqual(left, [], where)
 
+    def test_an_error_of_the_system_is_called_by_its_name(self):
+        for command, fault, said in (
+            (COMMANDS[0], f"read:1:{errno.EIO}", "d.csv: Input/output error"),
+            (COMMANDS[1], f"read:1:{errno.EIO}", "d.csv.gz: Input/output error"),
+            (COMMANDS[4], f"read:1:{errno.EIO}", "model.json: Input/output error"),
+            (COMMANDS[0], f"mkdtemp:1:{errno.ENOSPC}",
+             f"cannot make a temporary directory in {self.temporary}: No space left on device"),
+            (COMMANDS[5], f"fwrite:1:{errno.ENOSPC}", "cannot write out: No space left on device"),
+        ):
+            result, _ = self.run_with(command, MCB_FAULT=fault)
+            self.assertEqual(result.stderr.decode().splitlines()[-1], "mcbin: " + said)
+            self.assertEqual(result.returncode, 1)
+
     def test_sweep(self):
         print(f"seed {SEED}")
         for command in COMMANDS:
