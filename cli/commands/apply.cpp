@@ -38,8 +38,8 @@ constexpr const char* kExamples =
     "is\n"
     "missing and -2 when it is declared missing in the model; with --as interval the bin as a "
     "text,\n"
-    "\"missing\" or \"user-missing\"; with --as bounds two columns NAME_lower and NAME_upper, "
-    "empty\n"
+    "\"missing\" or \"user-missing\"; with --as woe NAME_woe, its weight of evidence; with --as\n"
+    "bounds two columns NAME_lower and NAME_upper, empty "
     "without a bin. The output has commas between its cells, or tabs when FILE ends in .tsv.\n"
     "Exit status: 0 done, 1 the data cannot be used, 2 wrong usage, 3 internal error.";
 
@@ -94,7 +94,7 @@ void addApplyCommand(CLI::App& program) {
   addInputOptions(*command, apply->input);
   addAttributeOption(*command, apply->attributePatterns);
   addChoice(*command, "--as", apply->style, kLabelStyles,
-            "What stands for a bin: index, interval or bounds [index]");
+            "What stands for a bin: index, interval, woe or bounds [index]");
   command->add_flag("--replace", apply->replace,
                     "Put the bins in place of the columns they are made of, under the same name");
   addOutputOption(*command, apply->output);

@@ -38,7 +38,7 @@ constexpr const char* kExitStatus =
     "Exit status: 0 done, 1 the model cannot be used, 2 wrong usage, 3 internal error.";
 
 /// A statement gives a bin one column.
-constexpr std::span kStatementStyles(kLabelStyles, 2);
+constexpr std::span kStatementStyles(kLabelStyles, 3);
 
 std::vector<std::string> formatNames() {
   std::vector<std::string> names;
@@ -80,7 +80,7 @@ void addExportCommand(CLI::App& program) {
       ->check(CLI::IsMember(formatNames()))
       ->type_name("FORMAT");
   addChoice(*command, "--as", options->style, kStatementStyles,
-            "What stands for a bin in SQL: index or interval [index]");
+            "What stands for a bin in SQL: index, interval or woe (see apply) [index]");
   command
       ->add_option(
           "--from", options->from,

@@ -3,9 +3,11 @@
 
 #include <CLI/CLI.hpp>
 #include <chrono>
+#include <cmath>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/commands/commands.h"
@@ -49,11 +51,25 @@ constexpr const char* kExamples =
     "Temporary files go to the directory that TMPDIR names, by default to the system's.\n"
     "Exit status: 0 done, 1 the data cannot be used, 2 wrong usage, 3 internal error.";
 
-void addColumnOptions(CLI::App& command, FitCommand& fit) {
+void addTargetOptions(CLI::App& command, FitCommand& fit) {
   command
       .add_option("-t,--target", fit.request.target,
                   "Column whose categories the bins are to separate (name or number)")
       ->type_name("COLUMN");
+  command
+      .add_option("--event", fit.request.event,
+                  "The category of a target with two whose rate and evidence the tables show "
+                  "[the one that sorts last]")
+      ->type_name("CATEGORY");
+  command
+      .add_option("--woe-adjustment", fit.request.evidenceAdjustment,
+                  "What is added to both counts of a bin in which one of two categories does not "
+                  "occur, for its weight of evidence [0.5]")
+      ->check(numberRefusal)
+      ->type_name("NUMBER");
+}
+
+void addColumnOptions(CLI::App& command, FitCommand& fit) {
   addRepeated(command, "-a,--attribute", fit.request.attributePatterns,
               "Cut only these columns: a name, a number from 1, or a pattern with *, ? and [...]; "
               "may be given again [every scale column]",
@@ -126,8 +142,13 @@ void checkMethod(const FitCommand& fit) {
         "--equal-frequency bins have no target: leave --target out, or exclude the "
         "column with --exclude");
   }
-  if (fit.threshold || fit.smallBins) {
-    throw UsageError("--threshold and --small-bins are for binning with a --target");
+  const std::pair<const char*, bool> given[] = {
+      {"--threshold", fit.threshold.has_value()},
+      {"--small-bins", fit.smallBins.has_value()},
+      {"--event", fit.request.event.has_value()},
+      {"--woe-adjustment", fit.request.evidenceAdjustment.has_value()}};
+  for (const auto& [option, isGiven] : given) {
+    if (isGiven) throw UsageError(fmt::format("{} is for binning with a --target", option));
   }
 }
 
@@ -136,6 +157,10 @@ void checkNumbers(const FitCommand& fit) {
   if (fit.threshold && *fit.threshold < 0) throw UsageError("--threshold must not be negative");
   if (fit.smallBins && !(*fit.smallBins >= 0.0 && *fit.smallBins <= 1.0)) {
     throw UsageError("--small-bins must be from 0 to 1");
+  }
+  const auto& adjustment = fit.request.evidenceAdjustment;
+  if (adjustment && !(*adjustment > 0.0 && std::isfinite(*adjustment))) {
+    throw UsageError("--woe-adjustment must be above 0 and finite");
   }
   if (!fit.request.weight && fit.roundingGiven) {
     throw UsageError("--weight-rounding needs a --weight");
@@ -205,6 +230,7 @@ void addFitCommand(CLI::App& program) {
       "fit", "Cut the scale columns of a table into bins, print the tables, write a model");
   const auto fit = std::make_shared<FitCommand>();
   addInputOptions(*command, fit->request.input);
+  addTargetOptions(*command, *fit);
   addColumnOptions(*command, *fit);
   addBinningOptions(*command, *fit);
   addOutputOptions(*command, *fit);

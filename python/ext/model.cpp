@@ -72,7 +72,7 @@ void bindModel(nb::module_& module) {
             return attributeText(model, model.attributes.at(attribute));
           },
           "attribute"_a)
-      .def("ranking", &rankByInformationGain)
+      .def("ranking", &rankByGain)
       .def(
           "information_gain",
           [](const Model& model, std::size_t attribute) {

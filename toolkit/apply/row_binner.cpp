@@ -34,8 +34,7 @@ RowBinner::RowBinner(const Model& model, const TableReader& reader, const Option
           "{}: there is no column {}, which the model cuts; choose others with --attribute",
           options.data, excerpt(attribute.name)));
     }
-    attributes_.push_back(
-        {&attribute, column->second, BinLabels(attribute, model.closedSide, options.style)});
+    attributes_.push_back({&attribute, column->second, BinLabels(model, attribute, options.style)});
   }
   byColumn_.resize(names.size());
   for (const Attribute& attribute : attributes_) byColumn_[attribute.column] = &attribute;

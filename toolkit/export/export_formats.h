@@ -12,7 +12,7 @@
 namespace mcbin {
 
 struct ExportOptions {
-  LabelStyle style = LabelStyle::Index;  ///< What stands for a bin: Index or Interval.
+  LabelStyle style = LabelStyle::Index;  ///< What stands for a bin: Index, Interval or Evidence.
   std::optional<std::string> table;      ///< The table that the statement reads.
 };
 

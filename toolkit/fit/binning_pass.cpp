@@ -1,10 +1,14 @@
 #include "toolkit/fit/binning_pass.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <optional>
 #include <utility>
 
 #include "toolkit/errors.h"
 #include "toolkit/fit/library_run.h"
+#include "toolkit/fit/target_classes.h"
 #include "toolkit/text/utf8.h"
 #include "toolkit/text/visible_text.h"
 
@@ -35,6 +39,31 @@ FitOptions optionsOf(const FitRequest& request, const std::vector<ColumnPlan>& c
   return options;
 }
 
+/// Empty unless the target has two categories.
+std::optional<EvidenceOptions> evidenceOf(const FitRequest& request, const TargetModel& target) {
+  const std::vector<std::string>& categories = target.categories;
+  if (categories.size() != 2) {
+    if (!request.event && !request.evidenceAdjustment) return std::nullopt;
+    throw DataError(fmt::format("{}: the target {} has {} categories; evidence is for two",
+                                request.event ? "--event" : "--woe-adjustment",
+                                excerpt(target.name), categories.size()));
+  }
+  EvidenceOptions options;
+  options.event = categories.back();
+  options.adjustment = request.evidenceAdjustment.value_or(options.adjustment);
+  if (!request.event) return options;
+  const auto event = std::find_if(
+      categories.begin(), categories.end(),
+      [&](const std::string& category) { return namesSameClass(category, *request.event); });
+  if (event == categories.end()) {
+    throw DataError(fmt::format("--event {}: the target {} has the categories {} and {}",
+                                excerpt(*request.event), excerpt(target.name),
+                                quotedExcerpt(categories[0]), quotedExcerpt(categories[1])));
+  }
+  options.event = *event;
+  return options;
+}
+
 /// Everything of the model that is known before the library runs.
 Model modelOf(const FitRequest& request, const std::vector<ColumnPlan>& columns,
               const FeedLayout& layout, const std::vector<std::string>& categories) {
@@ -48,6 +77,7 @@ Model modelOf(const FitRequest& request, const std::vector<ColumnPlan>& columns,
   if (layout.targetColumn) {
     const ColumnPlan& column = columns[*layout.targetColumn];
     model.target = TargetModel{column.name, categories, allAsUtf8(column.missingTexts), {}, 0.0};
+    model.target->evidence = evidenceOf(request, *model.target);
   }
   if (layout.weightColumn) {
     const ColumnPlan& column = columns[*layout.weightColumn];

@@ -26,6 +26,8 @@ struct FitRequest {
   int bins = kDefaultPreBins;
   int distinctValueThreshold = 0;
   double smallBinThreshold = 0.0;
+  std::optional<std::string> event;  ///< A category of a target that has two.
+  std::optional<double> evidenceAdjustment;
   std::vector<std::string> naTexts;
   std::vector<std::string> attributePatterns;  ///< Empty: every column.
   std::vector<std::string> excludePatterns;

@@ -1,5 +1,7 @@
 #include "toolkit/model/bin_labels.h"
 
+#include "toolkit/errors.h"
+#include "toolkit/model/evidence.h"
 #include "toolkit/text/number_text.h"
 
 namespace mcbin {
@@ -27,12 +29,17 @@ std::string intervalText(const std::vector<double>& cutPoints, ClosedSide side, 
 std::vector<std::string> labelColumns(const std::string& attribute, LabelStyle style,
                                       bool inPlace) {
   if (style == LabelStyle::Bounds) return {attribute + "_lower", attribute + "_upper"};
-  return {inPlace ? attribute : attribute + "_bin"};
+  if (inPlace) return {attribute};
+  return {attribute + (style == LabelStyle::Evidence ? "_woe" : "_bin")};
 }
 
-BinLabels::BinLabels(const AttributeModel& attribute, ClosedSide side, LabelStyle style) {
+BinLabels::BinLabels(const Model& model, const AttributeModel& attribute, LabelStyle style) {
+  if (style == LabelStyle::Evidence) {
+    TakeEvidence(model, attribute);
+    return;
+  }
   for (std::size_t bin = 0; bin <= attribute.cutPoints.size(); ++bin) {
-    bins_.push_back(binLabel(attribute, side, style, bin));
+    bins_.push_back(binLabel(attribute, model.closedSide, style, bin));
   }
   if (style == LabelStyle::Bounds) {
     missing_ = userMissing_ = {"", ""};
@@ -40,6 +47,18 @@ BinLabels::BinLabels(const AttributeModel& attribute, ClosedSide side, LabelStyl
     missing_ = {style == LabelStyle::Index ? std::to_string(kMissingBin) : "missing"};
     userMissing_ = {style == LabelStyle::Index ? std::to_string(kUserMissingBin) : "user-missing"};
   }
+}
+
+void BinLabels::TakeEvidence(const Model& model, const AttributeModel& attribute) {
+  const auto evidence = evidenceOf(model, attribute);
+  if (!evidence) throw DataError("weights of evidence need a target with two categories");
+  const std::size_t bins = attribute.bins.size();
+  const auto label = [&](std::size_t row) {
+    return std::vector{shortestNumber(evidence->rows[row].weightOfEvidence)};
+  };
+  for (std::size_t bin = 0; bin < bins; ++bin) bins_.push_back(label(bin));
+  missing_ = label(bins);
+  userMissing_ = label(bins + 1);
 }
 
 const std::vector<std::string>& BinLabels::Of(const Placement& placement) const {

@@ -19,26 +19,31 @@ std::string intervalText(const std::vector<double>& cutPoints, ClosedSide side, 
 enum class LabelStyle {
   Index,     ///< 0, 1, ...; -1 for missing and -2 for user-missing.
   Interval,  ///< "(3.5, 7]"; "missing" and "user-missing".
+  Evidence,  ///< The weight of evidence, of the missing cases too.
   Bounds     ///< The lower and the upper end in two columns, both empty without a bin.
 };
 
 inline constexpr Choice<LabelStyle> kLabelStyles[] = {{"index", LabelStyle::Index},
                                                       {"interval", LabelStyle::Interval},
+                                                      {"woe", LabelStyle::Evidence},
                                                       {"bounds", LabelStyle::Bounds}};
 
-/// The columns that stand for the bins of an attribute: NAME_bin, or NAME_lower and NAME_upper.
-/// `inPlace`: NAME itself in place of NAME_bin.
+/// The columns that stand for the bins of an attribute: NAME_bin, NAME_woe, or NAME_lower and
+/// NAME_upper. `inPlace`: NAME itself in place of the first two.
 std::vector<std::string> labelColumns(const std::string& attribute, LabelStyle style, bool inPlace);
 
 /// Every label that an attribute can get, made once.
 class BinLabels {
  public:
-  BinLabels(const AttributeModel& attribute, ClosedSide side, LabelStyle style);
+  /// DataError for Evidence unless the target has two categories.
+  BinLabels(const Model& model, const AttributeModel& attribute, LabelStyle style);
 
   /// One cell per label column.
   const std::vector<std::string>& Of(const Placement& placement) const;
 
  private:
+  void TakeEvidence(const Model& model, const AttributeModel& attribute);
+
   std::vector<std::vector<std::string>> bins_;
   std::vector<std::string> missing_;
   std::vector<std::string> userMissing_;

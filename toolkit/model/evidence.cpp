@@ -1,5 +1,6 @@
 #include "toolkit/model/evidence.h"
 
+#include <algorithm>
 #include <numbers>
 
 #include "numerics/log2.h"
@@ -30,6 +31,12 @@ Evidence evidenceOfRow(double events, double nonEvents, const Totals& totals, do
 
 }  // namespace
 
+std::optional<std::size_t> eventOf(const Model& model) {
+  if (!model.target || model.target->categories.size() != 2) return std::nullopt;
+  const TargetModel& target = *model.target;
+  return target.evidence && target.evidence->event == target.categories[0] ? 0 : 1;
+}
+
 EvidenceTable evidenceOf(const std::vector<WeightedCounts>& rows, std::size_t event,
                          double adjustment) {
   const std::size_t nonEvent = 1 - event;
@@ -53,6 +60,30 @@ EvidenceTable evidenceOf(const AttributeModel& attribute, std::size_t event, dou
   rows.push_back(attribute.userMissingCases);
   if (!attribute.unbinnedCases.classWeights.empty()) rows.push_back(attribute.unbinnedCases);
   return evidenceOf(rows, event, adjustment);
+}
+
+std::optional<EvidenceTable> evidenceOf(const Model& model, const AttributeModel& attribute) {
+  const std::optional<std::size_t> event = eventOf(model);
+  if (!event) return std::nullopt;
+  const auto& options = model.target->evidence;
+  return evidenceOf(attribute, *event, options ? options->adjustment : kEvidenceAdjustment);
+}
+
+Trend trendOf(const AttributeModel& attribute, const EvidenceTable& evidence) {
+  std::vector<double> rates;
+  for (std::size_t bin = 0; bin < attribute.bins.size(); ++bin) {
+    if (attribute.bins[bin].weight > 0.0) rates.push_back(evidence.rows[bin].eventRate);
+  }
+  rates.erase(std::unique(rates.begin(), rates.end()), rates.end());
+  if (rates.size() < 2) return Trend::None;
+  const bool startsUp = rates[0] < rates[1];
+  std::size_t turns = 0;
+  for (std::size_t bin = 2; bin < rates.size(); ++bin) {
+    if ((rates[bin - 2] < rates[bin - 1]) != (rates[bin - 1] < rates[bin])) ++turns;
+  }
+  if (turns > 1) return Trend::None;
+  if (turns == 1) return startsUp ? Trend::Peak : Trend::Valley;
+  return startsUp ? Trend::Rising : Trend::Falling;
 }
 
 }  // namespace mcbin

@@ -3,14 +3,21 @@
 #define MCBIN_TOOLKIT_MODEL_EVIDENCE_H
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "toolkit/model/model.h"
+#include "toolkit/text/choice.h"
 
 namespace mcbin {
 
-/// What is added to both counts of a bin in which one of the classes does not occur.
+/// What is added to both counts of a bin in which one of the classes does not occur, unless asked
+/// otherwise.
 inline constexpr double kEvidenceAdjustment = 0.5;
+
+/// The code of the event: the category that the model names, by default the last. Empty unless the
+/// target has two categories.
+std::optional<std::size_t> eventOf(const Model& model);
 
 /// One bin. Of a bin without weight all three are 0.
 struct Evidence {
@@ -37,6 +44,21 @@ EvidenceTable evidenceOf(const std::vector<WeightedCounts>& rows, std::size_t ev
 /// unbinned cases.
 EvidenceTable evidenceOf(const AttributeModel& attribute, std::size_t event,
                          double adjustment = kEvidenceAdjustment);
+
+/// The same as the model asks; empty unless the target has two categories.
+std::optional<EvidenceTable> evidenceOf(const Model& model, const AttributeModel& attribute);
+
+/// How the event rate goes from bin to bin. Bins without weight, and neighbours with equal rates,
+/// change nothing.
+enum class Trend { None, Rising, Falling, Peak, Valley };
+inline constexpr Choice<Trend> kTrends[] = {{"none", Trend::None},
+                                            {"rising", Trend::Rising},
+                                            {"falling", Trend::Falling},
+                                            {"peak", Trend::Peak},
+                                            {"valley", Trend::Valley}};
+
+/// `evidence` is that of the attribute. None, too, when the rate turns more than once.
+Trend trendOf(const AttributeModel& attribute, const EvidenceTable& evidence);
 
 }  // namespace mcbin
 

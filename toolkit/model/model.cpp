@@ -17,6 +17,21 @@ double AttributeModel::InformationGain() const {
   return *entropyBefore - *entropyAfter;
 }
 
+double AttributeModel::GainOverAllCases() const {
+  std::vector<WeightedCounts> rows = bins;
+  for (const CasesBesideBins& beside : kBesideBins) rows.push_back(this->*beside.counts);
+  const std::vector<double> sums = sumOverBins(rows);
+  const double total = std::accumulate(sums.begin(), sums.end(), 0.0);
+  if (!(total > 0.0)) return 0.0;
+  double after = 0.0;
+  for (const WeightedCounts& row : rows) after += row.weight / total * entropyOf(row.classWeights);
+  return std::max(entropyOf(sums) - after, 0.0);
+}
+
+double AttributeModel::WeightOfAll() const {
+  return totalWeight + missingCases.weight + userMissingCases.weight;
+}
+
 const AttributeModel* findAttribute(const Model& model, const std::string& name) {
   for (const AttributeModel& attribute : model.attributes) {
     if (attribute.name == name) return &attribute;
@@ -24,12 +39,15 @@ const AttributeModel* findAttribute(const Model& model, const std::string& name)
   return nullptr;
 }
 
-std::vector<std::size_t> rankByInformationGain(const Model& model) {
-  std::vector<std::size_t> order(model.attributes.size());
+std::vector<std::size_t> rankByGain(const Model& model) {
+  std::vector<double> gains;
+  for (const AttributeModel& attribute : model.attributes) {
+    gains.push_back(attribute.GainOverAllCases());
+  }
+  std::vector<std::size_t> order(gains.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    return model.attributes[a].InformationGain() > model.attributes[b].InformationGain();
-  });
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::size_t a, std::size_t b) { return gains[a] > gains[b]; });
   return order;
 }
 

@@ -87,6 +87,13 @@ struct AttributeModel {
 
   /// Entropy before less entropy after; 0 without cut points and when either is not there.
   double InformationGain() const;
+
+  /// The same with each kind of cases beside the bins as a bin of its own, so that an attribute
+  /// that is mostly missing gains little. 0 without a target, never negative.
+  double GainOverAllCases() const;
+
+  /// What shares of weight refer to: the bins, the missing and the user-missing cases.
+  double WeightOfAll() const;
 };
 
 /// Numbers of the search as the model file names them. They are not negative, and null when nothing
@@ -110,12 +117,20 @@ inline constexpr CasesBesideBins kBesideBins[] = {
     {"user-missing", &AttributeModel::userMissingCases},
     {"in no bin", &AttributeModel::unbinnedCases}};
 
+/// How the evidence of a target with two categories is taken.
+struct EvidenceOptions {
+  std::string event;        ///< One of the categories.
+  double adjustment = 0.5;  ///< Added to both counts of a bin in which one of them does not occur.
+};
+
 struct TargetModel {
   std::string name;
   std::vector<std::string> categories;    ///< In code order: code c is element c.
   std::vector<std::string> missingTexts;  ///< Categories declared missing by the user.
   std::vector<double> classWeights;       ///< Of all used cases, in code order.
   double missingWeight = 0.0;             ///< Of the used cases without a category.
+  /// Never there unless there are two categories; without it the last category is the event.
+  std::optional<EvidenceOptions> evidence = {};
 };
 
 struct WeightModel {
@@ -171,9 +186,9 @@ struct Model {
 /// The attribute of that name, or null.
 const AttributeModel* findAttribute(const Model& model, const std::string& name);
 
-/// Positions into `model.attributes` by information gain, highest first; equal gains (and every
+/// Positions into `model.attributes` by gain over all cases, highest first; equal gains (and every
 /// attribute of an equal-frequency model) keep the order of the columns.
-std::vector<std::size_t> rankByInformationGain(const Model& model);
+std::vector<std::size_t> rankByGain(const Model& model);
 
 /// Base-2 entropy of the class weights; 0 when they sum to 0.
 double entropyOf(const std::vector<double>& classWeights);

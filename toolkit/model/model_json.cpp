@@ -1,6 +1,7 @@
 #include "toolkit/model/model_json.h"
 
 #include "toolkit/input/byte_source.h"
+#include "toolkit/model/evidence.h"
 #include "toolkit/model/json_text.h"
 
 namespace mcbin {
@@ -38,7 +39,24 @@ Json countsToJson(const WeightedCounts& counts) {
   return json;
 }
 
-Json attributeToJson(const AttributeModel& attribute) {
+/// Members for other programs; reading takes no notice of them, since they follow from the rest.
+void addEvidence(const Evidence& evidence, Json& json) {
+  json["eventRate"] = numberToJson(evidence.eventRate);
+  json["weightOfEvidence"] = numberToJson(evidence.weightOfEvidence);
+  json["informationValue"] = numberToJson(evidence.informationValue);
+}
+
+void addEvidence(const AttributeModel& attribute, const EvidenceTable& evidence, Json& json) {
+  json["informationValue"] = numberToJson(evidence.informationValue);
+  json["trend"] = nameOf(kTrends, trendOf(attribute, evidence));
+  std::size_t row = 0;
+  for (Json& bin : json["bins"]) addEvidence(evidence.rows[row++], bin);
+  for (const char* beside : {"missingCases", "userMissingCases", "unbinnedCases"}) {
+    if (json.contains(beside)) addEvidence(evidence.rows[row++], json[beside]);
+  }
+}
+
+Json attributeToJson(const Model& model, const AttributeModel& attribute) {
   Json json = Json::object();
   json["name"] = attribute.name;
   json["missing"] = missingToJson(attribute.missing);
@@ -63,6 +81,8 @@ Json attributeToJson(const AttributeModel& attribute) {
     json["unbinnedCases"] = countsToJson(attribute.unbinnedCases);
   }
   if (attribute.miscountedWeight > 0.0) json["miscountedWeight"] = attribute.miscountedWeight;
+  const auto evidence = evidenceOf(model, attribute);
+  if (evidence) addEvidence(attribute, *evidence, json);
   return json;
 }
 
@@ -88,6 +108,10 @@ Json targetToJson(const TargetModel& target) {
   json["missingTexts"] = target.missingTexts;
   json["classWeights"] = target.classWeights;
   json["missingWeight"] = target.missingWeight;
+  if (target.evidence) {
+    json["evidence"]["event"] = target.evidence->event;
+    json["evidence"]["adjustment"] = target.evidence->adjustment;
+  }
   return json;
 }
 
@@ -121,7 +145,7 @@ std::string modelToJson(const Model& model) {
   json["weight"] = model.weight ? weightToJson(*model.weight) : Json(nullptr);
   json["attributes"] = Json::array();
   for (const auto& attribute : model.attributes) {
-    json["attributes"].push_back(attributeToJson(attribute));
+    json["attributes"].push_back(attributeToJson(model, attribute));
   }
   json["leftOut"] = Json::array();
   for (const LeftOutColumn& column : model.leftOut) {

@@ -108,6 +108,18 @@ void readOptions(const JsonNode& node, Model& model) {
   }
 }
 
+EvidenceOptions readEvidence(const JsonNode& node, const std::vector<std::string>& categories) {
+  EvidenceOptions options;
+  options.event = node["event"].Text();
+  if (categories.size() != 2) node.Fail("is for a target of two categories");
+  if (options.event != categories[0] && options.event != categories[1]) {
+    node["event"].Fail("must be one of the categories");
+  }
+  options.adjustment = node["adjustment"].Weight();
+  if (options.adjustment == 0.0) node["adjustment"].Fail("must be above 0");
+  return options;
+}
+
 TargetModel readTarget(const JsonNode& node) {
   TargetModel target;
   target.name = node["name"].Text();
@@ -118,6 +130,8 @@ TargetModel readTarget(const JsonNode& node) {
     node["classWeights"].Fail("must have one weight for each category");
   }
   target.missingWeight = node["missingWeight"].Weight();
+  const std::optional<JsonNode> evidence = node.Optional("evidence");
+  if (evidence) target.evidence = readEvidence(*evidence, target.categories);
   return target;
 }
 

@@ -15,11 +15,6 @@ constexpr std::size_t kLongestLabel = 17;
 constexpr std::size_t kShortNumber = 6;
 constexpr double kNarrowestShare = 0.01;
 
-/// Weight of the bins and of the missing and user-missing cases: what shares of weight refer to.
-double weightOfAll(const AttributeModel& attribute) {
-  return attribute.totalWeight + attribute.missingCases.weight + attribute.userMissingCases.weight;
-}
-
 /// Minimum, cut points, maximum: the edges of the bins as the data fill them.
 std::vector<double> edgesOf(const AttributeModel& attribute) {
   std::vector<double> edges = {attribute.minimum.value_or(NAN)};
@@ -74,7 +69,7 @@ std::string describe(const Model& model, const AttributeModel& attribute) {
       "{} bin{}, the heaviest is {} with {} of the weight. The table has every number.",
       attribute.bins.size(), attribute.bins.size() == 1 ? "" : "s",
       intervalText(attribute.cutPoints, model.closedSide, bin),
-      shareText(heaviest->weight, weightOfAll(attribute)));
+      shareText(heaviest->weight, attribute.WeightOfAll()));
 }
 
 /// Bars whose area is the weight.
@@ -158,7 +153,7 @@ Histogram histogramOf(const Model& model, const AttributeModel& attribute, const
   } else {
     addEqualBars(attribute, histogram);
   }
-  const double total = weightOfAll(attribute);
+  const double total = attribute.WeightOfAll();
   for (std::size_t bin = 0; bin < attribute.bins.size(); ++bin) {
     const WeightedCounts& counts = attribute.bins[bin];
     histogram.bars[bin].label = shareText(counts.weight, total);
@@ -178,7 +173,7 @@ ShareChart shareChartOf(const Model& model, const AttributeModel& attribute,
                  describe(model, attribute)};
   chart.weightHeading = "weight";
   if (model.target) chart.classHeading = "class shares";
-  const double total = weightOfAll(attribute);
+  const double total = attribute.WeightOfAll();
   double heaviest = 0.0;
   for (const auto& [_, member] : kBesideBins) {
     heaviest = std::max(heaviest, (attribute.*member).weight);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "toolkit/input/cells.h"
+#include "toolkit/model/evidence.h"
 
 namespace mcbin {
 namespace {
@@ -63,6 +64,10 @@ Model withReportClasses(Model model) {
   const std::size_t count = target.categories.size();
   Codes kept = codesInReadingOrder(target.categories);
   if (count > kMaxReportClasses) kept = heaviest(kept, target.classWeights, kMaxReportClasses - 1);
+  if (const auto event = eventOf(model)) {
+    if (!target.evidence) target.evidence.emplace();
+    target.evidence->event = std::string(target.categories[*event]);
+  }
   std::vector<std::string> names;
   for (const std::size_t code : kept) names.push_back(target.categories[code]);
   if (kept.size() < count) names.push_back(fmt::format("{} other classes", count - kept.size()));

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <vector>
 
+#include "toolkit/model/evidence.h"
 #include "toolkit/report/attribute_charts.h"
 #include "toolkit/report/class_grouping.h"
 #include "toolkit/report/html_table.h"
@@ -61,6 +62,12 @@ std::string optionsText(const Model& model) {
     text += fmt::format(" Inner bins lighter than {} of their lighter neighbour were merged.",
                         shortestNumber(options.smallBinThreshold));
   }
+  if (eventOf(model)) {
+    text += fmt::format(
+        " Weight of evidence (WoE) is the logarithm of a bin's share of all non-events over its"
+        " share of all events, with {} added to both counts where one of them is 0.",
+        shortestNumber(model.target->evidence.value_or(EvidenceOptions()).adjustment));
+  }
   return text;
 }
 
@@ -75,21 +82,21 @@ void addLegend(Markup& html, const Model& model) {
 std::string sectionId(std::size_t rank) { return fmt::format("a{}", rank); }
 
 void addRanking(Markup& html, const Model& model, const std::vector<std::size_t>& ranked) {
-  html.Element("h2", model.target ? "Attributes by information gain" : "Attributes",
+  html.Element("h2", model.target ? "Attributes by gain over all cases" : "Attributes",
                {{"id", "attributes"}});
   html.LineEnd();
   const TextTable table = rankingTable(model);
   const std::vector<std::string>& header = table.Rows().front();
-  const auto gainColumn =
-      static_cast<std::size_t>(std::find(header.begin(), header.end(), "gain") - header.begin());
-  const double largest = ranked.empty() ? 0.0 : model.attributes[ranked.front()].InformationGain();
+  const auto gainColumn = static_cast<std::size_t>(
+      std::find(header.begin(), header.end(), kGainOverAll) - header.begin());
+  const double largest = ranked.empty() ? 0.0 : model.attributes[ranked.front()].GainOverAllCases();
   addTable(html, table, "Attributes", [&](Markup& cell, std::size_t row, std::size_t column) {
     const AttributeModel& attribute = model.attributes[ranked[row - 1]];
     if (column == 1) {
       cell.Element("a", attribute.name, {{"href", "#" + sectionId(row)}});
       return true;
     }
-    const double gain = attribute.InformationGain();
+    const double gain = attribute.GainOverAllCases();
     if (column == gainColumn && gain > 0.0) cell.Raw(inlineBarSvg(gain / largest));
     return false;
   });
@@ -181,7 +188,7 @@ void addLeftOut(Markup& html, const Model& model) {
 
 std::string reportPage(const Model& fitted) {
   const Model model = withReportClasses(fitted);
-  const std::vector<std::size_t> ranked = rankByInformationGain(model);
+  const std::vector<std::size_t> ranked = rankByGain(model);
   Markup html;
   addHead(html, model);
   html.Open("body").LineEnd().Raw(classPatternsSvg(classCountOf(model))).LineEnd();

@@ -9,10 +9,14 @@
 
 namespace mcbin {
 
-/// The attributes by information gain (in the order of the columns without a target).
+/// Header of the column by which the attributes are ranked.
+inline constexpr const char* kGainOverAll = "over all";
+
+/// The attributes by gain over all cases (in the order of the columns without a target).
 TextTable rankingTable(const Model& model);
 
-/// The bins of one attribute, and its missing and user-missing cases when there are any.
+/// The bins of one attribute, and its missing and user-missing cases when there are any; with a
+/// target of two categories their evidence, and the total.
 TextTable binTable(const Model& model, const AttributeModel& attribute);
 
 /// What was fitted, as lines: data, cases, weight, target.
@@ -24,7 +28,7 @@ std::string binningSummary(const AttributeModel& attribute);
 /// The same behind the name of the attribute.
 std::string attributeSummary(const AttributeModel& attribute);
 
-/// What was fitted, and the attributes ranked by information gain.
+/// What was fitted, and the attributes ranked.
 std::string overviewText(const Model& model);
 
 /// One attribute: summary line, reason when it was not cut, the table of its bins.

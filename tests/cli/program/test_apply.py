@@ -64,6 +64,19 @@ class Apply(ProgramTest):
             "x,y,x_lower,x_upper\n10,a,9,inf\n-inf,b,-inf,9\n,c,,\n99,d,,\n",
         )
 
+    def test_weights_of_evidence(self):
+        self.file("small.csv", "x,t\n" + "".join(f"{i},{'ab'[i > 9]}\n" for i in range(20)))
+        model = self.model("small.csv", "--target", "t", "--event", "a", "--woe-adjustment", "2")
+        weights = [part["weightOfEvidence"] for part in attribute(model, "x")["bins"]]
+        self.assertAlmostEqual(weights[0], math.log(2 / 12), delta=1e-12)
+        self.file("new.csv", "x\n3\n10\nNA\n")
+        rows = rows_of(self.succeed("apply", "model.json", "new.csv", "--as", "woe").stdout)
+        self.assertEqual([float(row["x_woe"]) for row in rows], [*weights, 0.0])
+        self.file("three.csv", "x,t\n1,a\n2,b\n3,c\n")
+        self.model("three.csv", "--target", "t")
+        self.fail_with(1, "weights of evidence need a target with two categories",
+                       "apply", "model.json", "new.csv", "--as", "woe")
+
     def test_replace(self):
         self.small()
         self.file("new.csv", "x,y\n10,a\n")

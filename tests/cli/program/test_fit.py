@@ -2,6 +2,7 @@
 
 import csv
 import json
+import math
 import os
 import pathlib
 import random
@@ -240,6 +241,46 @@ class Models(ProgramTest):
         model["cases"]["lost"] = 1
         del model["library"]
         self.assertEqual(len(violations(model, schema)), 3)
+
+
+class Evidence(ProgramTest):
+    """Event rates, weights of evidence and information values against a computation made here."""
+
+    def check(self, event, adjustment, *options):
+        model = self.fit(LOANS, *LOANS_OPTIONS, *options)
+        self.assertEqual(model["target"]["evidence"],
+                         {"event": model["target"]["categories"][event], "adjustment": adjustment})
+        for fitted in model["attributes"]:
+            rows = [*fitted["bins"], fitted["missingCases"], fitted["userMissingCases"]]
+            events = sum(row["classWeights"][event] for row in rows)
+            others = sum(row["classWeights"][1 - event] for row in rows)
+            total = 0.0
+            for row in rows:
+                e, n = row["classWeights"][event], row["classWeights"][1 - event]
+                add = 0 if e and n else adjustment
+                woe = math.log((n + add) / others / ((e + add) / events)) if e + n else 0.0
+                value = (n / others - e / events) * woe
+                total += value
+                self.assertAlmostEqual(row["eventRate"], e / (e + n) if e + n else 0, delta=1e-12)
+                self.assertAlmostEqual(row["weightOfEvidence"], woe, delta=1e-12)
+                self.assertAlmostEqual(row["informationValue"], value, delta=1e-12)
+            self.assertAlmostEqual(fitted["informationValue"], total, delta=1e-12)
+
+    def test_the_last_category_is_the_event(self):
+        self.check(1, 0.5)
+
+    def test_the_event_and_the_adjustment_can_be_chosen(self):
+        self.check(0, 0.25, "--event", "0.0", "--woe-adjustment", "0.25")
+
+    def test_a_column_that_is_mostly_missing_does_not_rank_first(self):
+        rows = [(i if i < 10 else "", (i * 7) % 100, "ab"[(i * 7) % 100 > 60] if i >= 10 else "ab"[i > 4])
+                for i in range(1000)]
+        self.file("d.csv", "rare,good,t\n" + "".join(f"{r},{g},{t}\n" for r, g, t in rows))
+        lines = self.succeed("fit", "d.csv", "-t", "t").stdout.splitlines()
+        ranking = [line.split() for line in lines[6:8]]
+        self.assertEqual([line[1] for line in ranking], ["good", "rare"])
+        self.assertEqual(ranking[1][6], "99.0%")
+        self.assertEqual(ranking[1][7], "1.0000")
 
 
 class Sums(ProgramTest):

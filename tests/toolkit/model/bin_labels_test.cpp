@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/toolkit/support/example_model.h"
+#include "toolkit/errors.h"
+#include "toolkit/model/evidence.h"
+#include "toolkit/text/number_text.h"
+
 namespace {
 
 using mcbin::BinLabels;
@@ -13,11 +18,13 @@ using Cells = std::vector<std::string>;
 constexpr Placement kMissing{Placement::Kind::Missing, 0};
 constexpr Placement kUserMissing{Placement::Kind::UserMissing, 0};
 
-mcbin::AttributeModel attributeCutAt(std::vector<double> cutPoints) {
+BinLabels labelsOf(std::vector<double> cutPoints, ClosedSide side, LabelStyle style) {
+  mcbin::Model model;
+  model.closedSide = side;
   mcbin::AttributeModel attribute;
   attribute.name = "x";
   attribute.cutPoints = std::move(cutPoints);
-  return attribute;
+  return {model, attribute, style};
 }
 
 TEST(BinLabelsTest, IntervalsAreOpenAtInfinity) {
@@ -32,7 +39,7 @@ TEST(BinLabelsTest, IntervalsAreOpenAtInfinity) {
 }
 
 TEST(BinLabelsTest, Index) {
-  const BinLabels labels(attributeCutAt({1.5, 2}), ClosedSide::Right, LabelStyle::Index);
+  const BinLabels labels = labelsOf({1.5, 2}, ClosedSide::Right, LabelStyle::Index);
   EXPECT_EQ(labels.Of({Placement::Kind::Bin, 0}), Cells{"0"});
   EXPECT_EQ(labels.Of({Placement::Kind::Bin, 2}), Cells{"2"});
   EXPECT_EQ(labels.Of(kMissing), Cells{"-1"});
@@ -40,21 +47,38 @@ TEST(BinLabelsTest, Index) {
 }
 
 TEST(BinLabelsTest, Interval) {
-  const BinLabels labels(attributeCutAt({1.5, 2}), ClosedSide::Left, LabelStyle::Interval);
+  const BinLabels labels = labelsOf({1.5, 2}, ClosedSide::Left, LabelStyle::Interval);
   EXPECT_EQ(labels.Of({Placement::Kind::Bin, 1}), Cells{"[1.5, 2)"});
   EXPECT_EQ(labels.Of(kMissing), Cells{"missing"});
   EXPECT_EQ(labels.Of(kUserMissing), Cells{"user-missing"});
 }
 
 TEST(BinLabelsTest, Bounds) {
-  const BinLabels labels(attributeCutAt({1.5}), ClosedSide::Right, LabelStyle::Bounds);
+  const BinLabels labels = labelsOf({1.5}, ClosedSide::Right, LabelStyle::Bounds);
   EXPECT_EQ(labels.Of({Placement::Kind::Bin, 0}), (Cells{"-inf", "1.5"}));
   EXPECT_EQ(labels.Of({Placement::Kind::Bin, 1}), (Cells{"1.5", "inf"}));
   EXPECT_EQ(labels.Of(kMissing), (Cells{"", ""}));
   EXPECT_EQ(labels.Of(kUserMissing), (Cells{"", ""}));
 }
 
+TEST(BinLabelsTest, EvidenceOfBinsAndMissingCases) {
+  const mcbin::Model model = mcbin::testing::exampleModel();
+  const BinLabels labels(model, model.attributes[0], LabelStyle::Evidence);
+  const auto rows = mcbin::evidenceOf(model, model.attributes[0])->rows;
+  const auto text = [&](std::size_t row) {
+    return Cells{mcbin::shortestNumber(rows[row].weightOfEvidence)};
+  };
+  EXPECT_EQ(labels.Of({Placement::Kind::Bin, 2}), text(2));
+  EXPECT_EQ(labels.Of(kMissing), text(3));
+  EXPECT_EQ(labels.Of(kUserMissing), text(4));
+}
+
+TEST(BinLabelsTest, EvidenceNeedsTwoCategories) {
+  EXPECT_THROW(labelsOf({1.5}, ClosedSide::Right, LabelStyle::Evidence), mcbin::DataError);
+}
+
 TEST(BinLabelsTest, ColumnNames) {
+  EXPECT_EQ(mcbin::labelColumns("x", LabelStyle::Evidence, false), Cells{"x_woe"});
   EXPECT_EQ(mcbin::labelColumns("x", LabelStyle::Index, false), Cells{"x_bin"});
   EXPECT_EQ(mcbin::labelColumns("x", LabelStyle::Interval, true), Cells{"x"});
   EXPECT_EQ(mcbin::labelColumns("x", LabelStyle::Bounds, true), (Cells{"x_lower", "x_upper"}));

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "tests/toolkit/support/example_model.h"
+
 namespace mcbin {
 namespace {
 
@@ -59,6 +61,41 @@ TEST(Evidence, OfAnAttributeTakesMissingCasesIn) {
   ASSERT_EQ(table.rows.size(), 3U);
   EXPECT_DOUBLE_EQ(table.rows[0].weightOfEvidence, std::log(0.75 / 0.25));
   EXPECT_DOUBLE_EQ(table.rows[2].weightOfEvidence, std::log(0.125 / 0.625));
+}
+
+TEST(Evidence, OfAModelIsThatOfItsEvent) {
+  Model model = testing::exampleModel();
+  const AttributeModel attribute = model.attributes[0];
+  EXPECT_EQ(eventOf(model), std::size_t{1});
+  EXPECT_EQ(evidenceOf(model, attribute)->informationValue,
+            evidenceOf(attribute, 1).informationValue);
+  model.target->evidence = EvidenceOptions{"no", 2.0};
+  EXPECT_EQ(eventOf(model), std::size_t{0});
+  EXPECT_EQ(evidenceOf(model, attribute)->informationValue,
+            evidenceOf(attribute, 0, 2.0).informationValue);
+  model.target->categories.emplace_back("third");
+  EXPECT_FALSE(eventOf(model));
+  EXPECT_FALSE(evidenceOf(model, attribute));
+}
+
+/// The trend of bins with these event rates out of 10 cases; 0 stands for a bin without cases.
+std::string trendOfRates(const std::vector<double>& events) {
+  AttributeModel attribute;
+  for (const double e : events) {
+    attribute.bins.push_back({e == 0 ? 0.0 : 10.0, {e == 0 ? 0.0 : 10.0 - e, e}});
+  }
+  attribute.missingCases = attribute.userMissingCases = {1.0, {0.0, 1.0}};
+  return nameOf(kTrends, trendOf(attribute, evidenceOf(attribute, 1)));
+}
+
+TEST(Evidence, TheTrendHasAName) {
+  EXPECT_EQ(trendOfRates({3}), "none");
+  EXPECT_EQ(trendOfRates({3, 3}), "none");
+  EXPECT_EQ(trendOfRates({1, 2, 2, 5}), "rising");
+  EXPECT_EQ(trendOfRates({5, 0, 4, 1}), "falling");
+  EXPECT_EQ(trendOfRates({1, 5, 5, 2}), "peak");
+  EXPECT_EQ(trendOfRates({4, 1, 2}), "valley");
+  EXPECT_EQ(trendOfRates({4, 1, 2, 1}), "none");
 }
 
 }  // namespace

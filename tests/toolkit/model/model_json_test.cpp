@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "tests/toolkit/support/example_model.h"
 #include "tests/toolkit/support/temporary_file.h"
 #include "toolkit/errors.h"
+#include "toolkit/model/evidence.h"
 
 namespace mcbin {
 namespace {
@@ -44,6 +47,21 @@ TEST(ModelJson, UnbinnedAndMiscountedCasesAreStoredWhenThereAreAny) {
   EXPECT_EQ(read.attributes[0].unbinnedCases.classWeights[1], 2.0);
   EXPECT_EQ(read.attributes[0].miscountedWeight, 4.0);
   EXPECT_EQ(modelToJson(read), text);
+}
+
+TEST(ModelJson, EvidenceIsWrittenWhereTheTargetHasTwoCategories) {
+  Model model = exampleModel();
+  model.target->evidence = EvidenceOptions{"no", 0.25};
+  const std::string text = modelToJson(model);
+  EXPECT_EQ(modelToJson(modelFromJson(text, "m")), text);
+  const auto json = nlohmann::json::parse(text);
+  const EvidenceTable evidence = *evidenceOf(model, model.attributes[0]);
+  const auto& attribute = json["attributes"][0];
+  EXPECT_EQ(attribute["informationValue"], evidence.informationValue);
+  EXPECT_EQ(attribute["trend"], "valley");
+  EXPECT_EQ(attribute["bins"][1]["weightOfEvidence"], evidence.rows[1].weightOfEvidence);
+  EXPECT_EQ(attribute["missingCases"]["eventRate"], 0.5);
+  EXPECT_EQ(attribute["userMissingCases"]["informationValue"], evidence.rows[4].informationValue);
 }
 
 TEST(ModelJson, AFileIsRead) {

@@ -30,17 +30,26 @@ TEST(Model, GainNeedsCutPoints) {
   EXPECT_EQ(attribute.InformationGain(), 0.0);
 }
 
+TEST(Model, GainOverAllCasesTakesMissingCasesAsBins) {
+  AttributeModel attribute;
+  EXPECT_EQ(attribute.GainOverAllCases(), 0.0);
+  attribute.bins = {{1.0, {1.0, 0.0}}, {1.0, {0.0, 1.0}}};
+  EXPECT_EQ(attribute.GainOverAllCases(), 1.0);
+  attribute.missingCases = {6.0, {3.0, 3.0}};
+  EXPECT_EQ(attribute.GainOverAllCases(), 0.25);
+  attribute.userMissingCases = {8.0, {8.0, 0.0}};
+  EXPECT_DOUBLE_EQ(attribute.GainOverAllCases(), entropyOf({12.0, 4.0}) - 6.0 / 16.0);
+}
+
 TEST(Model, RanksByGainAndKeepsTheOrderOfTies) {
   Model model;
-  for (double gain : {0.0, 0.2, 0.0, 0.5}) {
+  for (double gain : {2.0, 0.5, 2.0, 0.1}) {
     AttributeModel attribute;
     attribute.name = std::to_string(model.attributes.size());
-    attribute.cutPoints = {1.0};
-    attribute.entropyBefore = 1.0;
-    attribute.entropyAfter = 1.0 - gain;
+    attribute.bins = {{2.0 + gain, {2.0, gain}}, {2.0 + gain, {gain, 2.0}}};
     model.attributes.push_back(attribute);
   }
-  EXPECT_EQ(rankByInformationGain(model), (std::vector<std::size_t>{3, 1, 0, 2}));
+  EXPECT_EQ(rankByGain(model), (std::vector<std::size_t>{3, 1, 0, 2}));
   EXPECT_EQ(findAttribute(model, "2"), &model.attributes[2]);
   EXPECT_EQ(findAttribute(model, "9"), nullptr);
 }

@@ -1,7 +1,11 @@
+#include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "toolkit/export/export_formats.h"
 #include "toolkit/model/bin_lookup.h"
+#include "toolkit/model/evidence.h"
 #include "toolkit/text/csv_text.h"
 #include "toolkit/text/number_text.h"
 
@@ -17,24 +21,50 @@ void addLine(std::string& text, const std::vector<std::string>& cells) {
   text += '\n';
 }
 
-void addCounts(std::string& text, std::vector<std::string> cells, const WeightedCounts& counts) {
-  cells.push_back(weightText(counts.weight));
+std::vector<std::string> countCells(const WeightedCounts& counts) {
+  std::vector<std::string> cells = {weightText(counts.weight)};
   for (const double weight : counts.classWeights) cells.push_back(weightText(weight));
-  addLine(text, cells);
+  return cells;
 }
 
-void addAttribute(std::string& text, const AttributeModel& attribute, const char* closed) {
+/// The lines of one attribute, each with its evidence when there is one.
+class AttributeLines {
+ public:
+  AttributeLines(const Model& model, const AttributeModel& attribute, std::string& text)
+      : attribute_(attribute), evidence_(evidenceOf(model, attribute)), text_(text) {}
+
+  void Add(std::vector<std::string> cells, const WeightedCounts& counts) {
+    cells.insert(cells.begin(), attribute_.name);
+    for (std::string& cell : countCells(counts)) cells.push_back(std::move(cell));
+    if (evidence_) {
+      const Evidence& row = evidence_->rows[row_++];
+      for (const double value : {row.eventRate, row.weightOfEvidence, row.informationValue}) {
+        cells.push_back(shortestNumber(value));
+      }
+    }
+    addLine(text_, cells);
+  }
+
+ private:
+  const AttributeModel& attribute_;
+  std::optional<EvidenceTable> evidence_;
+  std::string& text_;
+  std::size_t row_ = 0;
+};
+
+void addAttribute(const Model& model, const AttributeModel& attribute, std::string& text) {
+  const char* const closed = nameOf(kClosedSides, model.closedSide);
+  AttributeLines lines(model, attribute, text);
   for (std::size_t bin = 0; bin < attribute.bins.size(); ++bin) {
     const BinBounds bounds = boundsOf(attribute.cutPoints, bin);
-    addCounts(text,
-              {attribute.name, std::to_string(bin), shortestNumber(bounds.lower),
-               shortestNumber(bounds.upper), closed},
-              attribute.bins[bin]);
+    lines.Add(
+        {std::to_string(bin), shortestNumber(bounds.lower), shortestNumber(bounds.upper), closed},
+        attribute.bins[bin]);
   }
-  addCounts(text, {attribute.name, "missing", "", "", ""}, attribute.missingCases);
-  addCounts(text, {attribute.name, "user-missing", "", "", ""}, attribute.userMissingCases);
-  if (attribute.unbinnedCases.weight > 0.0) {
-    addCounts(text, {attribute.name, "in no bin", "", "", ""}, attribute.unbinnedCases);
+  for (const auto& [name, member] : kBesideBins) {
+    const bool isUnbinned = member == &AttributeModel::unbinnedCases;
+    if (isUnbinned && attribute.unbinnedCases.weight == 0.0) continue;
+    lines.Add({name, "", "", ""}, attribute.*member);
   }
 }
 
@@ -43,7 +73,8 @@ void addAttribute(std::string& text, const AttributeModel& attribute, const char
 /// One line per bin of every attribute, one for its missing, one for its user-missing cases, and
 /// one for those in no bin when there are any: attribute, bin (a number from 0, "missing",
 /// "user-missing" or "in no bin"), lower, upper, closed ("right" or
-/// "left"), weight, and weight_CATEGORY for every category of the target.
+/// "left"), weight, weight_CATEGORY for every category of the target and, where it has two, the
+/// evidence: event_rate, weight_of_evidence, information_value, whose sum is that of the attribute.
 std::string csvExport(const Model& model, const ExportOptions& /*options*/) {
   std::vector<std::string> header = {"attribute", "bin", "lower", "upper", "closed", "weight"};
   if (model.target) {
@@ -51,10 +82,12 @@ std::string csvExport(const Model& model, const ExportOptions& /*options*/) {
       header.push_back("weight_" + category);
     }
   }
+  if (eventOf(model)) {
+    header.insert(header.end(), {"event_rate", "weight_of_evidence", "information_value"});
+  }
   std::string text;
   addLine(text, header);
-  const char* const closed = model.closedSide == ClosedSide::Right ? "right" : "left";
-  for (const AttributeModel& attribute : model.attributes) addAttribute(text, attribute, closed);
+  for (const AttributeModel& attribute : model.attributes) addAttribute(model, attribute, text);
   return text;
 }
 

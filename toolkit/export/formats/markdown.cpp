@@ -8,9 +8,9 @@ namespace mcbin {
 /// The tables that `show` prints, as Markdown.
 std::string markdownExport(const Model& model, const ExportOptions& /*options*/) {
   std::string text = markdownText(summaryText(model)) + "\n## Attributes" +
-                     (model.target ? " by information gain" : "") + "\n\n" +
+                     (model.target ? " by gain over all cases" : "") + "\n\n" +
                      rankingTable(model).Markdown();
-  for (const std::size_t index : rankByInformationGain(model)) {
+  for (const std::size_t index : rankByGain(model)) {
     const AttributeModel& attribute = model.attributes[index];
     text += "\n### " + markdownText(visibleText(attribute.name)) + "\n\n";
     text += binningSummary(attribute) + "\n\n";

@@ -13,7 +13,10 @@ namespace {
 
 std::string labelText(const BinLabels& labels, const Placement& placement, LabelStyle style) {
   const std::string& label = labels.Of(placement).front();
-  return style == LabelStyle::Index ? label : sqlText(label);
+  if (style == LabelStyle::Interval) return sqlText(label);
+  double evidence = 0.0;
+  if (style == LabelStyle::Evidence) readNumber(label, evidence);
+  return style == LabelStyle::Evidence ? sqlNumber(evidence) : label;
 }
 
 /// Columns of texts (a CSV file that a database imported) are compared as numbers too, and what
@@ -54,7 +57,7 @@ std::string caseExpression(const AttributeModel& attribute, const Model& model, 
   const ClosedSide side = model.closedSide;
   const std::string column = sqlIdentifier(attribute.name);
   const std::string number = fmt::format("CAST({} AS DOUBLE PRECISION)", column);
-  const BinLabels labels(attribute, side, style);
+  const BinLabels labels(model, attribute, style);
   std::string sql = "  CASE\n";
   sql += fmt::format("    WHEN {} THEN {}\n", missingTest(column, number, model.options.naTexts),
                      labelText(labels, {Placement::Kind::Missing, 0}, style));
