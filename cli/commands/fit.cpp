@@ -33,6 +33,9 @@ struct FitCommand {
   std::optional<int> bins;
   std::optional<int> threshold;
   std::optional<double> smallBins;
+  std::optional<double> minBinShare;
+  std::optional<double> minBinWeight;
+  std::optional<int> maxBins;
   std::vector<std::string> naTexts;
   bool roundingGiven = false;
   bool equalFrequency = false;
@@ -121,6 +124,21 @@ void addBinningOptions(CLI::App& command, FitCommand& fit) {
   command.add_flag("--left-closed", fit.leftClosed, "Bins [a, b) in place of (a, b]");
 }
 
+void addLimitOptions(CLI::App& command, FitCommand& fit) {
+  command
+      .add_option("--min-bin-share", fit.minBinShare,
+                  "Join neighbouring bins, those that lose the least information first, until each "
+                  "holds this share of the weight, missing cases included; 0 to 1")
+      ->check(numberRefusal)
+      ->type_name("SHARE");
+  command.add_option("--min-bin-weight", fit.minBinWeight, "The same until each has this weight")
+      ->check(numberRefusal)
+      ->type_name("WEIGHT");
+  command.add_option("--max-bins", fit.maxBins, "The same until an attribute has at most N bins")
+      ->check(wholeNumberRefusal)
+      ->type_name("N");
+}
+
 void addOutputOptions(CLI::App& command, FitCommand& fit) {
   command
       .add_option("-o,--output", fit.output,
@@ -145,6 +163,9 @@ void checkMethod(const FitCommand& fit) {
   const std::pair<const char*, bool> given[] = {
       {"--threshold", fit.threshold.has_value()},
       {"--small-bins", fit.smallBins.has_value()},
+      {"--min-bin-share", fit.minBinShare.has_value()},
+      {"--min-bin-weight", fit.minBinWeight.has_value()},
+      {"--max-bins", fit.maxBins.has_value()},
       {"--event", fit.request.event.has_value()},
       {"--woe-adjustment", fit.request.evidenceAdjustment.has_value()}};
   for (const auto& [option, isGiven] : given) {
@@ -158,6 +179,13 @@ void checkNumbers(const FitCommand& fit) {
   if (fit.smallBins && !(*fit.smallBins >= 0.0 && *fit.smallBins <= 1.0)) {
     throw UsageError("--small-bins must be from 0 to 1");
   }
+  if (fit.minBinShare && !(*fit.minBinShare >= 0.0 && *fit.minBinShare <= 1.0)) {
+    throw UsageError("--min-bin-share must be from 0 to 1");
+  }
+  if (fit.minBinWeight && !(*fit.minBinWeight >= 0.0 && std::isfinite(*fit.minBinWeight))) {
+    throw UsageError("--min-bin-weight must be finite and not negative");
+  }
+  if (fit.maxBins && *fit.maxBins < 2) throw UsageError("--max-bins must be at least 2");
   const auto& adjustment = fit.request.evidenceAdjustment;
   if (adjustment && !(*adjustment > 0.0 && std::isfinite(*adjustment))) {
     throw UsageError("--woe-adjustment must be above 0 and finite");
@@ -177,6 +205,8 @@ void completeRequest(FitCommand& fit) {
       fit.bins.value_or(fit.equalFrequency ? kDefaultEqualFrequencyBins : kDefaultPreBins);
   request.distinctValueThreshold = fit.threshold.value_or(0);
   request.smallBinThreshold = fit.smallBins.value_or(0.0);
+  request.limits = {fit.minBinShare.value_or(0.0), fit.minBinWeight.value_or(0.0),
+                    fit.maxBins.value_or(0)};
   request.naTexts = fit.naTexts.empty() ? defaultNaTexts() : fit.naTexts;
   if (!fit.equalFrequency && fit.bins && request.distinctValueThreshold == 0) {
     tell("note: --bins has no effect without --threshold or --equal-frequency\n");
@@ -233,6 +263,7 @@ void addFitCommand(CLI::App& program) {
   addTargetOptions(*command, *fit);
   addColumnOptions(*command, *fit);
   addBinningOptions(*command, *fit);
+  addLimitOptions(*command, *fit);
   addOutputOptions(*command, *fit);
   command->footer(kExamples);
   command->callback([fit, command] {

@@ -29,6 +29,7 @@ FitOptions optionsOf(const FitRequest& request, const std::vector<ColumnPlan>& c
   options.bins = request.bins;
   options.distinctValueThreshold = request.distinctValueThreshold;
   options.smallBinThreshold = request.smallBinThreshold;
+  options.limits = request.limits;
   options.naTexts = allAsUtf8(request.naTexts);
   options.attributePatterns = allAsUtf8(request.attributePatterns);
   options.excludePatterns = allAsUtf8(request.excludePatterns);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "toolkit/fit/bin_check.h"
+#include "toolkit/fit/bin_limits.h"
 #include "toolkit/fit/parallel_passes.h"
 #include "toolkit/text/visible_text.h"
 
@@ -56,6 +57,7 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
   PassResult result = runPasses({request, columns, seen, watch.timesFeed}, layoutOf(columns), cases,
                                 watch.jobs, watch.another, watch.monitor);
   checkBins(result.model);
+  joinBins(result.model);
   if (watch.noted) {
     for (const std::string& note : result.neverMet) watch.noted(note);
   }

@@ -26,6 +26,7 @@ struct FitRequest {
   int bins = kDefaultPreBins;
   int distinctValueThreshold = 0;
   double smallBinThreshold = 0.0;
+  BinLimits limits = {};             ///< Supervised only.
   std::optional<std::string> event;  ///< A category of a target that has two.
   std::optional<double> evidenceAdjustment;
   std::vector<std::string> naTexts;

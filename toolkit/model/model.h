@@ -139,6 +139,15 @@ struct WeightModel {
   WeightRounding rounding = WeightRounding::Truncate;
 };
 
+/// What supervised bins must keep to after the search; 0: no limit.
+struct BinLimits {
+  double minShare = 0.0;  ///< Of `AttributeModel::WeightOfAll`.
+  double minWeight = 0.0;
+  int maxBins = 0;
+
+  bool Any() const { return minShare > 0.0 || minWeight > 0.0 || maxBins > 0; }
+};
+
 /// The options that the model was fitted with, as given or by default.
 struct FitOptions {
   int bins = 0;
@@ -148,6 +157,7 @@ struct FitOptions {
   std::vector<std::string> attributePatterns;
   std::vector<std::string> excludePatterns;
   std::map<std::string, std::string> types;  ///< Column name to "scale" or "category".
+  BinLimits limits = {};
 };
 
 /// Where the cases came from, as the user named it.

@@ -98,6 +98,11 @@ Json optionsToJson(const Model& model) {
   json["excludePatterns"] = options.excludePatterns;
   json["types"] = Json::object();
   for (const auto& [column, type] : options.types) json["types"][column] = type;
+  if (options.limits.Any()) {
+    json["binLimits"]["minShare"] = options.limits.minShare;
+    json["binLimits"]["minWeight"] = options.limits.minWeight;
+    json["binLimits"]["maxBins"] = options.limits.maxBins;
+  }
   return json;
 }
 

@@ -106,6 +106,11 @@ void readOptions(const JsonNode& node, Model& model) {
   for (const std::string& column : types.Keys()) {
     options.types[column] = types[column.c_str()].Text();
   }
+  if (const auto limits = node.Optional("binLimits")) {
+    options.limits.minShare = (*limits)["minShare"].Weight();
+    options.limits.minWeight = (*limits)["minWeight"].Weight();
+    options.limits.maxBins = static_cast<int>((*limits)["maxBins"].Integer(0, kMaxInt));
+  }
 }
 
 EvidenceOptions readEvidence(const JsonNode& node, const std::vector<std::string>& categories) {

@@ -1,6 +1,7 @@
 #include "toolkit/report/report_page.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <sstream>
@@ -45,6 +46,18 @@ void addLines(Markup& html, const std::string& text) {
   for (std::string line; std::getline(lines, line);) html.Element("p", line).LineEnd();
 }
 
+/// " Neighbouring bins were joined until ...", empty without limits.
+std::string limitsText(const BinLimits& limits) {
+  std::vector<std::string> texts;
+  if (limits.minShare > 0.0) {
+    texts.push_back("each held a share of " + shortestNumber(limits.minShare));
+  }
+  if (limits.minWeight > 0.0) texts.push_back("each weighed " + weightText(limits.minWeight));
+  if (limits.maxBins > 0) texts.push_back(fmt::format("there were at most {}", limits.maxBins));
+  if (texts.empty()) return "";
+  return fmt::format(" Neighbouring bins were joined until {}.", fmt::join(texts, " and "));
+}
+
 /// How bins are closed, and what shaped them besides the data.
 std::string optionsText(const Model& model) {
   const FitOptions& options = model.options;
@@ -62,6 +75,7 @@ std::string optionsText(const Model& model) {
     text += fmt::format(" Inner bins lighter than {} of their lighter neighbour were merged.",
                         shortestNumber(options.smallBinThreshold));
   }
+  text += limitsText(options.limits);
   if (eventOf(model)) {
     text += fmt::format(
         " Weight of evidence (WoE) is the logarithm of a bin's share of all non-events over its"

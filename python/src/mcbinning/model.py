@@ -244,12 +244,12 @@ class Model(Mapping[str, Attribute]):
 
     @property
     def ranked(self) -> list[Attribute]:
-        """The attributes by information gain, highest first."""
+        """The attributes by gain over all cases, missing ones as bins, highest first."""
         return [Attribute(self, position) for position in self.core.ranking()]
 
     @property
     def ranking(self) -> Any:  # noqa: ANN401
-        """The attributes by information gain as a frame of the kind that came in."""
+        """The attributes, ranked, as a frame of the kind that came in."""
         ranked = self.ranked
         columns: dict[str, Any] = {
             "attribute": [attribute.name for attribute in ranked],

@@ -40,28 +40,30 @@ class Tables(ProgramTest):
     def test_csv(self):
         self.assertEqual(
             self.succeed("export", "model.json", "--to", "csv").stdout,
-            "attribute,bin,lower,upper,closed,weight,weight_x<,weight_y\n"
-            "a|b,0,-inf,9,right,10,10,0\n"
-            "a|b,1,9,inf,right,10,0,10\n"
-            "a|b,missing,,,,0,0,0\n"
-            "a|b,user-missing,,,,0,0,0\n",
+            "attribute,bin,lower,upper,closed,weight,weight_x<,weight_y,event_rate,"
+            "weight_of_evidence,information_value\n"
+            "a|b,0,-inf,9,right,10,10,0,0,3.044522437723423,3.044522437723423\n"
+            "a|b,1,9,inf,right,10,0,10,1,-3.044522437723423,3.044522437723423\n"
+            "a|b,missing,,,,0,0,0,0,0,0\n"
+            "a|b,user-missing,,,,0,0,0,0,0,0\n",
         )
 
     def test_markdown(self):
         self.assertEqual(
             self.succeed("export", "model.json", "--to", "markdown").stdout,
             "Supervised binning of d.csv: 20 cases, 20 used\n"
-            "Target t: x\\< (10, 50.0%), y (10, 50.0%)\n"
-            "\n## Attributes by information gain\n\n"
-            "| \\# | attribute | bins | distinct | min | max | entropy before | after | gain | remark |\n"
-            "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: | ---: | --- |\n"
-            "| 1 | a\\|b | 2 | 20 | 0 | 19 | 1.0000 | 0.0000 | 1.0000 |  |\n"
+            "Target t: x\\< (10, 50.0%), y (10, 50.0%); the event is y\n"
+            "\n## Attributes by gain over all cases\n\n"
+            "| \\# | attribute | bins | distinct | min | max | missing | gain | over all | IV | trend | remark |\n"
+            "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: | ---: | ---: | --- | --- |\n"
+            "| 1 | a\\|b | 2 | 20 | 0 | 19 | 0.0% | 1.0000 | 1.0000 | 6.0890 | rising |  |\n"
             "\n### a\\|b\n\n"
             "2 bins, 20 distinct values, entropy 1.0000 before, 0.0000 after, gain 1.0000\n\n"
-            "| \\# | a\\|b | weight | share | x\\< | % | y | % |\n"
-            "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: |\n"
-            "| 0 | (-inf, 9\\] | 10 | 50.0% | 10 | 100.0% | 0 | 0.0% |\n"
-            "| 1 | (9, inf) | 10 | 50.0% | 0 | 0.0% | 10 | 100.0% |\n",
+            "| \\# | a\\|b | weight | share | x\\< | % | y | event rate | WoE | IV |\n"
+            "| ---: | --- | ---: | ---: | ---: | ---: | ---: | ---: | ---: | ---: |\n"
+            "| 0 | (-inf, 9\\] | 10 | 50.0% | 10 | 100.0% | 0 | 0.0% | 3.0445 | 3.0445 |\n"
+            "| 1 | (9, inf) | 10 | 50.0% | 0 | 0.0% | 10 | 100.0% | -3.0445 | 3.0445 |\n"
+            "|  | total | 20 | 100.0% | 10 | 50.0% | 10 | 50.0% |  | 6.0890 |\n",
         )
 
     def test_sql(self):

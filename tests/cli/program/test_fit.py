@@ -16,25 +16,27 @@ SMALL = "x,y,t\n" + "".join(f"{i},{i % 3},{'a' if i < 10 else 'b'}\n" for i in r
 
 SMALL_TABLES = """\
 Supervised binning of small.csv: 20 cases, 20 used
-Target t: a (10, 50.0%), b (10, 50.0%)
+Target t: a (10, 50.0%), b (10, 50.0%); the event is b
 
-Attributes by information gain
-  #  attribute  bins  distinct  min  max  entropy before   after    gain  remark
-  -  ---------  ----  --------  ---  ---  --------------  ------  ------  ---------------------------------------------------------------
-  1  x             2        20    0   19          1.0000  0.0000  1.0000
-  2  y             1         3    0    2          1.0000  1.0000  0.0000  not cut: no cut tells the target's categories apart well enough
+Attributes by gain over all cases
+  #  attribute  bins  distinct  min  max  missing    gain  over all      IV  trend   remark
+  -  ---------  ----  --------  ---  ---  -------  ------  --------  ------  ------  ---------------------------------------------------------------
+  1  x             2        20    0   19     0.0%  1.0000    1.0000  6.0890  rising
+  2  y             1         3    0    2     0.0%  0.0000    0.0000  0.0000  none    not cut: no cut tells the target's categories apart well enough
 
 x: 2 bins, 20 distinct values, entropy 1.0000 before, 0.0000 after, gain 1.0000
-  #  x          weight  share   a       %   b       %
-  -  ---------  ------  -----  --  ------  --  ------
-  0  (-inf, 9]      10  50.0%  10  100.0%   0    0.0%
-  1  (9, inf)       10  50.0%   0    0.0%  10  100.0%
+  #  x          weight   share   a       %   b  event rate      WoE      IV
+  -  ---------  ------  ------  --  ------  --  ----------  -------  ------
+  0  (-inf, 9]      10   50.0%  10  100.0%   0        0.0%   3.0445  3.0445
+  1  (9, inf)       10   50.0%   0    0.0%  10      100.0%  -3.0445  3.0445
+     total          20  100.0%  10   50.0%  10       50.0%           6.0890
 
 y: 1 bin, 3 distinct values, entropy 1.0000 before, 1.0000 after, gain 0.0000
   not cut: no cut tells the target's categories apart well enough
-  #  y            weight   share   a      %   b      %
-  -  -----------  ------  ------  --  -----  --  -----
-  0  (-inf, inf)      20  100.0%  10  50.0%  10  50.0%
+  #  y            weight   share   a      %   b  event rate     WoE      IV
+  -  -----------  ------  ------  --  -----  --  ----------  ------  ------
+  0  (-inf, inf)      20  100.0%  10  50.0%  10       50.0%  0.0000  0.0000
+     total            20  100.0%  10  50.0%  10       50.0%          0.0000
 """
 
 LOANS_OPTIONS = [
@@ -81,9 +83,9 @@ class Tables(ProgramTest):
             "Equal-frequency binning of small.csv: 20 cases, 20 used\n"
             "\n"
             "Attributes\n"
-            "  #  attribute  bins  distinct  min  max  remark\n"
-            "  -  ---------  ----  --------  ---  ---  ------\n"
-            "  1  x             4        20    0   19\n"
+            "  #  attribute  bins  distinct  min  max  missing  remark\n"
+            "  -  ---------  ----  --------  ---  ---  -------  ------\n"
+            "  1  x             4        20    0   19     0.0%\n"
             "\n"
             "x: 4 bins, 20 distinct values\n"
             "  #  x            weight  share\n"
@@ -97,9 +99,11 @@ class Tables(ProgramTest):
     def test_missing_parts_are_set_apart(self):
         self.file("m.csv", "x,t\n1,a\n2,b\n,a\n9,b\n9,b\n3,?\n")
         result = self.succeed("fit", "m.csv", "-t", "t", "--missing", "x=9")
-        self.assertIn("Target t: a (2, 33.3%), b (3, 50.0%), missing (1, 16.7%), counted in no bin\n", result.stdout)
-        self.assertIn("     missing            1  20.0%  1  100.0%  0    0.0%\n", result.stdout)
-        self.assertIn("     user-missing       2  40.0%  0    0.0%  2  100.0%\n", result.stdout)
+        self.assertIn("Target t: a (2, 33.3%), b (3, 50.0%), missing (1, 16.7%), counted in no bin; the event is b\n", result.stdout)
+        rows = [line.split() for line in result.stdout.splitlines()]
+        self.assertIn(["missing", "1", "20.0%", "1", "100.0%", "0", "0.0%", "1.5041", "0.7520"], rows)
+        self.assertIn(["user-missing", "2", "40.0%", "0", "0.0%", "2", "100.0%", "-1.2040", "0.8026"],
+                      rows)
 
 
 class Options(ProgramTest):
@@ -131,6 +135,24 @@ class Options(ProgramTest):
         merged = self.fit("s.csv", "-t", "t", "--small-bins", "0.5")
         self.assertEqual(whole["attributes"][0]["cutPoints"], [49, 59])
         self.assertEqual(merged["attributes"][0]["cutPoints"], [59])
+
+    def test_limits_on_bins_hold_and_are_stored(self):
+        limits = ["--min-bin-share", "0.1", "--min-bin-weight", "450", "--max-bins", "2"]
+        whole = self.fit(LOANS, *LOANS_OPTIONS)
+        joined = self.fit(LOANS, *LOANS_OPTIONS, *limits)
+        self.assertEqual(joined["options"]["binLimits"],
+                         {"minShare": 0.1, "minWeight": 450, "maxBins": 2})
+        for before, after in zip(whole["attributes"], joined["attributes"], strict=True):
+            total = sum(b["weight"] for b in (*before["bins"], before["missingCases"],
+                                              before["userMissingCases"]))
+            least = max(450, 0.1 * total)
+            self.assertTrue(set(after["cutPoints"]) <= set(before["cutPoints"]))
+            self.assertLessEqual(len(after["bins"]), 2)
+            if len(after["bins"]) > 1:
+                self.assertGreaterEqual(min(b["weight"] for b in after["bins"]), least)
+            self.assertLessEqual(before["entropyAfter"], after["entropyAfter"] + 1e-12)
+        self.assertTrue(any("bins joined into" in a["status"]["reason"]
+                            for a in joined["attributes"]))
 
     def test_left_closed(self):
         self.file("small.csv", SMALL)
@@ -270,7 +292,7 @@ class Evidence(ProgramTest):
         self.check(1, 0.5)
 
     def test_the_event_and_the_adjustment_can_be_chosen(self):
-        self.check(0, 0.25, "--event", "0.0", "--woe-adjustment", "0.25")
+        self.check(0, 0.25, "--event", "no", "--woe-adjustment", "0.25")
 
     def test_a_column_that_is_mostly_missing_does_not_rank_first(self):
         rows = [(i if i < 10 else "", (i * 7) % 100, "ab"[(i * 7) % 100 > 60] if i >= 10 else "ab"[i > 4])
@@ -281,6 +303,13 @@ class Evidence(ProgramTest):
         self.assertEqual([line[1] for line in ranking], ["good", "rare"])
         self.assertEqual(ranking[1][6], "99.0%")
         self.assertEqual(ranking[1][7], "1.0000")
+
+
+class NumericEvent(ProgramTest):
+    def test_an_event_is_a_number_in_every_spelling(self):
+        self.file("d.csv", "x,t\n1,0\n2,1\n")
+        model = self.fit("d.csv", "-t", "t", "--event", "0.0")
+        self.assertEqual(model["target"]["evidence"], {"event": "0", "adjustment": 0.5})
 
 
 class Sums(ProgramTest):

@@ -64,6 +64,18 @@ TEST(ModelJson, EvidenceIsWrittenWhereTheTargetHasTwoCategories) {
   EXPECT_EQ(attribute["userMissingCases"]["informationValue"], evidence.rows[4].informationValue);
 }
 
+TEST(ModelJson, LimitsAreStoredWhenThereAreAny) {
+  Model model = exampleModel();
+  EXPECT_EQ(modelToJson(model).find("binLimits"), std::string::npos);
+  model.options.limits = {0.05, 30.0, 4};
+  const std::string text = modelToJson(model);
+  const BinLimits limits = modelFromJson(text, "m").options.limits;
+  EXPECT_EQ(limits.minShare, 0.05);
+  EXPECT_EQ(limits.minWeight, 30.0);
+  EXPECT_EQ(limits.maxBins, 4);
+  EXPECT_EQ(modelToJson(modelFromJson(text, "m")), text);
+}
+
 TEST(ModelJson, AFileIsRead) {
   const TemporaryFiles files;
   const std::string text = modelToJson(exampleModel());

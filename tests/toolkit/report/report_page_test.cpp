@@ -23,12 +23,21 @@ TEST(ReportPage, SaysWhatWasFitted) {
                         "their weight</p>\n"
                         "<p>Weight w, rounded to whole numbers</p>\n"
                         "<p>Target default: no (5, 35.7%), yes (8, 57.1%), missing (1, 7.1%), "
-                        "counted in no bin</p>\n"
+                        "counted in no bin; the event is yes</p>\n"
                         "<p>A value on a cut point belongs to the bin above it: [a, b). "
                         "Attributes with more than 100 distinct values were first reduced to 20 "
                         "bins of equal weight. Inner bins lighter than 0.25 of their lighter "
-                        "neighbour were merged.</p>\n"
-                        "<h2 id=\"attributes\">Attributes by information gain</h2>\n"));
+                        "neighbour were merged. Weight of evidence (WoE) is the logarithm of a "
+                        "bin's share of all non-events over its share of all events, with 0.5 "
+                        "added to both counts where one of them is 0.</p>\n"
+                        "<h2 id=\"attributes\">Attributes by gain over all cases</h2>\n"));
+}
+
+TEST(ReportPage, NamesTheLimitsOfBins) {
+  Model model = testing::exampleModel();
+  model.options.limits = {0.05, 30.0, 4};
+  EXPECT_THAT(bodyOf(model), HasSubstr(" Neighbouring bins were joined until each held a share of "
+                                       "0.05 and each weighed 30 and there were at most 4. "));
 }
 
 TEST(ReportPage, TheRankingLeadsToTheSections) {
