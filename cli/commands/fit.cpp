@@ -33,6 +33,7 @@ struct FitCommand {
   std::optional<int> bins;
   std::optional<int> threshold;
   std::optional<double> smallBins;
+  std::vector<std::string> cuts;
   std::optional<double> minBinShare;
   std::optional<double> minBinWeight;
   std::optional<int> maxBins;
@@ -125,6 +126,10 @@ void addBinningOptions(CLI::App& command, FitCommand& fit) {
 }
 
 void addLimitOptions(CLI::App& command, FitCommand& fit) {
+  addRepeated(command, "--cuts", fit.cuts,
+              "Cut a column at these points, without a search: COLUMN=NUMBER,NUMBER..., or a file "
+              "with such lines or with a model; may be given again",
+              "CUTS");
   command
       .add_option("--min-bin-share", fit.minBinShare,
                   "Join neighbouring bins, those that lose the least information first, until each "
@@ -213,9 +218,18 @@ void completeRequest(FitCommand& fit) {
   }
 }
 
+void readCuts(FitCommand& fit, Monitor& monitor) {
+  for (const std::string& text : fit.cuts) {
+    for (GivenCuts& cuts : readGivenCuts(text, monitor)) {
+      fit.request.cuts.push_back(std::move(cuts));
+    }
+  }
+}
+
 void runFit(FitCommand& fit) {
   completeRequest(fit);
   TerminalMonitor monitor;
+  readCuts(fit, monitor);
   const std::unique_ptr<TableReader> reader = openTable(fit.request.input, monitor);
   const bool printsModel = fit.json || fit.output == "-";
   std::optional<OutputFile> file;  // opened at once: a wrong path shows before the work

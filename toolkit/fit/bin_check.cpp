@@ -108,7 +108,8 @@ void dropImpossibleCuts(AttributeModel& attribute) {
 
 void checkBins(Model& model) {
   for (AttributeModel& attribute : model.attributes) {
-    if (model.method == Method::EqualFrequency) noteFewerBins(model.options.bins, attribute);
+    const bool isCounted = model.method == Method::EqualFrequency && !attribute.cutsGiven;
+    if (isCounted) noteFewerBins(model.options.bins, attribute);
     noteMiscounted(model, attribute);
     fileUnbinned(model, attribute);
   }

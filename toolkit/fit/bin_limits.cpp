@@ -66,16 +66,6 @@ void joinOnePair(AttributeModel& attribute, std::vector<double>& losses) {
   if (position < losses.size()) losses[position] = lossOfJoining(bins, position);
 }
 
-double meanEntropy(const Bins& bins) {
-  double weight = 0.0;
-  double sum = 0.0;
-  for (const WeightedCounts& bin : bins) {
-    weight += bin.weight;
-    sum += weightedEntropy(bin);
-  }
-  return weight > 0.0 ? sum / weight : 0.0;
-}
-
 void joinBins(const BinLimits& limits, AttributeModel& attribute) {
   const std::size_t before = attribute.bins.size();
   std::vector<double> losses;
@@ -104,7 +94,9 @@ void joinBins(const BinLimits& limits, AttributeModel& attribute) {
 }  // namespace
 
 void joinBins(Model& model) {
-  for (AttributeModel& attribute : model.attributes) joinBins(model.options.limits, attribute);
+  for (AttributeModel& attribute : model.attributes) {
+    if (!attribute.cutsGiven) joinBins(model.options.limits, attribute);
+  }
 }
 
 }  // namespace mcbin

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "toolkit/errors.h"
+#include "toolkit/model/bin_lookup.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
@@ -46,6 +47,10 @@ CaseFeed::CaseFeed(CaseSource& source, const std::vector<ColumnPlan>& columns,
   const WeightedCounts none{0.0, classWeights_};
   missing_.assign(layout.attributeColumns.size(), none);
   userMissing_ = missing_;
+  for (const std::size_t column : layout.attributeColumns) {
+    const auto& cutPoints = columns[column].cutPoints;
+    givenBins_.emplace_back(cutPoints ? cutPoints->size() + 1 : 0, none);
+  }
 }
 
 bool CaseFeed::HasNext() {
@@ -136,6 +141,9 @@ void CaseFeed::FillAttribute(std::size_t attribute, int code, double weight) {
   if (layout_.targetColumn && code < 0) return;
   if (!value) add(missing_[attribute], code, weight);
   if (isDeclared) add(userMissing_[attribute], code, weight);
+  if (!value || isDeclared || givenBins_[attribute].empty()) return;
+  const std::size_t bin = binOf(*columns_[column].cutPoints, layout_.closedSide, *value);
+  add(givenBins_[attribute][bin], code, weight);
 }
 
 std::vector<std::string> CaseFeed::NeverMet() const {
@@ -184,6 +192,10 @@ const WeightedCounts& CaseFeed::MissingCases(std::size_t attribute) const {
 
 const WeightedCounts& CaseFeed::UserMissingCases(std::size_t attribute) const {
   return userMissing_[attribute];
+}
+
+const std::vector<WeightedCounts>& CaseFeed::GivenBins(std::size_t attribute) const {
+  return givenBins_[attribute];
 }
 
 }  // namespace mcbin

@@ -27,6 +27,7 @@ struct FeedLayout {
   std::optional<std::size_t> targetColumn;
   std::optional<std::size_t> weightColumn;
   std::vector<std::size_t> attributeColumns;
+  ClosedSide closedSide = ClosedSide::Right;  ///< Of bins whose cut points are given.
 };
 
 /// Hands the cases of a source to the library, and counts on the way what the library does not tell
@@ -58,6 +59,8 @@ class CaseFeed : public BINCaseIterator {
   /// By position among the attributes.
   const WeightedCounts& MissingCases(std::size_t attribute) const;
   const WeightedCounts& UserMissingCases(std::size_t attribute) const;
+  /// The bins between given cut points; none where the cut points are searched.
+  const std::vector<WeightedCounts>& GivenBins(std::size_t attribute) const;
 
  private:
   using Clock = std::chrono::steady_clock;
@@ -90,6 +93,7 @@ class CaseFeed : public BINCaseIterator {
   double targetMissingWeight_ = 0.0;
   std::vector<WeightedCounts> missing_;
   std::vector<WeightedCounts> userMissing_;
+  std::vector<std::vector<WeightedCounts>> givenBins_;
   std::vector<DeclaredValues> declared_;  ///< By column.
 };
 

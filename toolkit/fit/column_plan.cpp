@@ -47,6 +47,7 @@ class Planner {
     Exclude();
     TakeTargetAndWeight();
     for (const std::string& text : request_.types) DeclareType(text);
+    for (const GivenCuts& cuts : request_.cuts) TakeCuts(cuts);
     for (const std::string& text : request_.missing) DeclareMissing(text);
     DeclareTargetMissing();
     for (const std::string& text : request_.missingRanges) DeclareRange(text);
@@ -119,6 +120,25 @@ class Planner {
       throw UsageError(fmt::format("--type {}: the weight always is a number", excerpt(text)));
     }
     column.declaredType = declared;
+  }
+
+  void TakeCuts(const GivenCuts& cuts) {
+    if (cuts.closedSide && *cuts.closedSide != request_.closedSide) {
+      throw UsageError(*cuts.closedSide == ClosedSide::Left
+                           ? "--cuts: the bins of the model are [a, b): say --left-closed"
+                           : "--cuts: the bins of the model are (a, b]: leave --left-closed out");
+    }
+    ColumnPlan& column = columns_[findColumn(names_, cuts.column, "--cuts")];
+    if (column.use != ColumnUse::Attribute) {
+      throw UsageError(fmt::format("--cuts: column {} is not to be cut: {}", excerpt(column.name),
+                                   column.use == ColumnUse::Target   ? "it is the target"
+                                   : column.use == ColumnUse::Weight ? "it is the weight"
+                                                                     : column.reason));
+    }
+    if (column.cutPoints) {
+      throw UsageError(fmt::format("--cuts: column {} is given twice", excerpt(column.name)));
+    }
+    column.cutPoints = cuts.cutPoints;
   }
 
   void DeclareMissing(const std::string& text) {
@@ -252,8 +272,9 @@ void applyScan(const TableScan& scan, const std::string& data, std::vector<Colum
     if (column.use != ColumnUse::Attribute) continue;
     column.reason = reasonNotToCut(column, scan.columns[c]);
     if (column.reason.empty()) continue;
-    if (column.namedByUser) {
-      throw DataError(fmt::format("--attribute {}: the column cannot be cut: {}",
+    if (column.namedByUser || column.cutPoints) {
+      throw DataError(fmt::format("{} {}: the column cannot be cut: {}",
+                                  column.namedByUser ? "--attribute" : "--cuts",
                                   excerpt(column.name), column.reason));
     }
     column.use = ColumnUse::LeftOut;

@@ -17,11 +17,12 @@ enum class ColumnType { Scale, Category };
 struct ColumnPlan {
   std::string name;
   ColumnUse use = ColumnUse::Attribute;
-  bool namedByUser = false;                ///< By its very name or number, not by a pattern.
-  std::optional<ColumnType> declaredType;  ///< With --type.
-  std::string reason;                      ///< Why it is left out.
-  MissingRules missing;                    ///< Of an attribute or the weight.
-  std::vector<std::string> missingTexts;   ///< As given; what the target's are compared with.
+  bool namedByUser = false;                      ///< By its very name or number, not by a pattern.
+  std::optional<ColumnType> declaredType;        ///< With --type.
+  std::optional<std::vector<double>> cutPoints;  ///< Given with --cuts.
+  std::string reason;                            ///< Why it is left out.
+  MissingRules missing;                          ///< Of an attribute or the weight.
+  std::vector<std::string> missingTexts;         ///< As given; what the target's are compared with.
 };
 
 /// Applies the request to the names of the columns. Throws DataError for a column that is not

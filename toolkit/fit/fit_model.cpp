@@ -30,8 +30,9 @@ ScanRequest scanRequest(const FitRequest& request, const std::vector<ColumnPlan>
   return scan;
 }
 
-FeedLayout layoutOf(const std::vector<ColumnPlan>& columns) {
+FeedLayout layoutOf(const std::vector<ColumnPlan>& columns, ClosedSide closedSide) {
   FeedLayout layout;
+  layout.closedSide = closedSide;
   layout.targetColumn = columnOf(columns, ColumnUse::Target);
   layout.weightColumn = columnOf(columns, ColumnUse::Weight);
   for (std::size_t c = 0; c < columns.size(); ++c) {
@@ -54,8 +55,9 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
 
   start = std::chrono::steady_clock::now();
   cases.Rewind();
-  PassResult result = runPasses({request, columns, seen, watch.timesFeed}, layoutOf(columns), cases,
-                                watch.jobs, watch.another, watch.monitor);
+  PassResult result =
+      runPasses({request, columns, seen, watch.timesFeed}, layoutOf(columns, request.closedSide),
+                cases, watch.jobs, watch.another, watch.monitor);
   checkBins(result.model);
   joinBins(result.model);
   if (watch.noted) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/fit/given_cuts.h"
 #include "toolkit/input/open_table.h"
 #include "toolkit/model/model.h"
 
@@ -32,7 +33,8 @@ struct FitRequest {
   std::vector<std::string> naTexts;
   std::vector<std::string> attributePatterns;  ///< Empty: every column.
   std::vector<std::string> excludePatterns;
-  std::vector<std::string> types;          ///< COLUMN=scale or COLUMN=category
+  std::vector<std::string> types;  ///< COLUMN=scale or COLUMN=category
+  std::vector<GivenCuts> cuts;
   std::vector<std::string> missing;        ///< COLUMN=VALUE[,VALUE...]
   std::vector<std::string> targetMissing;  ///< More of the target, each as it stands.
   std::vector<std::string> missingRanges;  ///< COLUMN=LOW:HIGH

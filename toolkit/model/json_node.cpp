@@ -52,6 +52,11 @@ std::string JsonNode::Text() const {
   return value_->get<std::string>();
 }
 
+bool JsonNode::Flag() const {
+  if (!value_->is_boolean()) Fail("must be true or false");
+  return value_->get<bool>();
+}
+
 std::int64_t JsonNode::Integer(std::int64_t low, std::int64_t high) const {
   // Compared as doubles first: a number beyond the range of the type has no defined conversion.
   if (value_->is_number_integer()) {

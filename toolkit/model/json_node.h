@@ -30,6 +30,7 @@ class JsonNode {
 
   bool IsNull() const { return value_->is_null(); }
   std::string Text() const;
+  bool Flag() const;
   /// A whole number from `low` to `high`.
   std::int64_t Integer(std::int64_t low, std::int64_t high) const;
   /// A finite number or "inf" or "-inf".

@@ -62,6 +62,16 @@ double entropyOf(const std::vector<double>& classWeights) {
   return entropy;
 }
 
+double meanEntropy(const std::vector<WeightedCounts>& bins) {
+  double weight = 0.0;
+  double sum = 0.0;
+  for (const WeightedCounts& bin : bins) {
+    weight += bin.weight;
+    sum += bin.weight * entropyOf(bin.classWeights);
+  }
+  return weight > 0.0 ? sum / weight : 0.0;
+}
+
 std::vector<double> sumOverBins(const std::vector<WeightedCounts>& bins) {
   std::vector<double> sums;
   for (const WeightedCounts& bin : bins) {

@@ -72,6 +72,7 @@ struct AttributeModel {
   double totalWeightWithMissing = 0.0;  ///< Of all used cases.
   std::vector<double> cutPoints;        ///< Strictly ascending; may hold infinities, never NaN.
   std::vector<WeightedCounts> bins;     ///< In ascending order of value.
+  bool cutsGiven = false;               ///< By the user, in place of a search.
   /// Cases with a target category whose value is missing, or declared missing by the user.
   WeightedCounts missingCases;
   WeightedCounts userMissingCases;
@@ -202,6 +203,9 @@ std::vector<std::size_t> rankByGain(const Model& model);
 
 /// Base-2 entropy of the class weights; 0 when they sum to 0.
 double entropyOf(const std::vector<double>& classWeights);
+
+/// The mean of the bins' entropies, weighted by their weights; 0 without weight.
+double meanEntropy(const std::vector<WeightedCounts>& bins);
 
 /// The class weights over all bins (element by element sum).
 std::vector<double> sumOverBins(const std::vector<WeightedCounts>& bins);

@@ -73,6 +73,7 @@ Json attributeToJson(const Model& model, const AttributeModel& attribute) {
     json[number.name] = optionalToJson(attribute.*number.value);
   }
   json["cutPoints"] = numbersToJson(attribute.cutPoints);
+  if (attribute.cutsGiven) json["cutsGiven"] = true;
   json["bins"] = Json::array();
   for (const WeightedCounts& bin : attribute.bins) json["bins"].push_back(countsToJson(bin));
   json["missingCases"] = countsToJson(attribute.missingCases);

@@ -76,6 +76,8 @@ AttributeModel readAttribute(const JsonNode& node, std::size_t categories) {
       node["cutPoints"].Fail("must ascend strictly");
     }
   }
+  const auto given = node.Optional("cutsGiven");
+  attribute.cutsGiven = given && given->Flag();
   for (const JsonNode& bin : node["bins"].Elements()) {
     attribute.bins.push_back(readCounts(bin, categories));
   }

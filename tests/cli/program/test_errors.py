@@ -130,6 +130,12 @@ BROKEN_FILES = [
     ("an adjustment for three categories", b"a,t\n1,x\n2,y\n3,z\n",
      ["-t", "t", "--woe-adjustment", "1"],
      "--woe-adjustment: the target t has 3 categories; evidence is for two"),
+    ("no such column to cut", b"a,t\n1,x\n", ["-t", "t", "--cuts", "b=1"],
+     "--cuts: no column 'b'; the columns are: a, t"),
+    ("cuts of a column of texts", b"a,b,t\nx,1,y\nz,2,w\n", ["-t", "t", "--cuts", "a=1"],
+     "--cuts a: the column cannot be cut: categorical: it holds texts"),
+    ("cuts of no file", b"a,t\n1,x\n2,y\n", ["-t", "t", "--cuts", "nope.txt"],
+     "cannot open nope.txt: No such file or directory"),
     ("no such weight", b"a,t\n1,x\n", ["-t", "t", "-w", "w"],
      "--weight: no column 'w'; the columns are: a, t"),
     ("no such attribute", b"a,t\n1,x\n", ["-t", "t", "-a", "b*"],
@@ -170,6 +176,18 @@ WRONG_USAGE = [
     (["fit", "d.csv", "-t", "t", "--min-bin-weight", "-1"],
      "--min-bin-weight must be finite and not negative"),
     (["fit", "d.csv", "-t", "t", "--max-bins", "1"], "--max-bins must be at least 2"),
+    (["fit", "d.csv", "-t", "t", "--cuts", "a=2,1"],
+     "--cuts a=2,1: the cut points must ascend: '1' is not above the one before"),
+    (["fit", "d.csv", "-t", "t", "--cuts", "a=x"], "--cuts a=x: 'x' is not a finite number"),
+    (["fit", "d.csv", "-t", "t", "--cuts", "=1"], "--cuts =1: write COLUMN=NUMBER,NUMBER..."),
+    (["fit", "d.csv", "-t", "t", "--cuts", "a=1", "--cuts", "1=2"],
+     "--cuts: column a is given twice"),
+    (["fit", "d.csv", "-t", "t", "--cuts", "t=1"],
+     "--cuts: column t is not to be cut: it is the target"),
+    (["fit", "d.csv", "-t", "t", "-w", "w", "--cuts", "w=1"],
+     "--cuts: column w is not to be cut: it is the weight"),
+    (["fit", "d.csv", "-t", "t", "-x", "a", "--cuts", "a=1"],
+     "--cuts: column a is not to be cut: excluded by --exclude"),
     (["fit", "d.csv", "-t", "t", "--woe-adjustment", "0"],
      "--woe-adjustment must be above 0 and finite"),
     (["fit", "d.csv", "-t", "t", "--woe-adjustment", "inf"],
@@ -296,6 +314,25 @@ class Files(ProgramTest):
         # Standard input and output, whatever files are there.
         self.file("-", "a\n")
         self.succeed("apply", "m.json", "-", stdin=b"a\n1\n")
+
+
+class Cuts(ProgramTest):
+    def test_files_of_cut_points(self):
+        self.file("d.csv", "a,t\n1,x\n2,y\n")
+        for content, message in (("", "there are no cut points"),
+                                 ("a\n", "line 1: write COLUMN=NUMBER,NUMBER..."),
+                                 ("\na=1,one\n", "line 2: 'one' is not a finite number")):
+            self.file("cuts.txt", content)
+            place = "cuts.txt, " if message.startswith("line") else "cuts.txt: "
+            self.fail_with(DATA, place + message, "fit", "d.csv", "-t", "t", "--cuts", "cuts.txt")
+
+    def test_a_model_with_other_ends(self):
+        self.file("d.csv", "a,t\n1,x\n2,y\n")
+        for fitted, other, advice in (([], ["--left-closed"], "(a, b]: leave --left-closed out"),
+                                      (["--left-closed"], [], "[a, b): say --left-closed")):
+            self.succeed("fit", "d.csv", "-t", "t", "-o", "m.json", *fitted)
+            self.fail_with(USAGE, "--cuts: the bins of the model are " + advice,
+                           "fit", "d.csv", "-t", "t", "--cuts", "m.json", *other)
 
 
 class Databases(ProgramTest):

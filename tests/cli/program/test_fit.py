@@ -2,7 +2,6 @@
 
 import csv
 import json
-import math
 import os
 import pathlib
 import random
@@ -136,24 +135,6 @@ class Options(ProgramTest):
         self.assertEqual(whole["attributes"][0]["cutPoints"], [49, 59])
         self.assertEqual(merged["attributes"][0]["cutPoints"], [59])
 
-    def test_limits_on_bins_hold_and_are_stored(self):
-        limits = ["--min-bin-share", "0.1", "--min-bin-weight", "450", "--max-bins", "2"]
-        whole = self.fit(LOANS, *LOANS_OPTIONS)
-        joined = self.fit(LOANS, *LOANS_OPTIONS, *limits)
-        self.assertEqual(joined["options"]["binLimits"],
-                         {"minShare": 0.1, "minWeight": 450, "maxBins": 2})
-        for before, after in zip(whole["attributes"], joined["attributes"], strict=True):
-            total = sum(b["weight"] for b in (*before["bins"], before["missingCases"],
-                                              before["userMissingCases"]))
-            least = max(450, 0.1 * total)
-            self.assertTrue(set(after["cutPoints"]) <= set(before["cutPoints"]))
-            self.assertLessEqual(len(after["bins"]), 2)
-            if len(after["bins"]) > 1:
-                self.assertGreaterEqual(min(b["weight"] for b in after["bins"]), least)
-            self.assertLessEqual(before["entropyAfter"], after["entropyAfter"] + 1e-12)
-        self.assertTrue(any("bins joined into" in a["status"]["reason"]
-                            for a in joined["attributes"]))
-
     def test_left_closed(self):
         self.file("small.csv", SMALL)
         result = self.succeed("fit", "small.csv", "-t", "t", "--left-closed")
@@ -252,6 +233,7 @@ class Models(ProgramTest):
             [LOANS, "--equal-frequency"],
             ["w.csv", "-t", "t", "-w", "w", "--missing", "x=9", "--missing-range", "w=:0"],
             ["w.csv", "-e", "--bins", "2"],
+            [LOANS, *LOANS_OPTIONS, "--max-bins", "2", "--cuts", "age=30,50"],
         ):
             with self.subTest(arguments):
                 self.assertEqual(violations(self.fit(*arguments), schema), [])
@@ -263,53 +245,6 @@ class Models(ProgramTest):
         model["cases"]["lost"] = 1
         del model["library"]
         self.assertEqual(len(violations(model, schema)), 3)
-
-
-class Evidence(ProgramTest):
-    """Event rates, weights of evidence and information values against a computation made here."""
-
-    def check(self, event, adjustment, *options):
-        model = self.fit(LOANS, *LOANS_OPTIONS, *options)
-        self.assertEqual(model["target"]["evidence"],
-                         {"event": model["target"]["categories"][event], "adjustment": adjustment})
-        for fitted in model["attributes"]:
-            rows = [*fitted["bins"], fitted["missingCases"], fitted["userMissingCases"]]
-            events = sum(row["classWeights"][event] for row in rows)
-            others = sum(row["classWeights"][1 - event] for row in rows)
-            total = 0.0
-            for row in rows:
-                e, n = row["classWeights"][event], row["classWeights"][1 - event]
-                add = 0 if e and n else adjustment
-                woe = math.log((n + add) / others / ((e + add) / events)) if e + n else 0.0
-                value = (n / others - e / events) * woe
-                total += value
-                self.assertAlmostEqual(row["eventRate"], e / (e + n) if e + n else 0, delta=1e-12)
-                self.assertAlmostEqual(row["weightOfEvidence"], woe, delta=1e-12)
-                self.assertAlmostEqual(row["informationValue"], value, delta=1e-12)
-            self.assertAlmostEqual(fitted["informationValue"], total, delta=1e-12)
-
-    def test_the_last_category_is_the_event(self):
-        self.check(1, 0.5)
-
-    def test_the_event_and_the_adjustment_can_be_chosen(self):
-        self.check(0, 0.25, "--event", "no", "--woe-adjustment", "0.25")
-
-    def test_a_column_that_is_mostly_missing_does_not_rank_first(self):
-        rows = [(i if i < 10 else "", (i * 7) % 100, "ab"[(i * 7) % 100 > 60] if i >= 10 else "ab"[i > 4])
-                for i in range(1000)]
-        self.file("d.csv", "rare,good,t\n" + "".join(f"{r},{g},{t}\n" for r, g, t in rows))
-        lines = self.succeed("fit", "d.csv", "-t", "t").stdout.splitlines()
-        ranking = [line.split() for line in lines[6:8]]
-        self.assertEqual([line[1] for line in ranking], ["good", "rare"])
-        self.assertEqual(ranking[1][6], "99.0%")
-        self.assertEqual(ranking[1][7], "1.0000")
-
-
-class NumericEvent(ProgramTest):
-    def test_an_event_is_a_number_in_every_spelling(self):
-        self.file("d.csv", "x,t\n1,0\n2,1\n")
-        model = self.fit("d.csv", "-t", "t", "--event", "0.0")
-        self.assertEqual(model["target"]["evidence"], {"event": "0", "adjustment": 0.5})
 
 
 class Sums(ProgramTest):

@@ -78,6 +78,14 @@ TEST(BinLimits, MissingCasesCountInTheShare) {
   EXPECT_EQ(joinedBins(model).status.reason, "2 bins joined into 1: under 10% of the weight");
 }
 
+TEST(BinLimits, GivenCutPointsStay) {
+  BinLimits limits;
+  limits.maxBins = 2;
+  Model model = cutInto({{1, 0}, {0, 1}, {1, 0}}, limits);
+  model.attributes[0].cutsGiven = true;
+  EXPECT_EQ(joinedBins(model).bins.size(), 3U);
+}
+
 TEST(BinLimits, AnEarlierRemarkStays) {
   BinLimits limits;
   limits.maxBins = 1;

@@ -76,6 +76,15 @@ TEST(ModelJson, LimitsAreStoredWhenThereAreAny) {
   EXPECT_EQ(modelToJson(modelFromJson(text, "m")), text);
 }
 
+TEST(ModelJson, GivenCutsAreSaidToBe) {
+  Model model = exampleModel();
+  EXPECT_EQ(modelToJson(model).find("cutsGiven"), std::string::npos);
+  model.attributes[0].cutsGiven = true;
+  const std::string text = modelToJson(model);
+  EXPECT_TRUE(modelFromJson(text, "m").attributes[0].cutsGiven);
+  EXPECT_EQ(modelToJson(modelFromJson(text, "m")), text);
+}
+
 TEST(ModelJson, AFileIsRead) {
   const TemporaryFiles files;
   const std::string text = modelToJson(exampleModel());

@@ -80,6 +80,8 @@ const std::pair<std::string, std::function<void(Json&)>> kWrongValues[] = {
      [](Json& j) {
        j["target"]["evidence"] = {{"event", "maybe"}, {"adjustment", 1.0}};
      }},
+    {"m: attributes[0].cutsGiven must be true or false",
+     [](Json& j) { j["attributes"][0]["cutsGiven"] = 1; }},
     {"m: target.evidence.adjustment must be above 0",
      [](Json& j) {
        j["target"]["evidence"] = {{"event", "no"}, {"adjustment", 0.0}};

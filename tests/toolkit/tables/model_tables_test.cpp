@@ -57,21 +57,22 @@ TEST(ModelTables, CasesInNoBinHaveARow) {
 }
 
 TEST(ModelTables, Overview) {
-  EXPECT_EQ(overviewText(testing::exampleModel()),
-            "Supervised binning of loans.csv: 16 cases, 14 used, 2 dropped for their weight\n"
-            "Weight w, rounded to whole numbers\n"
-            "Target default: no (5, 35.7%), yes (8, 57.1%), missing (1, 7.1%), counted in no bin; "
-            "the event is yes\n"
-            "\n"
-            "Attributes by gain over all cases\n"
-            "  #  attribute  bins  distinct                  min  max  missing    gain  over all    "
-            "  IV  trend  remark\n"
-            "  -  ---------  ----  --------  -------------------  ---  -------  ------  --------  "
-            "------  -----  ----------------\n"
-            "  1  in\"come       3         5  0.30000000000000004  inf    23.1%  0.6460    0.5578  "
-            "2.3776  peak\n"
-            "  2  é             1         0                    -    -        -       -    0.0000  "
-            "0.0000  none   not cut: because\n");
+  EXPECT_EQ(
+      overviewText(testing::exampleModel()),
+      "Supervised binning of loans.csv: 16 cases, 14 used, 2 dropped for their weight\n"
+      "Weight w, rounded to whole numbers\n"
+      "Target default: no (5, 35.7%), yes (8, 57.1%), missing (1, 7.1%), counted in no bin; "
+      "the event is yes\n"
+      "\n"
+      "Attributes by gain over all cases\n"
+      "  #  attribute  bins  distinct                  min  max  missing    gain  over all    "
+      "  IV  trend  remark\n"
+      "  -  ---------  ----  --------  -------------------  ---  -------  ------  --------  "
+      "------  -----  ----------------\n"
+      "  1  in\"come       3         5  0.30000000000000004  inf    23.1%  0.6460    0.5578  "
+      "2.3776  peak\n"
+      "  2  é             1         0                    -    -        -       -    0.0000  "
+      "0.0000  none   not cut: because\n");
 }
 
 TEST(ModelTables, LineEndsInNamesDoNotTearTheTable) {

@@ -1,0 +1,28 @@
+/// Cut points that the user gives in place of a search.
+#ifndef MCBIN_TOOLKIT_FIT_GIVEN_CUTS_H
+#define MCBIN_TOOLKIT_FIT_GIVEN_CUTS_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "toolkit/model/model.h"
+#include "toolkit/monitor.h"
+
+namespace mcbin {
+
+struct GivenCuts {
+  std::string column;             ///< Name or number.
+  std::vector<double> cutPoints;  ///< Finite, strictly ascending; may be none.
+  std::optional<ClosedSide> closedSide =
+      {};  ///< What the model was fitted with that they are from.
+};
+
+/// The cut points that `text` names: COLUMN=NUMBER,NUMBER..., or a file that holds a model or such
+/// texts, one a line; blank lines and lines that start with # are passed over. UsageError for
+/// another text, DataError for a file that cannot be read so.
+std::vector<GivenCuts> readGivenCuts(const std::string& text, Monitor& monitor);
+
+}  // namespace mcbin
+
+#endif
