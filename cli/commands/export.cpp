@@ -25,6 +25,7 @@ struct ExportCommand {
   std::string format;
   std::optional<LabelStyle> style;
   std::optional<std::string> from;
+  std::optional<SqlDialect> dialect;
   std::vector<std::string> attributePatterns;
   std::string output = "-";
 };
@@ -56,15 +57,16 @@ std::string footer() {
 
 void runExport(const ExportCommand& command) {
   const ExportFormat& format = exportFormat(command.format);
-  if (!format.isStatement && (command.from || command.style)) {
-    throw UsageError("--from and --as are for --to sql");
+  if (!format.isStatement && (command.from || command.style || command.dialect)) {
+    throw UsageError("--from, --as and --dialect are for --to sql");
   }
   requireOtherFile(command.output, command.model, "the model");
   TerminalMonitor monitor;
   Model model = loadModel(command.model, monitor);
   keepAttributes(model, command.attributePatterns);
   OutputFile output(command.output);
-  output.Write(format.write(model, {command.style.value_or(LabelStyle::Index), command.from}));
+  output.Write(format.write(model, {command.style.value_or(LabelStyle::Index), command.from,
+                                    command.dialect.value_or(SqlDialect::Sqlite)}));
   output.Commit();
 }
 
@@ -72,7 +74,7 @@ void runExport(const ExportCommand& command) {
 
 void addExportCommand(CLI::App& program) {
   CLI::App* const command =
-      program.add_subcommand("export", "Write a model as SQL, CSV or Markdown");
+      program.add_subcommand("export", "Write a model as SQL, CSV, Markdown or JSON");
   const auto options = std::make_shared<ExportCommand>();
   addModelOption(*command, options->model);
   command->add_option("--to", options->format, fmt::format("{}", fmt::join(formatNames(), ", ")))
@@ -87,6 +89,8 @@ void addExportCommand(CLI::App& program) {
           "Write a whole SELECT over this table (SQL); SCHEMA.TABLE names a schema too, and a "
           "name that holds a dot or a quote stands in double quotes")
       ->type_name("TABLE");
+  addChoice(*command, "--dialect", options->dialect, kSqlDialects,
+            "The SQL of sqlite, postgresql, duckdb, spark or ansi [sqlite]");
   addAttributeOption(*command, options->attributePatterns);
   addOutputOption(*command, options->output);
   command->footer(footer());

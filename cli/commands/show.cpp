@@ -17,6 +17,7 @@ namespace {
 struct ShowCommand {
   std::string model;
   std::vector<std::string> attributePatterns;
+  bool json = false;
 };
 
 constexpr const char* kExamples =
@@ -30,7 +31,7 @@ void runShow(const ShowCommand& show) {
   TerminalMonitor monitor;
   Model model = loadModel(show.model, monitor);
   keepAttributes(model, show.attributePatterns);
-  writeStandardOutput(modelText(model));
+  writeStandardOutput(show.json ? modelToJson(model) : modelText(model));
 }
 
 }  // namespace
@@ -41,6 +42,7 @@ void addShowCommand(CLI::App& program) {
   const auto show = std::make_shared<ShowCommand>();
   addModelOption(*command, show->model);
   addAttributeOption(*command, show->attributePatterns);
+  command->add_flag("--json", show->json, "Print the model in place of the tables");
   command->footer(kExamples);
   command->callback([show] { runShow(*show); });
 }

@@ -8,6 +8,7 @@ namespace mcbin {
 std::string sqlExport(const Model& model, const ExportOptions& options);
 std::string csvExport(const Model& model, const ExportOptions& options);
 std::string markdownExport(const Model& model, const ExportOptions& options);
+std::string jsonExport(const Model& model, const ExportOptions& options);
 
 namespace {
 
@@ -17,7 +18,8 @@ constexpr ExportFormat kFormats[] = {
      "it; with --from a whole SELECT",
      true, sqlExport},
     {"csv", "a line per bin", false, csvExport},
-    {"markdown", "the tables that show prints", false, markdownExport}};
+    {"markdown", "the tables that show prints", false, markdownExport},
+    {"json", "the model again, of the chosen attributes", false, jsonExport}};
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "toolkit/export/sql_text.h"
 #include "toolkit/model/bin_labels.h"
 #include "toolkit/model/model.h"
 
@@ -14,6 +15,7 @@ namespace mcbin {
 struct ExportOptions {
   LabelStyle style = LabelStyle::Index;  ///< What stands for a bin: Index, Interval or Evidence.
   std::optional<std::string> table;      ///< The table that the statement reads.
+  SqlDialect dialect = SqlDialect::Sqlite;
 };
 
 struct ExportFormat {

@@ -58,6 +58,16 @@ std::string exactProduct(double value) {
   return product + ")";
 }
 
+std::string sqliteNumber(double value) {
+  constexpr int kLongestDecimal = 19;  // more digits are not read
+  if (std::isinf(value)) return value > 0.0 ? "9e999" : "-9e999";
+  std::string literal = fmt::format("{}", value);
+  if (literal.find_first_of(".e") == std::string::npos) literal += ".0";
+  if (readBySqlite(literal) == value) return literal;
+  literal = fmt::format("{:.{}e}", value, kLongestDecimal - 1);
+  return readBySqlite(literal) == value ? literal : exactProduct(value);
+}
+
 /// Both take a part of a table's name off the front of `rest`; a part in quotes that are not closed
 /// is empty.
 std::string takePlainPart(std::string_view& rest) {
@@ -82,9 +92,11 @@ std::string takeQuotedPart(std::string_view& rest) {
 
 }  // namespace
 
-std::string sqlIdentifier(const std::string& name) { return quoted(name, '"'); }
+std::string sqlIdentifier(const std::string& name, SqlDialect dialect) {
+  return quoted(name, dialect == SqlDialect::Spark ? '`' : '"');
+}
 
-std::string sqlTableName(const std::string& text) {
+std::string sqlTableName(const std::string& text, SqlDialect dialect) {
   std::string name;
   std::string_view rest = text;
   while (true) {
@@ -95,23 +107,46 @@ std::string sqlTableName(const std::string& text) {
           "--from {}: write TABLE or SCHEMA.TABLE, a name with a dot or a quote in double quotes",
           excerpt(text)));
     }
-    name += sqlIdentifier(part);
+    name += sqlIdentifier(part, dialect);
     if (rest.empty()) return name;
     name += '.';
     rest.remove_prefix(1);
   }
 }
 
-std::string sqlText(const std::string& text) { return quoted(text, '\''); }
+std::string sqlText(const std::string& text, SqlDialect dialect) {
+  if (dialect != SqlDialect::Spark) return quoted(text, '\'');
+  std::string result = "'";
+  for (const char c : text) {
+    if (c == '\'' || c == '\\') result += '\\';
+    result += c;
+  }
+  return result + "'";
+}
 
-std::string sqlNumber(double value) {
-  constexpr int kLongestDecimal = 19;  // more digits are not read
-  if (std::isinf(value)) return value > 0.0 ? "9e999" : "-9e999";
-  std::string literal = fmt::format("{}", value);
-  if (literal.find_first_of(".e") == std::string::npos) literal += ".0";
-  if (readBySqlite(literal) == value) return literal;
-  literal = fmt::format("{:.{}e}", value, kLongestDecimal - 1);
-  return readBySqlite(literal) == value ? literal : exactProduct(value);
+std::string sqlAsText(const std::string& identifier, SqlDialect dialect) {
+  const char* const type = dialect == SqlDialect::Spark  ? "STRING"
+                           : dialect == SqlDialect::Ansi ? "VARCHAR(255)"
+                                                         : "VARCHAR";
+  return fmt::format("CAST({} AS {})", identifier, type);
+}
+
+std::string sqlAsNumber(const std::string& identifier, SqlDialect dialect) {
+  const bool isShort = dialect == SqlDialect::DuckDb || dialect == SqlDialect::Spark;
+  return fmt::format("CAST({} AS {})", identifier, isShort ? "DOUBLE" : "DOUBLE PRECISION");
+}
+
+std::string sqlNumber(double value, SqlDialect dialect) {
+  if (dialect == SqlDialect::Sqlite) return sqliteNumber(value);
+  if (std::isinf(value)) {
+    if (dialect == SqlDialect::Ansi) {
+      throw DataError("standard SQL has no infinite numbers: name another --dialect");
+    }
+    return sqlAsNumber(value > 0.0 ? "'Infinity'" : "'-Infinity'", dialect);
+  }
+  // The exponent tells a double from a decimal number.
+  const std::string literal = fmt::format("{}", value);
+  return literal.find('e') == std::string::npos ? literal + "e0" : literal;
 }
 
 }  // namespace mcbin

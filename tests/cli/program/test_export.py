@@ -75,14 +75,40 @@ class Tables(ProgramTest):
             "    ELSE '(9, inf)'\n  END AS \"a|b_bin\"\n",
         )
 
+    def test_json_is_the_model_of_the_chosen_attributes(self):
+        whole = (self.directory / "model.json").read_text()
+        self.assertEqual(self.succeed("export", "model.json", "--to", "json").stdout, whole)
+        self.assertEqual(self.succeed("show", "model.json", "--json").stdout, whole)
+        self.succeed("fit", LOANS, "--target", "default", "-o", "loans.json")
+        model = json.loads((self.directory / "loans.json").read_text())
+        model["attributes"] = [a for a in model["attributes"] if a["name"] == "age"]
+        for command in (["export", "loans.json", "--to", "json"], ["show", "loans.json", "--json"]):
+            self.assertEqual(json.loads(self.succeed(*command, "-a", "age").stdout), model)
+
+    def test_dialects(self):
+        sql = {dialect: self.succeed("export", "model.json", "--to", "sql", "--from", "s.t",
+                                     "--dialect", dialect).stdout
+               for dialect in ("sqlite", "postgresql", "duckdb", "spark", "ansi")}
+        self.assertEqual(
+            sql["spark"],
+            "SELECT *,\n  CASE\n    WHEN `a|b` IS NULL OR TRIM(CAST(`a|b` AS STRING)) IN ('', 'NA', "
+            "'N/A', 'NaN', 'nan', 'NULL', 'null', '?') THEN -1\n"
+            "    WHEN CAST(`a|b` AS DOUBLE) <= 9e0 THEN 0\n    ELSE 1\n  END AS `a|b_bin`\n"
+            "FROM `s`.`t`;\n")
+        for dialect, text, number in (("postgresql", "VARCHAR", "DOUBLE PRECISION"),
+                                      ("duckdb", "VARCHAR", "DOUBLE"),
+                                      ("ansi", "VARCHAR(255)", "DOUBLE PRECISION")):
+            expected = sql["sqlite"].replace("VARCHAR", text).replace("DOUBLE PRECISION", number)
+            self.assertEqual(sql[dialect], expected.replace("9.0", "9e0"))
+
     def test_output_file(self):
         self.succeed("export", "model.json", "--to", "csv", "-o", "out.csv")
         rows = list(csv.reader(io.StringIO((self.directory / "out.csv").read_text())))
         self.assertEqual(len(rows), 5)
 
     def test_sql_options_are_for_sql(self):
-        for option in (["--from", "t"], ["--as", "index"]):
-            self.fail_with(2, "--from and --as are for --to sql",
+        for option in (["--from", "t"], ["--as", "index"], ["--dialect", "spark"]):
+            self.fail_with(2, "--from, --as and --dialect are for --to sql",
                            "export", "model.json", "--to", "csv", *option)
 
 
@@ -176,6 +202,22 @@ class Sql(ProgramTest):
         self.assertEqual(self.placed([3, 4], table="a.b", from_='main."a.b"'), [0, 1])
         self.fail_with(2, "--from main.: write TABLE or SCHEMA.TABLE, a name with a dot or a quote "
                        "in double quotes", "export", "model.json", "--to", "sql", "--from", "main.")
+
+    def test_standard_sql_has_no_infinite_numbers(self):
+        self.model([3], "right", values=[INFINITY])
+        self.fail_with(1, "standard SQL has no infinite numbers: name another --dialect",
+                       "export", "model.json", "--to", "sql", "--dialect", "ansi")
+
+    def test_evidence(self):
+        self.file("d.csv", "x,t\n" + "".join(f"{i},{'ab'[i > 9]}\n" for i in range(20)))
+        model = self.fit("d.csv", "--target", "t", "-o", "model.json")
+        sql = self.succeed("export", "model.json", "--to", "sql", "--as", "woe", "--from", "t").stdout
+        connection = sqlite3.connect(":memory:")
+        self.addCleanup(connection.close)
+        connection.execute("CREATE TABLE t (x)")
+        connection.executemany("INSERT INTO t VALUES (?)", [(3,), (12,), (None,)])
+        weights = [b["weightOfEvidence"] for b in model["attributes"][0]["bins"]]
+        self.assertEqual([row[1] for row in connection.execute(sql)], [*weights, 0.0])
 
     def test_names_are_quoted(self):
         for name in ('odd "name"', "it's", "select", "ä b"):

@@ -1,4 +1,5 @@
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <string>
 #include <vector>
@@ -11,71 +12,82 @@
 namespace mcbin {
 namespace {
 
-std::string labelText(const BinLabels& labels, const Placement& placement, LabelStyle style) {
-  const std::string& label = labels.Of(placement).front();
-  if (style == LabelStyle::Interval) return sqlText(label);
-  double evidence = 0.0;
-  if (style == LabelStyle::Evidence) readNumber(label, evidence);
-  return style == LabelStyle::Evidence ? sqlNumber(evidence) : label;
-}
+/// Writes the CASE of one attribute after the other.
+class CaseWriter {
+ public:
+  CaseWriter(const Model& model, const ExportOptions& options)
+      : model_(model), style_(options.style), dialect_(options.dialect) {}
 
-/// Columns of texts (a CSV file that a database imported) are compared as numbers too, and what
-/// apply reads as missing is missing.
-std::string missingTest(const std::string& column, const std::string& number,
-                        const std::vector<std::string>& naTexts) {
-  std::string texts = "''";
-  std::string numbers;
-  for (const std::string& text : naTexts) {
-    texts += ", " + sqlText(text);
-    double value = 0.0;
-    if (readNumber(text, value) != NumberReading::Number) continue;
-    numbers += (numbers.empty() ? "" : ", ") + sqlNumber(value);
-  }
-  const std::string test =
-      fmt::format("{0} IS NULL OR TRIM(CAST({0} AS VARCHAR)) IN ({1})", column, texts);
-  return numbers.empty() ? test : fmt::format("{} OR {} IN ({})", test, number, numbers);
-}
-
-std::string userMissingTest(const std::string& column, const MissingRules& missing) {
-  std::string test;
-  if (!missing.values.empty()) {
-    const char* separator = "";
-    for (const double value : missing.values) {
-      test += separator + sqlNumber(value);
-      separator = ", ";
+  std::string Expression(const AttributeModel& attribute) {
+    const std::string column = sqlIdentifier(attribute.name, dialect_);
+    const std::string number = sqlAsNumber(column, dialect_);
+    const BinLabels labels(model_, attribute, style_);
+    sql_ = "  CASE\n";
+    const std::string missing = Label(labels, {Placement::Kind::Missing, 0});
+    AddMissing(column, number, missing);
+    AddUserMissing(number, attribute.missing, Label(labels, {Placement::Kind::UserMissing, 0}));
+    const char* const sign = model_.closedSide == ClosedSide::Right ? "<=" : "<";
+    for (std::size_t bin = 0; bin < attribute.cutPoints.size(); ++bin) {
+      AddWhen(fmt::format("{} {} {}", number, sign, Number(attribute.cutPoints[bin])),
+              Label(labels, {Placement::Kind::Bin, bin}));
     }
-    test = column + " IN (" + test + ")";
+    return sql_ + fmt::format(
+                      "    ELSE {}\n  END AS {}",
+                      Label(labels, {Placement::Kind::Bin, attribute.cutPoints.size()}),
+                      sqlIdentifier(labelColumns(attribute.name, style_, false).front(), dialect_));
   }
-  if (missing.range) {
-    test += fmt::format("{}{} BETWEEN {} AND {}", test.empty() ? "" : " OR ", column,
-                        sqlNumber(missing.range->first), sqlNumber(missing.range->second));
-  }
-  return test;
-}
 
-std::string caseExpression(const AttributeModel& attribute, const Model& model, LabelStyle style) {
-  const ClosedSide side = model.closedSide;
-  const std::string column = sqlIdentifier(attribute.name);
-  const std::string number = fmt::format("CAST({} AS DOUBLE PRECISION)", column);
-  const BinLabels labels(model, attribute, style);
-  std::string sql = "  CASE\n";
-  sql += fmt::format("    WHEN {} THEN {}\n", missingTest(column, number, model.options.naTexts),
-                     labelText(labels, {Placement::Kind::Missing, 0}, style));
-  const std::string userMissing = userMissingTest(number, attribute.missing);
-  if (!userMissing.empty()) {
-    sql += fmt::format("    WHEN {} THEN {}\n", userMissing,
-                       labelText(labels, {Placement::Kind::UserMissing, 0}, style));
+ private:
+  std::string Number(double value) const { return sqlNumber(value, dialect_); }
+
+  std::string Label(const BinLabels& labels, const Placement& placement) const {
+    const std::string& label = labels.Of(placement).front();
+    if (style_ == LabelStyle::Interval) return sqlText(label, dialect_);
+    double evidence = 0.0;
+    if (style_ == LabelStyle::Evidence) readNumber(label, evidence);
+    return style_ == LabelStyle::Evidence ? Number(evidence) : label;
   }
-  for (std::size_t bin = 0; bin < attribute.cutPoints.size(); ++bin) {
-    sql += fmt::format("    WHEN {} {} {} THEN {}\n", number,
-                       side == ClosedSide::Right ? "<=" : "<", sqlNumber(attribute.cutPoints[bin]),
-                       labelText(labels, {Placement::Kind::Bin, bin}, style));
+
+  void AddWhen(const std::string& test, const std::string& label) {
+    sql_ += fmt::format("    WHEN {} THEN {}\n", test, label);
   }
-  sql += fmt::format("    ELSE {}\n  END AS {}",
-                     labelText(labels, {Placement::Kind::Bin, attribute.cutPoints.size()}, style),
-                     sqlIdentifier(labelColumns(attribute.name, style, false).front()));
-  return sql;
-}
+
+  /// Columns of texts (a CSV file that a database imported) are compared as numbers too, and what
+  /// apply reads as missing is missing. Texts go first: what is no number is not cast.
+  void AddMissing(const std::string& column, const std::string& number, const std::string& label) {
+    std::string texts = "''";
+    std::vector<std::string> numbers;
+    for (const std::string& text : model_.options.naTexts) {
+      texts += ", " + sqlText(text, dialect_);
+      double value = 0.0;
+      if (readNumber(text, value) == NumberReading::Number) numbers.push_back(Number(value));
+    }
+    AddWhen(
+        fmt::format("{} IS NULL OR TRIM({}) IN ({})", column, sqlAsText(column, dialect_), texts),
+        label);
+    if (!numbers.empty())
+      AddWhen(fmt::format("{} IN ({})", number, fmt::join(numbers, ", ")), label);
+  }
+
+  void AddUserMissing(const std::string& number, const MissingRules& missing,
+                      const std::string& label) {
+    std::vector<std::string> values;
+    for (const double value : missing.values) values.push_back(Number(value));
+    std::vector<std::string> tests;
+    if (!values.empty())
+      tests.push_back(fmt::format("{} IN ({})", number, fmt::join(values, ", ")));
+    if (missing.range) {
+      tests.push_back(fmt::format("{} BETWEEN {} AND {}", number, Number(missing.range->first),
+                                  Number(missing.range->second)));
+    }
+    if (!tests.empty()) AddWhen(fmt::format("{}", fmt::join(tests, " OR ")), label);
+  }
+
+  const Model& model_;
+  LabelStyle style_;
+  SqlDialect dialect_;
+  std::string sql_;
+};
 
 }  // namespace
 
@@ -86,13 +98,14 @@ std::string caseExpression(const AttributeModel& attribute, const Model& model, 
 /// apart.
 std::string sqlExport(const Model& model, const ExportOptions& options) {
   const std::optional<std::string>& table = options.table;
+  CaseWriter writer(model, options);
   std::string sql = table ? "SELECT *" : "";
   const char* separator = table ? ",\n" : "";
   for (const AttributeModel& attribute : model.attributes) {
-    sql += separator + caseExpression(attribute, model, options.style);
+    sql += separator + writer.Expression(attribute);
     separator = ",\n";
   }
-  if (table) sql += "\nFROM " + sqlTableName(*table) + ";";
+  if (table) sql += "\nFROM " + sqlTableName(*table, options.dialect) + ";";
   return sql + "\n";
 }
 
