@@ -13,9 +13,9 @@ namespace mcbin {
 
 struct GivenCuts {
   std::string column;             ///< Name or number.
-  std::vector<double> cutPoints;  ///< Finite, strictly ascending; may be none.
-  std::optional<ClosedSide> closedSide =
-      {};  ///< What the model was fitted with that they are from.
+  std::vector<double> cutPoints;  ///< Strictly ascending; may be none.
+  /// Of the model that they are from.
+  std::optional<ClosedSide> closedSide = {};
 };
 
 /// The cut points that `text` names: COLUMN=NUMBER,NUMBER..., or a file that holds a model or such
