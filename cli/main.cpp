@@ -68,7 +68,7 @@ int run(int argc, char** argv) {
       "mcbin");
   program.formatter(std::make_shared<mcbin::HelpFormatter>());
   program.set_help_flag("-h,--help", "Print this help and exit");
-  program.set_version_flag("--version", "mcbin " MCBIN_VERSION, "Print the version and exit");
+  program.set_version_flag("-V,--version", "mcbin " MCBIN_VERSION, "Print the version and exit");
   program.require_subcommand(0, 1);
   program.allow_windows_style_options(false);  // a path may begin with a slash
   mcbin::addFitCommand(program);
@@ -76,6 +76,7 @@ int run(int argc, char** argv) {
   mcbin::addShowCommand(program);
   mcbin::addExportCommand(program);
   mcbin::addReportCommand(program);
+  mcbin::addHelpCommand(program);
   return parseAndRun(program, argc, argv);
 }
 

@@ -215,6 +215,9 @@ WRONG_USAGE = [
      "d.csv is no SQLite database: --table and --query do not apply to it"),
     (["fit", "d.csv", "--targt", "t"], "there is no option --targt; did you mean --target?"),
     (["fit", "d.csv", "e.csv", "-e"], "one argument too many: e.csv"),
+    (["help"], "COMMAND is required"),
+    (["help", "fot"], "there is no command fot; did you mean fit?"),
+    (["help", "frobnicate"], "there is no command frobnicate"),
     (["fot", "d.csv"], "there is no command fot; did you mean fit?"),
     (["fit", "d.csv", "-t", "t", "-a", "a", "-x", "a"],
      "column a is named by --attribute and by --exclude a"),
@@ -265,7 +268,7 @@ class WrongUsage(ProgramTest):
         for arguments, message in WRONG_USAGE:
             with self.subTest(arguments):
                 result = self.fail_with(USAGE, message, *arguments)
-                command = "mcbin fit" if arguments[0] == "fit" else "mcbin"
+                command = "mcbin" if arguments[0] == "fot" else "mcbin " + arguments[0]
                 self.assertTrue(result.stderr.endswith(f"See {command} --help.\n"))
 
     def test_no_command(self):

@@ -17,6 +17,12 @@ FIT = ["fit", str(LOANS), "--target", "default", "--missing", "income=-1"]
 class Help(ProgramTest):
     def test_version(self):
         self.assertRegex(self.succeed("--version").stdout, r"^mcbin \d+\.\d+\.\d+\n$")
+        self.assertEqual(self.succeed("-V").stdout, self.succeed("--version").stdout)
+
+    def test_a_command_helps_with_another(self):
+        for command in [*COMMANDS, "help"]:
+            self.assertEqual(self.succeed("help", command).stdout,
+                             self.succeed(command, "--help").stdout)
 
     def test_help_goes_to_standard_output_and_succeeds(self):
         for arguments in ([], *([command] for command in COMMANDS)):
