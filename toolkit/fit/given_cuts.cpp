@@ -46,6 +46,7 @@ std::vector<GivenCuts> cutsOfLines(const std::string& content, const std::string
   std::size_t number = 0;
   for (std::string line; std::getline(lines, line);) {
     ++number;
+    if (!line.empty() && line.back() == '\r') line.pop_back();
     const std::string_view text = trimmed(line);
     if (text.empty() || text.front() == '#') continue;
     cuts.push_back(cutsOf<DataError>(text, fmt::format("{}, line {}", name, number)));

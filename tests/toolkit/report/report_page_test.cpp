@@ -28,7 +28,7 @@ TEST(ReportPage, SaysWhatWasFitted) {
                         "Attributes with more than 100 distinct values were first reduced to 20 "
                         "bins of equal weight. Inner bins lighter than 0.25 of their lighter "
                         "neighbour were merged. Weight of evidence (WoE) is the logarithm of a "
-                        "bin's share of all non-events over its share of all events, with 0.5 "
+                        "bin&#39;s share of all non-events over its share of all events, with 0.5 "
                         "added to both counts where one of them is 0.</p>\n"
                         "<h2 id=\"attributes\">Attributes by gain over all cases</h2>\n"));
 }
