@@ -18,6 +18,8 @@ constexpr std::size_t kBufferSize = std::size_t{1} << 17U;
 constexpr std::size_t kMebibyte = std::size_t{1} << 20U;
 constexpr std::size_t kLongestRow = 64 * kMebibyte;
 constexpr std::size_t kLongestCell = 16 * kMebibyte;
+// A cell's memory grows by that much: where growing copies, small steps take quadratic time.
+constexpr std::size_t kCellStep = std::size_t{1} << 18U;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 int noBlanks(unsigned char) { return 0; }
@@ -69,6 +71,7 @@ void CsvReader::Start() {
   if (csv_init(parser_.get(), CSV_STRICT | CSV_STRICT_FINI) != 0) throw std::bad_alloc();
   csv_set_delim(parser_.get(), static_cast<unsigned char>(delimiter_));
   csv_set_space_func(parser_.get(), noBlanks);
+  csv_set_blk_size(parser_.get(), kCellStep);
   bufferSize_ = bufferPosition_ = 0;
   atEnd_ = rowOpen_ = afterCr_ = false;
   line_ = rowLine_ = 1;
