@@ -28,8 +28,8 @@ std::string exported(const Model& model, const std::string& format, bool interva
   return exportFormat(format).write(model, {style, table});
 }
 
-EvidenceTuples evidence(const Model& model, std::size_t attribute, std::size_t event) {
-  return evidenceTuples(evidenceOf(model.attributes.at(attribute), event));
+std::optional<EvidenceTuples> evidence(const Model& model, std::size_t attribute) {
+  return evidenceTuples(evidenceOf(model, model.attributes.at(attribute)));
 }
 
 std::vector<std::string> intervals(const Model& model, std::size_t attribute) {
@@ -72,6 +72,7 @@ void bindModel(nb::module_& module) {
             return attributeText(model, model.attributes.at(attribute));
           },
           "attribute"_a)
+      .def("event", &eventOf)
       .def("ranking", &rankByGain)
       .def(
           "information_gain",
@@ -80,7 +81,7 @@ void bindModel(nb::module_& module) {
           },
           "attribute"_a)
       .def("intervals", &intervals, "attribute"_a)
-      .def("evidence", &evidence, "attribute"_a, "event"_a)
+      .def("evidence", &evidence, "attribute"_a)
       .def(
           "select",
           [](Model model, const std::vector<std::string>& patterns) {

@@ -60,12 +60,8 @@ void bindScore(nb::module_& module) {
       .def_prop_ro("class_weights", &classWeightsOf)
       .def_ro("information_gain", &AttributeScore::informationGain)
       .def_ro("stability_index", &AttributeScore::stabilityIndex)
-      .def(
-          "evidence",
-          [](const AttributeScore& score, std::size_t event) {
-            return evidenceTuples(evidenceOf(score.rows, event));
-          },
-          "event"_a);
+      .def_prop_ro("evidence",
+                   [](const AttributeScore& score) { return evidenceTuples(score.evidence); });
   nb::class_<ModelScore>(module, "ModelScore")
       .def_ro("attributes", &ModelScore::attributes)
       .def_prop_ro("cases", [](const ModelScore& score) { return score.cases.read; })

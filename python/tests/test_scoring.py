@@ -29,6 +29,29 @@ def test_the_data_of_the_fit_give_the_tables_of_the_fit(model, loans):
             assert score[name].information_gain == pytest.approx(attribute.information_gain)
 
 
+def test_evidence_is_that_of_the_event_and_adjustment_of_the_program(mcbin, tmp_path):
+    path = tmp_path / "data.csv"
+    data = pd.DataFrame({"x": np.arange(100.0), "t": ["no"] * 61 + ["yes"] * 39})
+    data.loc[:4, "x"] = np.nan
+    data.to_csv(path, index=False)
+    saved = tmp_path / "model.json"
+    mcbin("fit", path, "--target=t", "--event=no", "--woe-adjustment=2", f"--output={saved}")
+    applied = tmp_path / "applied.csv"
+    mcbin("apply", saved, path, "--as=woe", f"--output={applied}")
+    expected = pyarrow.csv.read_csv(applied)["x_woe"].to_numpy()
+
+    model = mb.load(saved, "pandas")
+    np.testing.assert_array_equal(model.transform(data, encode="woe")["x_woe"], expected)
+    # Five missing cases, all of them no.
+    missing = np.log(((0 + 2) / 39) / ((5 + 2) / 61))
+    table = model["x"].table
+    assert table.set_index("interval").loc["missing", "woe"] == pytest.approx(missing)
+    score = mb.score(model, data)["x"]
+    np.testing.assert_array_equal(score.table["woe"], table["woe"])
+    assert score.information_value == model["x"].information_value
+    assert model["x"].main_classes(8) == ["no"]
+
+
 def test_the_summary_is_a_frame_of_the_kind_that_came_in(loans):
     data = pd.read_csv(loans)
     summary = mb.score(mb.fit(data, **OPTIONS), data[data["age"] < 40]).summary

@@ -29,6 +29,14 @@ Evidence evidenceOfRow(double events, double nonEvents, const Totals& totals, do
   return evidence;
 }
 
+std::vector<WeightedCounts> rowsOf(const AttributeModel& attribute) {
+  std::vector<WeightedCounts> rows = attribute.bins;
+  rows.push_back(attribute.missingCases);
+  rows.push_back(attribute.userMissingCases);
+  if (!attribute.unbinnedCases.classWeights.empty()) rows.push_back(attribute.unbinnedCases);
+  return rows;
+}
+
 }  // namespace
 
 std::optional<std::size_t> eventOf(const Model& model) {
@@ -55,18 +63,19 @@ EvidenceTable evidenceOf(const std::vector<WeightedCounts>& rows, std::size_t ev
 }
 
 EvidenceTable evidenceOf(const AttributeModel& attribute, std::size_t event, double adjustment) {
-  std::vector<WeightedCounts> rows = attribute.bins;
-  rows.push_back(attribute.missingCases);
-  rows.push_back(attribute.userMissingCases);
-  if (!attribute.unbinnedCases.classWeights.empty()) rows.push_back(attribute.unbinnedCases);
-  return evidenceOf(rows, event, adjustment);
+  return evidenceOf(rowsOf(attribute), event, adjustment);
 }
 
 std::optional<EvidenceTable> evidenceOf(const Model& model, const AttributeModel& attribute) {
+  return evidenceOf(model, rowsOf(attribute));
+}
+
+std::optional<EvidenceTable> evidenceOf(const Model& model,
+                                        const std::vector<WeightedCounts>& rows) {
   const std::optional<std::size_t> event = eventOf(model);
   if (!event) return std::nullopt;
   const auto& options = model.target->evidence;
-  return evidenceOf(attribute, *event, options ? options->adjustment : kEvidenceAdjustment);
+  return evidenceOf(rows, *event, options ? options->adjustment : kEvidenceAdjustment);
 }
 
 Trend trendOf(const AttributeModel& attribute, const EvidenceTable& evidence) {

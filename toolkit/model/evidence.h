@@ -47,6 +47,8 @@ EvidenceTable evidenceOf(const AttributeModel& attribute, std::size_t event,
 
 /// The same as the model asks; empty unless the target has two categories.
 std::optional<EvidenceTable> evidenceOf(const Model& model, const AttributeModel& attribute);
+std::optional<EvidenceTable> evidenceOf(const Model& model,
+                                        const std::vector<WeightedCounts>& rows);
 
 /// How the event rate goes from bin to bin. Bins without weight, and neighbours with equal rates,
 /// change nothing.

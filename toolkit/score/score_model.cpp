@@ -12,7 +12,6 @@
 #include "toolkit/fit/column_scan.h"
 #include "toolkit/fit/target_classes.h"
 #include "toolkit/model/bin_lookup.h"
-#include "toolkit/model/evidence.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
@@ -158,6 +157,7 @@ class Scorer {
     counted.entropyBefore = entropyOf(sumOverBins(counted.bins));
     counted.entropyAfter = EntropyWithin(counted.bins);
     score.informationGain = counted.InformationGain();
+    score.evidence = evidenceOf(model_, score.rows);
   }
 
   static double EntropyWithin(const std::vector<WeightedCounts>& bins) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "toolkit/fit/case_source.h"
+#include "toolkit/model/evidence.h"
 #include "toolkit/model/model.h"
 #include "toolkit/monitor.h"
 
@@ -24,6 +25,8 @@ struct AttributeScore {
   std::vector<WeightedCounts> rows;
   /// Of the cases in the bins, in bits; empty without a target.
   std::optional<double> informationGain;
+  /// Of the rows, as the model asks; empty without a target of two categories.
+  std::optional<EvidenceTable> evidence;
   /// Population stability index: the sum over the rows of (a - e) ln(a / e), where e and a are the
   /// row's shares of the weight in the fit and here. Where one is 0, 0.5 is added to both weights.
   double stabilityIndex = 0.0;

@@ -92,7 +92,8 @@ class Attribute:
 
         ``ln((n / N) / (e / E))`` with the row's weight ``e`` of the event, which is the class that
         sorts last, and ``n`` of the other class, and their totals ``E`` and ``N`` over all rows.
-        Where one of ``e`` and ``n`` is 0, 0.5 is added to both; a row without weight has 0.
+        Where one of ``e`` and ``n`` is 0, 0.5 is added to both; a row without weight has 0. A model
+        of ``mcbin`` may name another event and another number than 0.5.
         """
         evidence = self._evidence
         return None if evidence is None else np.array([row[1] for row in evidence[0]])
@@ -137,10 +138,11 @@ class Attribute:
         return plots.plot_attribute(self, self._model.target, ax)
 
     def main_classes(self, most: int) -> list[str]:
-        """Give the classes that a picture shows: the second of two, else the `most` heaviest."""
+        """Give the classes that a picture shows: the event, else the `most` heaviest."""
         classes = self._model.classes
-        if len(classes) <= 2:
-            return classes[1:]
+        event = self._model.core.event()
+        if event is not None:
+            return [classes[event]]
         totals = self.class_weights.sum(axis=0)
         heaviest = sorted(range(len(classes)), key=lambda code: -totals[code])[:most]
         return [classes[code] for code in sorted(heaviest)]
@@ -154,9 +156,7 @@ class Attribute:
 
     @cached_property
     def _evidence(self) -> tuple[list[tuple[float, float, float]], float] | None:
-        if len(self._model.classes) != 2:
-            return None
-        return self._model.core.evidence(self._position, 1)
+        return self._model.core.evidence(self._position)
 
     def __repr__(self) -> str:
         return f"<Attribute {self.name!r}: {len(self.cut_points) + 1} bins>"

@@ -16,7 +16,7 @@ _MOST_CLASSES = 8
 def plot_attribute(attribute: Attribute, target: str | None, ax: Any) -> Any:  # noqa: ANN401
     """Draw the weight of each bin, and the shares of classes over them.
 
-    Of two classes the share of the second is drawn, of more at most the eight heaviest.
+    Of two classes the share of the event is drawn, of more at most the eight heaviest.
     """
     axes = _axes(ax)
     columns = attribute.columns()

@@ -46,7 +46,8 @@ class AttributeScore:
     @property
     def information_value(self) -> float | None:
         """Information value; None unless the target has two classes."""
-        return self._core.evidence(1)[1] if len(self._classes) == 2 else None
+        evidence = self._core.evidence
+        return None if evidence is None else evidence[1]
 
     @property
     def table(self) -> Any:  # noqa: ANN401
@@ -66,10 +67,9 @@ class AttributeScore:
         for code, category in enumerate(self._classes):
             columns[f"weight {category}"] = by_class[:, code]
             columns[f"share {category}"] = shares(by_class[:, code], weights)
-        if len(self._classes) == 2:
-            evidence = self._core.evidence(1)[0]
-            columns["woe"] = [row[1] for row in evidence]
-            columns["iv"] = [row[2] for row in evidence]
+        if (evidence := self._core.evidence) is not None:
+            columns["woe"] = [row[1] for row in evidence[0]]
+            columns["iv"] = [row[2] for row in evidence[0]]
         return frame(columns, self._attribute.frames)
 
     def __repr__(self) -> str:

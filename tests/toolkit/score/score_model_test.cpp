@@ -69,6 +69,17 @@ TEST(ScoreModel, TheDataOfTheFitGiveTheTablesOfTheFit) {
   EXPECT_NEAR(*result.informationGain, attribute.InformationGain(), 1e-15);
 }
 
+TEST(ScoreModel, EvidenceIsThatOfTheEventOfTheModel) {
+  Model model = fitted(someRows(0, 500));
+  model.target->evidence = EvidenceOptions{model.target->categories[0], 2.0};
+  const Rows rows = {{"5", "", "0"}, {"5", "", "1"}, {"99", "", "1"}};
+  const AttributeScore score = scored(model, rows, {"t", {}}).attributes.front();
+  ASSERT_TRUE(score.evidence);
+  EXPECT_DOUBLE_EQ(score.evidence->rows[0].weightOfEvidence, std::log(0.5 / 1.0));
+  EXPECT_DOUBLE_EQ(score.evidence->rows[1].weightOfEvidence, std::log(1.5 / 2.0));
+  EXPECT_FALSE(scored(model, rows, {}).attributes.front().evidence);
+}
+
 TEST(ScoreModel, TheStabilityIndexIsThatOfTheShares) {
   Model model = fitted(someRows(0, 500));
   AttributeModel& attribute = model.attributes.front();
