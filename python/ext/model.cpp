@@ -80,6 +80,12 @@ void bindModel(nb::module_& module) {
             return model.attributes.at(attribute).InformationGain();
           },
           "attribute"_a)
+      .def(
+          "gain_over_all_cases",
+          [](const Model& model, std::size_t attribute) {
+            return model.attributes.at(attribute).GainOverAllCases();
+          },
+          "attribute"_a)
       .def("intervals", &intervals, "attribute"_a)
       .def("evidence", &evidence, "attribute"_a)
       .def(

@@ -50,8 +50,9 @@ class Cells(HTMLParser):
 def test_a_model_shows_its_ranking_and_its_first_tables(model):
     page = model._repr_html_()
     rows = Cells(page).rows
-    assert rows[0] == ["attribute", "bins", "gain", "", "remark"]
-    assert [row[:2] for row in rows[1:3]] == [["<x>", "2"], ["flat", "1"]]
+    assert rows[0] == ["attribute", "bins", "gain over all cases", "", "remark"]
+    gain = model["<x>"].gain_over_all_cases
+    assert [row[:3] for row in rows[1:3]] == [["<x>", "2", f"{gain:.4f}"], ["flat", "1", "0.0000"]]
     assert rows[3] == ["bin", "weight", "", "b", "woe", "iv"]
     assert rows[4][:4] == ["(-inf, 60]", "56", "", "0.0%"]
     assert rows[6][:2] == ["missing", "5"]
@@ -107,7 +108,17 @@ def test_plot_ranking_has_the_highest_on_top(model):
     axes = model.plot_ranking()
     assert [label.get_text() for label in axes.get_yticklabels()] == ["<x>", "flat"]
     assert axes.yaxis_inverted()
-    assert axes.patches[0].get_width() == model["<x>"].information_gain
+    assert axes.patches[0].get_width() == model["<x>"].gain_over_all_cases
+    assert axes.get_xlabel() == "gain over all cases (bits)"
+
+
+def test_the_gain_over_all_cases_counts_missing_ones_as_a_bin(model):
+    ranking = model.ranking
+    # Every bin is of one class, and missing ones are all of class a, which has 61 of 100 cases.
+    before = -sum(p * np.log2(p) for p in (0.61, 0.39))
+    assert ranking["gain_over_all_cases"] == pytest.approx([before, 0])
+    within = -sum(p * np.log2(p) for p in (56 / 95, 39 / 95))
+    assert ranking["information_gain"] == pytest.approx([within, 0])
 
 
 def test_matplotlib_and_the_like_are_not_imported_unless_asked_for():

@@ -27,20 +27,20 @@ _BAR_WIDTH = 7.0
 def model_html(model: Model) -> str:
     """Give the ranking with bars, then the first attributes in full, the rest folded up."""
     ranked = model.ranked
-    most = max((attribute.information_gain for attribute in ranked), default=0.0)
+    most = max((attribute.gain_over_all_cases for attribute in ranked), default=0.0)
     rows = [
         [
             escape(attribute.name),
             str(len(attribute.cut_points) + 1),
-            f"{attribute.information_gain:.4f}",
-            _bar(attribute.information_gain, most),
+            f"{attribute.gain_over_all_cases:.4f}",
+            _bar(attribute.gain_over_all_cases, most),
             escape(attribute.remark),
         ]
         for attribute in ranked
     ]
     parts = [
         f"<p>{escape(str(model.as_dict()['method']))} model, {len(model)} attributes</p>",
-        _table(["attribute", "bins", "gain", "", "remark"], rows, "lrrlt"),
+        _table(["attribute", "bins", "gain over all cases", "", "remark"], rows, "lrrlt"),
     ]
     for position, attribute in enumerate(ranked):
         opened = " open" if position < _SHOWN_IN_FULL else ""

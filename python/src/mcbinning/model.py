@@ -57,6 +57,11 @@ class Attribute:
         return float(self._model.core.information_gain(self._position))
 
     @property
+    def gain_over_all_cases(self) -> float:
+        """The same over all cases, missing and declared missing ones as bins of their own."""
+        return float(self._model.core.gain_over_all_cases(self._position))
+
+    @property
     def intervals(self) -> list[str]:
         """The bins as texts such as ``(3.5, 7]``."""
         return list(self._model.core.intervals(self._position))
@@ -244,7 +249,7 @@ class Model(Mapping[str, Attribute]):
 
     @property
     def ranked(self) -> list[Attribute]:
-        """The attributes by gain over all cases, missing ones as bins, highest first."""
+        """The attributes by gain over all cases, highest first."""
         return [Attribute(self, position) for position in self.core.ranking()]
 
     @property
@@ -255,6 +260,7 @@ class Model(Mapping[str, Attribute]):
             "attribute": [attribute.name for attribute in ranked],
             "bins": [len(attribute.cut_points) + 1 for attribute in ranked],
             "information_gain": [attribute.information_gain for attribute in ranked],
+            "gain_over_all_cases": [attribute.gain_over_all_cases for attribute in ranked],
         }
         if len(self.classes) == 2:
             columns["information_value"] = [attribute.information_value for attribute in ranked]
@@ -355,7 +361,7 @@ class Model(Mapping[str, Attribute]):
         return numbers
 
     def plot_ranking(self, ax: Any = None) -> Any:  # noqa: ANN401
-        """Draw the information gain of the attributes as bars; give the Axes."""
+        """Draw the gain over all cases of the attributes as bars; give the Axes."""
         return plots.plot_ranking(self.ranked, ax)
 
     def __repr__(self) -> str:

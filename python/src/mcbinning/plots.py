@@ -55,14 +55,14 @@ def plot_attribute(attribute: Attribute, target: str | None, ax: Any) -> Any:  #
 
 
 def plot_ranking(ranked: list[Attribute], ax: Any) -> Any:  # noqa: ANN401
-    """Draw the information gain of each attribute, the highest on top."""
+    """Draw the gain over all cases of each attribute, the highest on top."""
     axes = _axes(ax)
-    gains = [attribute.information_gain for attribute in ranked]
+    gains = [attribute.gain_over_all_cases for attribute in ranked]
     bars = axes.barh([attribute.name for attribute in ranked], gains, color="0.6")
     axes.bar_label(bars, labels=[f"{gain:.3f}" for gain in gains], padding=3)
     axes.margins(x=0.12)
     axes.invert_yaxis()
-    axes.set_xlabel("information gain (bits)")
+    axes.set_xlabel("gain over all cases (bits)")
     for side in ("top", "right"):
         axes.spines[side].set_visible(False)
     return axes
