@@ -104,7 +104,7 @@ class OddBins(ProgramTest):
             self.assertIn("weight 2 lies in no bin", text)
             self.assertRegex(text, r"\n +in no bin +2 +25.0% +0 +0.0% +2 +100.0% +-1.0986 +0.4394\n")
         self.assertIn("<span>in no bin</span>", self.succeed("report", "m.json").stdout)
-        self.assertIn("\na,in no bin,,,,2,0,2\n",
+        self.assertIn("\na,in no bin,,,,2,0,2,1,-1.0986",
                       self.succeed("export", "m.json", "--to", "csv").stdout)
 
     def test_it_is_not_hidden_where_nothing_is_cut(self):
