@@ -45,7 +45,7 @@ bool isTooSmall(std::string_view number) {
   const auto [stop, error] =
       std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
   if (error == std::errc::result_out_of_range) return exponentText.front() == '-';
-  return point - firstDigit + exponent < 0;
+  return exponent < firstDigit - point;
 }
 
 }  // namespace

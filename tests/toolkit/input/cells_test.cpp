@@ -52,15 +52,16 @@ TEST(Cells, NumbersBelowTheSmallestDoubleAreZeroAndBeyondTheLargestRefused) {
   EXPECT_EQ(value, std::numeric_limits<double>::denorm_min());
   for (const std::string& text :
        {std::string("-2e-324"), std::string("-1e-99999999999999999999"),
-        "-0.00" + std::string(400, '0') + "1", std::string("-123456789.5E-400")}) {
+        "-0.00" + std::string(400, '0') + "1", std::string("-123456789.5E-400"),
+        std::string("-0.01e-9223372036854775808")}) {
     ASSERT_EQ(readNumber(text, value), NumberReading::Number) << text;
     EXPECT_EQ(value, 0.0);
     EXPECT_TRUE(std::signbit(value));
   }
-  for (const std::string& text :
-       {std::string("1e999"), std::string("-1e999"), std::string("1.8e+308"),
-        std::string("1e99999999999999999999"), "1" + std::string(400, '0'),
-        "1" + std::string(400, '0') + ".5", std::string("0.0001e400")}) {
+  for (const std::string& text : {std::string("1e999"), std::string("-1e999"),
+                                  std::string("1.8e+308"), std::string("1e99999999999999999999"),
+                                  std::string("1e9223372036854775807"), "1" + std::string(400, '0'),
+                                  "1" + std::string(400, '0') + ".5", std::string("0.0001e400")}) {
     EXPECT_EQ(readNumber(text, value), NumberReading::OutOfRange) << text;
   }
 }
