@@ -15,11 +15,6 @@ namespace {
 /// Sums of whole numbers are exact up to here.
 constexpr double kLargestExactSum = 9'007'199'254'740'992.0;  // 2^53
 
-void addRemark(const std::string& remark, AttributeStatus& status) {
-  status.severity = Severity::Warning;
-  status.reason += (status.reason.empty() ? "" : "; ") + remark;
-}
-
 void add(const WeightedCounts& counts, double sign, WeightedCounts& sum) {
   sum.weight += sign * counts.weight;
   for (std::size_t c = 0; c < sum.classWeights.size(); ++c) {
@@ -85,6 +80,11 @@ void noteMiscounted(const Model& model, AttributeModel& attribute) {
 }
 
 }  // namespace
+
+void addRemark(const std::string& remark, AttributeStatus& status) {
+  status.severity = Severity::Warning;
+  status.reason += (status.reason.empty() ? "" : "; ") + remark;
+}
 
 void dropImpossibleCuts(AttributeModel& attribute) {
   std::vector<double> cuts;

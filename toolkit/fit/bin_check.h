@@ -6,6 +6,9 @@
 
 namespace mcbin {
 
+/// Makes the status a warning that says `remark`, too.
+void addRemark(const std::string& remark, AttributeStatus& status);
+
 /// Makes one bin of those on either side of a cut point that is no number, or not above the one
 /// before, and says so: such is the middle of -inf and inf, or of two values near the largest
 /// double.

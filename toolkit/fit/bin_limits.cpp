@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/fit/bin_check.h"
 #include "toolkit/text/number_text.h"
 
 namespace mcbin {
@@ -28,8 +29,8 @@ double weightedEntropy(const WeightedCounts& bin) {
 
 /// What the target's total entropy grows by when bins `lower` and `lower` + 1 become one.
 double lossOfJoining(const Bins& bins, std::size_t lower) {
-  return weightedEntropy(joined(bins[lower], bins[lower + 1])) - weightedEntropy(bins[lower]) -
-         weightedEntropy(bins[lower + 1]);
+  return weightedEntropy(joined(bins[lower], bins[lower + 1])) -
+         (weightedEntropy(bins[lower]) + weightedEntropy(bins[lower + 1]));
 }
 
 /// Which limits the bins break, one text for each.
@@ -39,9 +40,9 @@ std::vector<std::string> broken(const BinLimits& limits, const Bins& bins, doubl
       std::min_element(bins.begin(), bins.end(), [](const auto& a, const auto& b) {
         return a.weight < b.weight;
       })->weight;
-  if (lightest < limits.minShare * weightOfAll) {
-    texts.push_back(
-        fmt::format("under {}% of the weight", shortestNumber(100.0 * limits.minShare)));
+  // As a quotient, which is the number that the user wrote when the bin just has that share.
+  if (weightOfAll > 0.0 && lightest / weightOfAll < limits.minShare) {
+    texts.push_back(fmt::format("under {:.12g}% of the weight", 100.0 * limits.minShare));
   }
   if (lightest < limits.minWeight) {
     texts.push_back("under weight " + weightText(limits.minWeight));
@@ -83,12 +84,16 @@ void joinBins(const BinLimits& limits, AttributeModel& attribute) {
     }
     joinOnePair(attribute, losses);
   }
-  if (reasons.empty()) return;
-  attribute.entropyAfter = meanEntropy(attribute.bins);
-  attribute.status.severity = Severity::Warning;
-  if (!attribute.status.reason.empty()) attribute.status.reason += "; ";
-  attribute.status.reason += fmt::format("{} bins joined into {}: {}", before,
-                                         attribute.bins.size(), fmt::join(reasons, ", "));
+  if (!reasons.empty()) {
+    attribute.entropyAfter = meanEntropy(attribute.bins);
+    addRemark(fmt::format("{} bins joined into {}: {}", before, attribute.bins.size(),
+                          fmt::join(reasons, ", ")),
+              attribute.status);
+  }
+  const auto left = broken(limits, attribute.bins, attribute.WeightOfAll());
+  if (!left.empty()) {
+    addRemark(fmt::format("one bin is left, {}", fmt::join(left, ", ")), attribute.status);
+  }
 }
 
 }  // namespace

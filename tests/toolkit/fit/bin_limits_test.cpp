@@ -55,6 +55,8 @@ TEST(BinLimits, OfEqualPairsTheLowerIsJoined) {
   BinLimits limits;
   limits.maxBins = 2;
   EXPECT_THAT(joinedBins(cutInto({{2, 2}, {2, 2}, {2, 2}}, limits)).cutPoints, ElementsAre(2.0));
+  const auto mirrored = cutInto({{900, 100}, {200, 800}, {900, 100}}, limits);
+  EXPECT_THAT(joinedBins(mirrored).cutPoints, ElementsAre(2.0));
 }
 
 TEST(BinLimits, LightBinsAreJoined) {
@@ -75,7 +77,24 @@ TEST(BinLimits, MissingCasesCountInTheShare) {
   Model model = cutInto({{10, 0}, {0, 10}}, limits);
   EXPECT_EQ(joinedBins(model).bins.size(), 2U);
   model.attributes[0].missingCases = {980.0, {490.0, 490.0}};
-  EXPECT_EQ(joinedBins(model).status.reason, "2 bins joined into 1: under 10% of the weight");
+  EXPECT_EQ(joinedBins(model).status.reason,
+            "2 bins joined into 1: under 10% of the weight; one bin is left, under 10% of the "
+            "weight");
+}
+
+TEST(BinLimits, ABinThatJustHasTheShareStays) {
+  BinLimits limits;
+  limits.minShare = 0.07;  // 100 times it is more than 7
+  EXPECT_EQ(joinedBins(cutInto({{7, 0}, {0, 93}}, limits)).bins.size(), 2U);
+  EXPECT_EQ(joinedBins(cutInto({{6, 0}, {0, 94}}, limits)).status.reason,
+            "2 bins joined into 1: under 7% of the weight");
+}
+
+TEST(BinLimits, AnUncutColumnThatBreaksALimitIsSaid) {
+  BinLimits limits;
+  limits.minWeight = 10.0;
+  EXPECT_EQ(joinedBins(cutInto({{4, 5}}, limits)).status.reason,
+            "one bin is left, under weight 10");
 }
 
 TEST(BinLimits, GivenCutPointsStay) {
@@ -105,7 +124,7 @@ Model plainlyJoined(Model model) {
     bool isBroken = limits.maxBins > 0 && attribute.bins.size() > std::size_t(limits.maxBins);
     for (const WeightedCounts& bin : attribute.bins) {
       isBroken = isBroken || bin.weight < limits.minWeight ||
-                 bin.weight < limits.minShare * attribute.totalWeight;
+                 bin.weight / attribute.totalWeight < limits.minShare;
     }
     if (!isBroken) break;
     std::size_t best = 0;
@@ -115,7 +134,7 @@ Model plainlyJoined(Model model) {
       const WeightedCounts both = {
           a.weight + b.weight,
           {a.classWeights[0] + b.classWeights[0], a.classWeights[1] + b.classWeights[1]}};
-      const double loss = entropy(both) - entropy(a) - entropy(b);
+      const double loss = entropy(both) - (entropy(a) + entropy(b));
       if (i == 0 || loss < least) {
         best = i;
         least = loss;
