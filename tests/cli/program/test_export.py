@@ -208,6 +208,14 @@ class Sql(ProgramTest):
         self.fail_with(1, "standard SQL has no infinite numbers: name another --dialect",
                        "export", "model.json", "--to", "sql", "--dialect", "ansi")
 
+    def test_open_ranges_need_no_infinite_number(self):
+        self.file("d.csv", "a,t\n" + "".join(f"{i},{'xy'[i > 9]}\n" for i in range(20)))
+        for missing, test in ((":3", "<= 3e0"), ("16:", ">= 16e0"), ("-inf:inf", "IS NOT NULL"),
+                              ("1:3", "BETWEEN 1e0 AND 3e0")):
+            self.succeed("fit", "d.csv", "-t", "t", "--missing-range", f"a={missing}", "-o", "m.json")
+            sql = self.succeed("export", "m.json", "--to", "sql", "--dialect", "ansi").stdout
+            self.assertIn(f'    WHEN CAST("a" AS DOUBLE PRECISION) {test} THEN -2\n', sql)
+
     def test_evidence(self):
         self.file("d.csv", "x,t\n" + "".join(f"{i},{'ab'[i > 9]}\n" for i in range(20)))
         model = self.fit("d.csv", "--target", "t", "-o", "model.json")

@@ -1,7 +1,9 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "toolkit/export/export_formats.h"
@@ -76,11 +78,18 @@ class CaseWriter {
     std::vector<std::string> tests;
     if (!values.empty())
       tests.push_back(fmt::format("{} IN ({})", number, fmt::join(values, ", ")));
-    if (missing.range) {
-      tests.push_back(fmt::format("{} BETWEEN {} AND {}", number, Number(missing.range->first),
-                                  Number(missing.range->second)));
-    }
+    if (missing.range) tests.push_back(RangeTest(number, *missing.range));
     if (!tests.empty()) AddWhen(fmt::format("{}", fmt::join(tests, " OR ")), label);
+  }
+
+  /// Without the ends that are open: not every dialect has infinite numbers.
+  std::string RangeTest(const std::string& number, const std::pair<double, double>& range) const {
+    const bool isFromBelow = range.first == -std::numeric_limits<double>::infinity();
+    const bool isToAbove = range.second == std::numeric_limits<double>::infinity();
+    if (isFromBelow && isToAbove) return number + " IS NOT NULL";
+    if (isFromBelow) return fmt::format("{} <= {}", number, Number(range.second));
+    if (isToAbove) return fmt::format("{} >= {}", number, Number(range.first));
+    return fmt::format("{} BETWEEN {} AND {}", number, Number(range.first), Number(range.second));
   }
 
   const Model& model_;
