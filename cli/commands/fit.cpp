@@ -21,6 +21,7 @@
 #include "toolkit/fit/fit_request.h"
 #include "toolkit/fit/text_cases.h"
 #include "toolkit/input/cells.h"
+#include "toolkit/model/evidence.h"
 #include "toolkit/model/model_json.h"
 #include "toolkit/system/output_file.h"
 #include "toolkit/tables/model_tables.h"
@@ -192,8 +193,8 @@ void checkNumbers(const FitCommand& fit) {
   }
   if (fit.maxBins && *fit.maxBins < 2) throw UsageError("--max-bins must be at least 2");
   const auto& adjustment = fit.request.evidenceAdjustment;
-  if (adjustment && !(*adjustment > 0.0 && std::isfinite(*adjustment))) {
-    throw UsageError("--woe-adjustment must be above 0 and finite");
+  if (adjustment && !isPossibleAdjustment(*adjustment)) {
+    throw UsageError("--woe-adjustment must lie between 1e-100 and 1e+100");
   }
   if (!fit.request.weight && fit.roundingGiven) {
     throw UsageError("--weight-rounding needs a --weight");

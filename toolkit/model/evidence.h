@@ -15,6 +15,11 @@ namespace mcbin {
 /// otherwise.
 inline constexpr double kEvidenceAdjustment = 0.5;
 
+/// Whether the evidence stays finite with it; beyond, quotients of counts might not.
+inline bool isPossibleAdjustment(double adjustment) {
+  return adjustment >= 1e-100 && adjustment <= 1e100;
+}
+
 /// The code of the event: the category that the model names, by default the last. Empty unless the
 /// target has two categories.
 std::optional<std::size_t> eventOf(const Model& model);

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "toolkit/errors.h"
+#include "toolkit/model/evidence.h"
 #include "toolkit/model/json_node.h"
 #include "toolkit/model/model_json.h"
 #include "toolkit/text/visible_text.h"
@@ -123,7 +124,9 @@ EvidenceOptions readEvidence(const JsonNode& node, const std::vector<std::string
     node["event"].Fail("must be one of the categories");
   }
   options.adjustment = node["adjustment"].Weight();
-  if (options.adjustment == 0.0) node["adjustment"].Fail("must be above 0");
+  if (!isPossibleAdjustment(options.adjustment)) {
+    node["adjustment"].Fail("must lie between 1e-100 and 1e+100");
+  }
   return options;
 }
 

@@ -82,7 +82,7 @@ const std::pair<std::string, std::function<void(Json&)>> kWrongValues[] = {
      }},
     {"m: attributes[0].cutsGiven must be true or false",
      [](Json& j) { j["attributes"][0]["cutsGiven"] = 1; }},
-    {"m: target.evidence.adjustment must be above 0",
+    {"m: target.evidence.adjustment must lie between 1e-100 and 1e+100",
      [](Json& j) {
        j["target"]["evidence"] = {{"event", "no"}, {"adjustment", 0.0}};
      }},
