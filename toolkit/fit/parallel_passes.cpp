@@ -149,7 +149,7 @@ class Team {
     const auto counts = [](const Model& model) {
       const TargetModel target = model.target.value_or(TargetModel());
       return std::tuple(model.cases.read, model.cases.used, target.classWeights,
-                        target.missingWeight);
+                        target.missingWeight, model.attributes.front().totalWeightWithMissing);
     };
     if (counts(part.model) != counts(joined.model)) failChanged(setting_);
     // A thread knows nothing of the columns that it does not read.
