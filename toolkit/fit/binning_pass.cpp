@@ -9,6 +9,7 @@
 #include "toolkit/errors.h"
 #include "toolkit/fit/library_run.h"
 #include "toolkit/fit/target_classes.h"
+#include "toolkit/input/cells.h"
 #include "toolkit/text/utf8.h"
 #include "toolkit/text/visible_text.h"
 
@@ -53,9 +54,10 @@ std::optional<EvidenceOptions> evidenceOf(const FitRequest& request, const Targe
   options.event = categories.back();
   options.adjustment = request.evidenceAdjustment.value_or(options.adjustment);
   if (!request.event) return options;
-  const auto event = std::find_if(
-      categories.begin(), categories.end(),
-      [&](const std::string& category) { return namesSameClass(category, *request.event); });
+  const std::string wanted(trimmed(*request.event));
+  const auto event =
+      std::find_if(categories.begin(), categories.end(),
+                   [&](const std::string& category) { return namesSameClass(category, wanted); });
   if (event == categories.end()) {
     throw DataError(fmt::format("--event {}: the target {} has the categories {} and {}",
                                 excerpt(*request.event), excerpt(target.name),
@@ -118,6 +120,7 @@ void takeGivenBins(const CaseFeed& feed, const std::vector<ColumnPlan>& columns,
     if (!attribute.cutsGiven) continue;
     attribute.cutPoints = *columns[layout.attributeColumns[a]].cutPoints;
     attribute.bins = feed.GivenBins(a);
+    attribute.miscountedWeight = 0.0;
     attribute.status = {0, Severity::Ok, "cut points given"};
     if (!model.target) continue;
     attribute.entropyBefore = entropyOf(sumOverBins(attribute.bins));

@@ -69,7 +69,8 @@ std::vector<GivenCuts> readGivenCuts(const std::string& text, Monitor& monitor) 
   if (text.find('=') != std::string::npos) {
     return {cutsOf<UsageError>(text, "--cuts " + excerpt(text))};
   }
-  const std::string content = readWhole(text, monitor);
+  std::string content = readWhole(text, monitor);
+  if (content.starts_with("\xEF\xBB\xBF")) content.erase(0, 3);
   const std::size_t start = content.find_first_not_of(" \t\r\n");
   const bool isModel = start != std::string::npos && content[start] == '{';
   return isModel ? cutsOfModel(modelFromJson(content, shownName(text)))

@@ -56,7 +56,7 @@ class Evidence(ProgramTest):
 class NumericEvent(ProgramTest):
     def test_an_event_is_a_number_in_every_spelling(self):
         self.file("d.csv", "x,t\n1,0\n2,1\n")
-        model = self.fit("d.csv", "-t", "t", "--event", "0.0")
+        model = self.fit("d.csv", "-t", "t", "--event", " 0.0 ")
         self.assertEqual(model["target"]["evidence"], {"event": "0", "adjustment": 0.5})
 
 
@@ -81,6 +81,15 @@ class Limits(ProgramTest):
 
 
 class Cuts(ProgramTest):
+    def test_bins_that_a_search_would_miscount_are_counted(self):
+        self.file("d.csv", "a\n0.1\n0.3\n0.30000000000000004\n0.7\n")
+        searched = self.fit("d.csv", "-e", "--bins", "2")["attributes"][0]
+        self.assertEqual(searched["miscountedWeight"], 1)
+        given = self.fit("d.csv", "-e", "--bins", "2", "--cuts", "a=0.2")["attributes"][0]
+        self.assertNotIn("miscountedWeight", given)
+        self.assertEqual(given["status"]["reason"], "cut points given")
+        self.assertEqual([b["weight"] for b in given["bins"]], [1, 3])
+
     def test_given_cuts_make_the_same_record(self):
         """As the search would have found them, but for what says that they were given."""
         self.succeed("fit", LOANS, *LOANS_OPTIONS, "-o", "m.json")
@@ -91,7 +100,9 @@ class Cuts(ProgramTest):
         for cuts in ("m.json", "cuts.txt"):
             given = self.fit(LOANS, *LOANS_OPTIONS, "--cuts", cuts)
             for mine, other in zip(given["attributes"], searched["attributes"], strict=True):
-                if mine.pop("cutsGiven", False):
+                isGiven = cuts == "m.json" or bool(other["cutPoints"])
+                self.assertEqual(mine.pop("cutsGiven", False), isGiven)
+                if isGiven:
                     self.assertEqual(mine.pop("status"),
                                      {"code": 0, "severity": "ok", "reason": "cut points given"})
                     other = {name: x for name, x in other.items() if name != "status"}

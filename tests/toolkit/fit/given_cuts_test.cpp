@@ -41,7 +41,7 @@ TEST(GivenCuts, OfAnOptionThatIsWrong) {
 
 TEST(GivenCuts, OfLines) {
   const TemporaryFiles files;
-  const auto cuts = read(files.Write("cuts", "# scales\n\n a = 1,2 \r\n2=3\n"));
+  const auto cuts = read(files.Write("cuts", "\xEF\xBB\xBF# scales\n\n a = 1,2 \r\n2=3\n"));
   ASSERT_EQ(cuts.size(), 2U);
   EXPECT_EQ(cuts[0].column, "a");
   EXPECT_THAT(cuts[0].cutPoints, ElementsAre(1.0, 2.0));
