@@ -106,5 +106,5 @@ fi
 if [ -x scripts/package_python.sh ]; then
   scripts/package_python.sh
 fi
-rm -rf "$tried"
+rm -rf "$tried" "$packages/_CPack_Packages"
 say "done: $(ls "$packages" | tr '\n' ' ')"
