@@ -91,7 +91,9 @@ TemporaryDirectory::TemporaryDirectory(const std::string& root) {
     if (CreateDirectoryA(path_.c_str(), nullptr) != 0) {
       handles_.reset(new Handles{openLock(path_, CREATE_NEW)});
       if (handles_->lock != INVALID_HANDLE_VALUE) return;
+      const DWORD reason = GetLastError();
       RemoveDirectoryA(path_.c_str());
+      SetLastError(reason);
       fail(root);
     }
   } while (GetLastError() == ERROR_ALREADY_EXISTS);
