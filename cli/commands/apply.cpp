@@ -34,13 +34,11 @@ constexpr const char* kExamples =
     "  mcbin fit examples/data/loans.csv --target default -o loans.json\n"
     "  mcbin apply loans.json examples/data/loans.csv --as interval -o binned.csv\n"
     "\n"
-    "Column NAME gives NAME_bin: with --as index the number of the bin from 0, -1 when the value "
-    "is\n"
-    "missing and -2 when it is declared missing in the model; with --as interval the bin as a "
-    "text,\n"
-    "\"missing\" or \"user-missing\"; with --as woe NAME_woe, its weight of evidence; with --as\n"
-    "bounds two columns NAME_lower and NAME_upper, empty "
-    "without a bin. The output has commas between its cells, or tabs when FILE ends in .tsv.\n"
+    "Column NAME gives NAME_bin: with --as index the number of the bin from 0, -1 when the value\n"
+    "is missing and -2 when it is declared missing in the model; with --as interval the bin as a\n"
+    "text, \"missing\" or \"user-missing\"; with --as woe NAME_woe, its weight of evidence; with\n"
+    "--as bounds two columns NAME_lower and NAME_upper, empty without a bin. The output has\n"
+    "commas between its cells, or tabs when FILE ends in .tsv.\n"
     "Exit status: 0 done, 1 the data cannot be used, 2 wrong usage, 3 internal error.";
 
 bool endsIn(const std::string& text, const std::string& end) {

@@ -9,7 +9,7 @@
 namespace mcbin {
 
 /// A whole document that needs no script and no other file: what was fitted, the attributes by
-/// information gain, and a section with charts and a table for each.
+/// gain over all cases, and a section with charts and a table for each.
 std::string reportPage(const Model& model);
 
 }  // namespace mcbin
