@@ -58,7 +58,8 @@ class AttributeScore:
         fitted = self._attribute.columns()
         weights = np.array(self._core.weights)
         rows = len(weights)
-        columns = {key: fitted[key][:rows] for key in ("bin", "interval", "lower", "upper")}
+        named = ("bin", "interval", "lower", "upper", "closed")
+        columns = {key: fitted[key][:rows] for key in named}
         columns["weight"] = weights
         columns["share"] = shares(weights, weights.sum())
         expected = np.asarray(fitted["weight"])[:rows]
