@@ -18,8 +18,9 @@ using Bins = std::vector<WeightedCounts>;
 WeightedCounts joined(const WeightedCounts& a, const WeightedCounts& b) {
   WeightedCounts sum = a;
   sum.weight += b.weight;
-  for (std::size_t c = 0; c < sum.classWeights.size(); ++c)
+  for (std::size_t c = 0; c < sum.classWeights.size(); ++c) {
     sum.classWeights[c] += b.classWeights[c];
+  }
   return sum;
 }
 

@@ -94,8 +94,9 @@ bool mayBeMiscounted(const AttributeModel& attribute, const std::filesystem::pat
                      const Run& run) {
   const std::vector<double>& cuts = attribute.cutPoints;
   if (cuts.empty()) return false;
-  if (std::any_of(cuts.begin(), cuts.end(), [](double cut) { return std::isinf(cut); }))
+  if (std::any_of(cuts.begin(), cuts.end(), [](double cut) { return std::isinf(cut); })) {
     return true;
+  }
   const Neighbours neighbours(cuts, run.side);
   ColumnFile file(path, run.rows);
   for (const auto* values = &file.Next(); !values->empty(); values = &file.Next()) {
@@ -142,6 +143,7 @@ std::vector<std::filesystem::path> columnFiles(const std::string& directory,
   }
   std::sort(numbered.begin(), numbered.end());
   std::vector<std::filesystem::path> files;
+  files.reserve(numbered.size());
   for (auto& [number, path] : numbered) files.push_back(std::move(path));
   return files;
 }

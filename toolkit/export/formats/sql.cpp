@@ -67,8 +67,9 @@ class CaseWriter {
     AddWhen(
         fmt::format("{} IS NULL OR TRIM({}) IN ({})", column, sqlAsText(column, dialect_), texts),
         label);
-    if (!numbers.empty())
+    if (!numbers.empty()) {
       AddWhen(fmt::format("{} IN ({})", number, fmt::join(numbers, ", ")), label);
+    }
   }
 
   void AddUserMissing(const std::string& number, const MissingRules& missing,
@@ -76,8 +77,9 @@ class CaseWriter {
     std::vector<std::string> values;
     for (const double value : missing.values) values.push_back(Number(value));
     std::vector<std::string> tests;
-    if (!values.empty())
+    if (!values.empty()) {
       tests.push_back(fmt::format("{} IN ({})", number, fmt::join(values, ", ")));
+    }
     if (missing.range) tests.push_back(RangeTest(number, *missing.range));
     if (!tests.empty()) AddWhen(fmt::format("{}", fmt::join(tests, " OR ")), label);
   }
