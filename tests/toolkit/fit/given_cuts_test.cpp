@@ -35,7 +35,7 @@ TEST(GivenCuts, OfAnOptionThatIsWrong) {
            {"a=1,inf", "--cuts a=1,inf: 'inf' is not a finite number"},
            {"a=1,1", "--cuts a=1,1: the cut points must ascend: '1' is not above the one before"},
        }) {
-    EXPECT_EQ(messageOf<UsageError>([&] { read(text); }), message);
+    EXPECT_EQ(messageOf<UsageError>([wrong = std::string(text)] { read(wrong); }), message);
   }
 }
 

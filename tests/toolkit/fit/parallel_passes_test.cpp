@@ -75,7 +75,7 @@ TEST(ParallelPasses, TheModelDoesNotDependOnTheNumberOfThreads) {
                        "column a: no case has the declared missing value 1234",
                        "column w: no case has the declared missing value 9",
                    }));
-  for (std::size_t jobs : {2, 3, 4, 7}) {
+  for (std::size_t jobs : {2U, 3U, 4U, 7U}) {
     std::vector<std::string> others;
     EXPECT_EQ(fitted(jobs, rows, rows, &others), alone) << jobs;
     EXPECT_EQ(others, notes) << jobs;
