@@ -53,6 +53,10 @@ void save(const Model& model, const std::string& path) {
   file.Commit();
 }
 
+std::string textOfAttribute(const Model& model, std::size_t attribute) {
+  return attributeText(model, model.attributes.at(attribute));
+}
+
 }  // namespace
 
 void bindModel(nb::module_& module) {
@@ -66,12 +70,7 @@ void bindModel(nb::module_& module) {
       .def("export", &exported, "format"_a, "intervals"_a, "table"_a.none())
       .def("report", &reportPage)
       .def("text", &modelText)
-      .def(
-          "attribute_text",
-          [](const Model& model, std::size_t attribute) {
-            return attributeText(model, model.attributes.at(attribute));
-          },
-          "attribute"_a)
+      .def("attribute_text", &textOfAttribute, "attribute"_a)
       .def("event", &eventOf)
       .def("ranking", &rankByGain)
       .def(
