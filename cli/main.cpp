@@ -11,6 +11,7 @@
 #include "cli/system/terminal.h"
 #include "cli/text/help_format.h"
 #include "cli/text/parse_errors.h"
+#include "cli/text/terminal_monitor.h"
 #include "toolkit/errors.h"
 #include "toolkit/system/output_file.h"
 
@@ -50,7 +51,8 @@ int parseAndRun(CLI::App& program, int argc, char** argv) {
   } catch (const CLI::Success& success) {
     std::ostringstream text;
     const int code = program.exit(success, text, text);
-    mcbin::writeStandardOutput(text.str());
+    mcbin::TerminalMonitor monitor;
+    mcbin::writeStandardOutput(text.str(), monitor);
     return code;
   } catch (const CLI::ParseError& error) {
     return usageError(program, mcbin::parseErrorText(program, error));

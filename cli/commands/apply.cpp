@@ -66,7 +66,7 @@ void runApply(const ApplyCommand& apply) {
   keepAttributes(model, apply.attributePatterns);
   const std::unique_ptr<TableReader> reader = openTable(apply.input, monitor);
   RowBinner binner(model, *reader, binnerOptions(apply));
-  OutputFile output(apply.output);
+  OutputFile output(apply.output, monitor);
   if (!apply.input.noHeader) output.Write(binner.Header());
   TableRow row;
   std::uint64_t rows = 0;

@@ -64,7 +64,7 @@ void runExport(const ExportCommand& command) {
   TerminalMonitor monitor;
   Model model = loadModel(command.model, monitor);
   keepAttributes(model, command.attributePatterns);
-  OutputFile output(command.output);
+  OutputFile output(command.output, monitor);
   output.Write(format.write(model, {command.style.value_or(LabelStyle::Index), command.from,
                                     command.dialect.value_or(SqlDialect::Sqlite)}));
   output.Commit();

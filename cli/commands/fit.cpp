@@ -236,7 +236,7 @@ void runFit(FitCommand& fit) {
   std::optional<OutputFile> file;  // opened at once: a wrong path shows before the work
   if (fit.output && fit.output != "-") {
     requireOtherFile(*fit.output, fit.request.input.data, "the data");
-    file.emplace(*fit.output);
+    file.emplace(*fit.output, monitor);
   }
   const auto tellPlan = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
     tell(planText(columns, fit.request.input.data, rows, categories));
@@ -256,7 +256,7 @@ void runFit(FitCommand& fit) {
     file->Write(modelToJson(model));
     file->Commit();
   }
-  writeStandardOutput(printsModel ? modelToJson(model) : modelText(model));
+  writeStandardOutput(printsModel ? modelToJson(model) : modelText(model), monitor);
   if (model.cases.droppedForWeight > 0) {
     tell(fmt::format(
         "{} of {} cases dropped for their weight (missing, or not positive after rounding)\n",

@@ -8,6 +8,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/text/parse_errors.h"
+#include "cli/text/terminal_monitor.h"
 #include "toolkit/errors.h"
 #include "toolkit/system/output_file.h"
 #include "toolkit/text/visible_text.h"
@@ -25,7 +26,8 @@ void printHelp(const CLI::App& program, const std::string& name) {
     throw UsageError(fmt::format("there is no command {}{}", excerpt(name),
                                  meant.empty() ? "" : "; did you mean " + meant + "?"));
   }
-  writeStandardOutput(program.get_subcommand(name)->help(program.get_name()));
+  TerminalMonitor monitor;
+  writeStandardOutput(program.get_subcommand(name)->help(program.get_name()), monitor);
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ void runReport(const ReportCommand& report) {
   TerminalMonitor monitor;
   Model model = loadModel(report.model, monitor);
   keepAttributes(model, report.attributePatterns);
-  OutputFile file(report.output);
+  OutputFile file(report.output, monitor);
   file.Write(reportPage(model));
   file.Commit();
 }

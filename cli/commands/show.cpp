@@ -31,7 +31,7 @@ void runShow(const ShowCommand& show) {
   TerminalMonitor monitor;
   Model model = loadModel(show.model, monitor);
   keepAttributes(model, show.attributePatterns);
-  writeStandardOutput(show.json ? modelToJson(model) : modelText(model));
+  writeStandardOutput(show.json ? modelToJson(model) : modelText(model), monitor);
 }
 
 }  // namespace

@@ -48,7 +48,9 @@ Model load(const std::string& path) {
 }
 
 void save(const Model& model, const std::string& path) {
-  OutputFile file(path);
+  RunMonitor monitor{nb::none()};
+  const nb::gil_scoped_release unlocked;
+  OutputFile file(path, monitor);
   file.Write(modelToJson(model));
   file.Commit();
 }

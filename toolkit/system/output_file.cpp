@@ -3,18 +3,24 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "toolkit/errors.h"
 #include "toolkit/system/paths.h"
 #include "toolkit/system/replacement.h"
+#include "toolkit/system/waiting.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{1} << 16U;
+constexpr std::size_t kMostAtOnce = 4096;  // what a pipe that takes anything takes at once
 
 /// Of the OutputFile under way; what runs at the end of a process without memory has no arguments.
 thread_local const std::string* unfinishedPath = nullptr;
@@ -33,17 +39,16 @@ std::string behindLinks(std::string path) {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& path)
-    : path_(path), file_(nullptr), process_(::getpid()) {
+OutputFile::OutputFile(const std::string& path, Monitor& monitor)
+    : monitor_(monitor), path_(path), descriptor_(STDOUT_FILENO), process_(::getpid()) {
   if (path == "-") {
     path_ = "standard output";
-    file_ = stdout;
     return;
   }
   target_ = behindLinks(path);
-  file_ = isNoRegularFile(path) ? std::fopen(path.c_str(), "wb")
-                                : makeReplacement(target_, temporaryPath_);
-  if (file_ == nullptr) {
+  descriptor_ = isNoRegularFile(path) ? openDirectly(path, monitor)
+                                      : makeReplacement(target_, temporaryPath_);
+  if (descriptor_ < 0) {
     temporaryPath_.clear();
     Fail();
   }
@@ -53,20 +58,32 @@ OutputFile::OutputFile(const std::string& path)
 OutputFile::~OutputFile() {
   if (unfinishedPath == &temporaryPath_) unfinishedPath = nullptr;
   if (process_ != ::getpid()) return;  // what a forked child holds is not its own
-  if (file_ != nullptr && file_ != stdout) std::fclose(file_);
+  if (descriptor_ >= 0 && !target_.empty()) ::close(descriptor_);
   if (!temporaryPath_.empty()) ::unlink(temporaryPath_.c_str());
 }
 
 void OutputFile::Write(std::string_view text) {
-  if (std::fwrite(text.data(), 1, text.size(), file_) != text.size()) Fail();
+  unwritten_ += text;
+  if (unwritten_.size() >= kBufferSize) Flush();
+}
+
+/// Never blocks in a write, which is deaf to a signal that came just before.
+void OutputFile::Flush() {
+  std::string_view left = unwritten_;
+  while (!left.empty()) {
+    waitToWrite(descriptor_, monitor_);
+    const auto size = static_cast<unsigned>(std::min(left.size(), kMostAtOnce));
+    const auto count = ::write(descriptor_, left.data(), size);
+    if (count < 0 && errno != EINTR && errno != EAGAIN) Fail();
+    if (count > 0) left.remove_prefix(static_cast<std::size_t>(count));
+  }
+  unwritten_.clear();
 }
 
 void OutputFile::Commit() {
-  if (std::fflush(file_) != 0) Fail();
-  if (file_ == stdout) return;
-  std::FILE* const file = file_;
-  file_ = nullptr;
-  if (std::fclose(file) != 0) Fail();
+  Flush();
+  if (target_.empty()) return;
+  if (::close(std::exchange(descriptor_, -1)) != 0) Fail();
   if (temporaryPath_.empty()) return;
   if (!putInPlace(temporaryPath_, target_)) Fail();
   temporaryPath_.clear();
@@ -90,8 +107,8 @@ void requireOtherFile(const std::string& output, const std::string& input, const
   }
 }
 
-void writeStandardOutput(std::string_view text) {
-  OutputFile output("-");
+void writeStandardOutput(std::string_view text, Monitor& monitor) {
+  OutputFile output("-", monitor);
   output.Write(text);
   output.Commit();
 }

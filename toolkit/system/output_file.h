@@ -4,9 +4,10 @@
 
 #include <sys/types.h>
 
-#include <cstdio>
 #include <string>
 #include <string_view>
+
+#include "toolkit/monitor.h"
 
 namespace mcbin {
 
@@ -15,11 +16,12 @@ namespace mcbin {
 /// mode and, where that is allowed, its owner; a symbolic link stays and its target is replaced.
 /// The new file's name is random and taken exclusively, so that nothing left or planted is in the
 /// way; only the process that made it removes it. The path "-" writes to standard output, and a
-/// path that is there but is no regular file
-/// (/dev/null, a pipe) is written directly. Every failure is a DataError that names the path.
+/// path that is there but is no regular file (/dev/null, a pipe) is written directly. Every failure
+/// is a DataError that names the path.
 class OutputFile {
  public:
-  explicit OutputFile(const std::string& path);
+  /// The monitor is borrowed and asked on the way, also while a pipe has no reader or is full.
+  OutputFile(const std::string& path, Monitor& monitor);
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
   ~OutputFile();
@@ -28,12 +30,15 @@ class OutputFile {
   void Commit();
 
  private:
+  void Flush();
   [[noreturn]] void Fail() const;
 
+  Monitor& monitor_;
   std::string path_;
-  std::string target_;         ///< The path behind symbolic links.
+  std::string target_;         ///< The path behind symbolic links; empty for standard output.
   std::string temporaryPath_;  ///< Empty when the file is written directly.
-  std::FILE* file_;
+  std::string unwritten_;
+  int descriptor_;
   pid_t process_;
 };
 
@@ -45,7 +50,7 @@ void removeUnfinishedOutput() noexcept;
 void requireOtherFile(const std::string& output, const std::string& input, const char* content);
 
 /// Writes results to standard output; DataError when they cannot be written.
-void writeStandardOutput(std::string_view text);
+void writeStandardOutput(std::string_view text, Monitor& monitor);
 
 }  // namespace mcbin
 

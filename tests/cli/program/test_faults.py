@@ -132,7 +132,7 @@ class Faults(ProgramTest):
             (COMMANDS[4], f"read:1:{errno.EIO}", "model.json: Input/output error"),
             (COMMANDS[0], f"mkdtemp:1:{errno.ENOSPC}",
              f"cannot make a temporary directory in {self.temporary}: No space left on device"),
-            (COMMANDS[5], f"fwrite:1:{errno.ENOSPC}", "cannot write out: No space left on device"),
+            (COMMANDS[5], f"write:1:{errno.ENOSPC}", "cannot write out: No space left on device"),
         ):
             result, _ = self.run_with(command, MCB_FAULT=fault)
             self.assertEqual(result.stderr.decode().splitlines()[-1], "mcbin: " + said)

@@ -166,6 +166,26 @@ class Interrupts(ProgramTest):
             stream.close()
         self.assertEqual(list(self.temporary.iterdir()), [])
 
+    def test_while_nobody_reads_what_is_written(self):
+        """Into a pipe that is full and one that has no reader, however the signal falls."""
+        self.succeed("fit", LOANS, "-e", "--bins", "100", "-o", self.directory / "m.json")
+        page = self.succeed("report", self.directory / "m.json").stdout
+        self.assertGreater(len(page), 1 << 16)  # what a pipe holds
+        os.mkfifo(self.directory / "pipe")
+        for output in ("-", self.directory / "pipe"):
+            for delay in (0.5, *(0.002 * turn for turn in range(20))):
+                process = self.start("report", self.directory / "m.json", "-o", output)
+                time.sleep(delay)
+                process.send_signal(signal.SIGTERM)
+                sent = time.monotonic()
+                code = process.wait(timeout=10)
+                self.assertLess(time.monotonic() - sent, 1.0)
+                if delay == 0.5 or code != -signal.SIGTERM:  # before main() begins nothing is heard
+                    self.assertEqual(code, 143)
+                    self.assertEqual(process.stderr.read(), b"mcbin: interrupted\n")
+                process.stdout.close()
+                process.stderr.close()
+
     def test_while_a_huge_model_is_read(self):
         model = self.fit(LOANS, "-e")
         attribute = model["attributes"][0]

@@ -6,7 +6,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <random>
+
+#include "toolkit/system/waiting.h"
 
 namespace mcbin {
 namespace {
@@ -27,25 +30,27 @@ bool isNoRegularFile(const std::string& path) {
   return ::stat(path.c_str(), &there) == 0 && !S_ISREG(there.st_mode);
 }
 
-std::FILE* makeReplacement(const std::string& target, std::string& path) {
+int openDirectly(const std::string& path, Monitor& monitor) {
+  struct stat there = {};
+  const bool isPipe = ::stat(path.c_str(), &there) == 0 && S_ISFIFO(there.st_mode);
+  while (true) {
+    // Waiting inside open() would be deaf to a signal that came just before.
+    const int descriptor = ::open(path.c_str(), O_WRONLY | O_TRUNC | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor >= 0 || !(errno == EINTR || (errno == ENXIO && isPipe))) return descriptor;
+    pauseAndAsk(monitor);
+  }
+}
+
+int makeReplacement(const std::string& target, std::string& path) {
   std::random_device dice;
   int descriptor = -1;
   do {
     path = fmt::format("{}.{:08x}{:08x}.tmp", target, dice(), dice());
     descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
   } while (descriptor < 0 && (errno == EEXIST || errno == EINTR));
-  if (descriptor < 0) return nullptr;
-  std::FILE* const file = ::fdopen(descriptor, "wb");
-  if (file == nullptr) {
-    const int reason = errno;
-    ::close(descriptor);
-    ::unlink(path.c_str());
-    errno = reason;
-    return nullptr;
-  }
   struct stat older = {};
-  if (::stat(target.c_str(), &older) == 0) takeOver(older, descriptor);
-  return file;
+  if (descriptor >= 0 && ::stat(target.c_str(), &older) == 0) takeOver(older, descriptor);
+  return descriptor;
 }
 
 bool putInPlace(const std::string& path, const std::string& target) {

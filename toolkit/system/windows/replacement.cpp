@@ -22,7 +22,11 @@ bool isNoRegularFile(const std::string& path) {
   return !isOnDisk || (GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-std::FILE* makeReplacement(const std::string& target, std::string& path) {
+int openDirectly(const std::string& path, Monitor& /*monitor*/) {
+  return _open(path.c_str(), _O_WRONLY | _O_BINARY);
+}
+
+int makeReplacement(const std::string& target, std::string& path) {
   std::random_device dice;
   HANDLE handle = INVALID_HANDLE_VALUE;
   do {
@@ -32,16 +36,15 @@ std::FILE* makeReplacement(const std::string& target, std::string& path) {
   } while (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS);
   if (handle == INVALID_HANDLE_VALUE) {
     setErrnoFromLastError();
-    return nullptr;
+    return -1;
   }
   const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle), _O_BINARY);
-  std::FILE* const file = descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
-  if (file == nullptr) {
-    descriptor < 0 ? static_cast<void>(CloseHandle(handle)) : static_cast<void>(_close(descriptor));
+  if (descriptor < 0) {
+    CloseHandle(handle);
     DeleteFileA(path.c_str());
     errno = EMFILE;
   }
-  return file;
+  return descriptor;
 }
 
 bool putInPlace(const std::string& path, const std::string& target) {

@@ -13,10 +13,12 @@ using testing::messageOf;
 using testing::readFile;
 using testing::TemporaryFiles;
 
+Monitor monitor;  // watches nothing
+
 class OutputFileTest : public ::testing::Test {
  protected:
   void WriteNew() const {
-    OutputFile file(path_);
+    OutputFile file(path_, monitor);
     file.Write("new\n");
     file.Commit();
   }
@@ -26,7 +28,7 @@ class OutputFileTest : public ::testing::Test {
 };
 
 TEST_F(OutputFileTest, ReplacesWhenCommittedAndKeepsLineEnds) {
-  { OutputFile(path_).Write("lost"); }
+  { OutputFile(path_, monitor).Write("lost"); }
   EXPECT_EQ(readFile(path_), "old");
   WriteNew();
   EXPECT_EQ(readFile(path_), "new\n");
@@ -51,13 +53,13 @@ TEST_F(OutputFileTest, AFileThatIsOpenElsewhereIsNotReplaced) {
 }
 
 TEST_F(OutputFileTest, WritesDevicesDirectly) {
-  OutputFile file("NUL");
+  OutputFile file("NUL", monitor);
   file.Write("x");
   file.Commit();
 }
 
 TEST_F(OutputFileTest, FailuresNameThePath) {
-  EXPECT_EQ(messageOf<DataError>([] { OutputFile("nonexistent/out"); }),
+  EXPECT_EQ(messageOf<DataError>([] { OutputFile("nonexistent/out", monitor); }),
             "cannot write nonexistent/out: No such file or directory");
 }
 
