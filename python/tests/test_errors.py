@@ -212,7 +212,7 @@ def test_any_class_can_be_declared_missing():
 def test_the_library_prints_nothing():
     command = [sys.executable, "-c", LOST_FILE]
     printed = subprocess.run(command, check=True, capture_output=True, text=True).stdout
-    assert printed == ("cannot bin column y: memory or file descriptors ran out\nprinted\n")
+    assert printed == "cannot bin column y: Too many open files\nprinted\n"
 
 
 OUT_OF_MEMORY = """

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <mccomvor/missing_value.h>
 
+#include <cerrno>
 #include <cmath>
 
 #include "toolkit/errors.h"
@@ -64,6 +65,7 @@ bool CaseFeed::HasNext() {
   }
   atEnd_ = !caseIsReady_;
   if (atEnd_ && isTimed_) timeSpent_ += Clock::now() - started_;
+  errno = 0;  // what is set from here on is the library's doing
   return caseIsReady_;
 }
 

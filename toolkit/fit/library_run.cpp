@@ -5,6 +5,7 @@
 #include <mccomvor/missing_value.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -26,23 +27,35 @@ namespace {
 
 constexpr int kCasesPerReport = 5000;
 
-class StopQuery : public MCQueryCancel {
+/// What the library calls in a run: is asked whether to stop, and hands reports on, of cases while
+/// they are read, of attributes afterwards. Notes the first errno that the library's own calls
+/// leave once it has every case, since its statuses do not tell why an attribute failed.
+class RunWatch : public MCQueryCancel, public ProgressListener {
  public:
-  explicit StopQuery(Monitor& monitor) : monitor_(monitor) {}
-  bool IsCancelled() override { return monitor_.StopRequested(); }
-
- private:
-  Monitor& monitor_;
-};
-
-/// Hands the library's reports on: cases while they are read, attributes afterwards.
-class ProgressRelay : public ProgressListener {
- public:
-  ProgressRelay(Monitor& monitor, const CaseFeed& feed, std::uint64_t rows, const Model& model)
+  RunWatch(Monitor& monitor, const CaseFeed& feed, std::uint64_t rows, const Model& model)
       : monitor_(monitor), feed_(feed), rows_(static_cast<double>(rows)), model_(model) {}
 
+  bool IsCancelled() override {
+    NoteReason();
+    const bool isCancelled = monitor_.StopRequested();
+    errno = 0;
+    return isCancelled;
+  }
+
   void ReportProgress(ProgressReport& report) override {
-    const int index = report.DiscreteMeasure("IndexVar");
+    NoteReason();
+    Tell(report.DiscreteMeasure("IndexVar"));
+    errno = 0;
+  }
+
+  /// Also to be called as soon as the run is over.
+  void NoteReason() {
+    if (feed_.AtEnd() && reason_ == 0) reason_ = errno;
+  }
+  int Reason() const { return reason_; }
+
+ private:
+  void Tell(int index) {
     if (!feed_.AtEnd()) {
       monitor_.Update("reading cases", index / rows_, index, "cases");
       return;
@@ -52,12 +65,12 @@ class ProgressRelay : public ProgressListener {
                     done, "attributes");
   }
 
- private:
   Monitor& monitor_;
   const CaseFeed& feed_;
   double rows_;
   const Model& model_;
   int attributesDone_ = 0;
+  int reason_ = 0;
 };
 
 void require(bool accepted, const char* what) {
@@ -103,8 +116,7 @@ BINVarList variablesOf(const Model& model) {
 struct RunSetting {
   CaseFeed& feed;
   Monitor& monitor;
-  StopQuery query;
-  ProgressRelay listener;
+  RunWatch watch;
   TemporaryDirectory directory;
 };
 
@@ -114,8 +126,8 @@ void configure(Settings& settings, const Model& model, RunSetting& run) {
   require(settings.SetNumberOfBins(model.options.bins), "the number of bins");
   require(settings.SetNSkippedCasesReports(kCasesPerReport), "the report interval");
   settings.SetRightBorderClosed(model.closedSide == ClosedSide::Right);
-  settings.SetCancelPointer(&run.query);
-  settings.SetProgressListener(&run.listener);
+  settings.SetCancelPointer(&run.watch);
+  settings.SetProgressListener(&run.watch);
   settings.SetTempDirName(run.directory.Path());
 }
 
@@ -182,14 +194,16 @@ void takeRecord(const BINAttributeResults& record, AttributeModel& attribute) {
 /// A factory asks, too, whether to go on.
 void checkFactory(const RunSetting& run, const MCBinning::MCStatus& status) {
   run.monitor.ThrowIfStopped();
-  throwIfRunFailed(status);
+  throwIfRunFailed(status, 0);
 }
 
-void checkRun(const RunSetting& run, const Model& model, const MCBinning::MCStatus& status) {
+void checkRun(RunSetting& run, const Model& model, const MCBinning::MCStatus& status) {
+  const int reason = errno;
+  run.watch.NoteReason();
   run.feed.RethrowFailure();
   run.monitor.ThrowIfStopped();
   if (status.GetErrorCode() == 120004) failWithoutCases(model, run.feed);
-  throwIfRunFailed(status);
+  throwIfRunFailed(status, reason);
 }
 
 /// Whether each of the run's column files holds a double for every used case; true, too, when the
@@ -218,7 +232,8 @@ void takeRecords(const std::vector<Results>& records, const RunSetting& run, Mod
     AttributeModel& attribute = model.attributes[a];
     const MCBinning::MCStatus status = records[a].GetStatus();
     if (status.IsError()) {
-      throwIfAttributeFailed(status, attribute.name, filesAreWhole(run, columnsOf(model)));
+      throwIfAttributeFailed(status, attribute.name, filesAreWhole(run, columnsOf(model)),
+                             run.watch.Reason());
     }
     take(records[a], attribute);
     dropImpossibleCuts(attribute);
@@ -266,7 +281,7 @@ void runEqualFrequency(RunSetting& run, Model& model) {
 }  // namespace
 
 void runLibrary(CaseFeed& feed, std::uint64_t rows, Monitor& monitor, Model& model) {
-  RunSetting run{feed, monitor, StopQuery(monitor), ProgressRelay(monitor, feed, rows, model),
+  RunSetting run{feed, monitor, RunWatch(monitor, feed, rows, model),
                  TemporaryDirectory(temporaryRoot())};
   if (model.method == Method::Supervised) {
     runSupervised(run, model);

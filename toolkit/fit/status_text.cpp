@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <cstring>
 #include <new>
 #include <stdexcept>
 
@@ -33,6 +34,10 @@ std::string reasonOf(long code) {
   }
 }
 
+std::string inWords(int reason) {
+  return reason == 0 ? "" : fmt::format(": {}", std::strerror(reason));
+}
+
 }  // namespace
 
 AttributeStatus attributeStatus(const MCBinning::MCStatus& status) {
@@ -41,22 +46,24 @@ AttributeStatus attributeStatus(const MCBinning::MCStatus& status) {
 }
 
 void throwIfAttributeFailed(const MCBinning::MCStatus& status, const std::string& name,
-                            bool filesAreWhole) {
+                            bool filesAreWhole, int reason) {
   if (!status.IsError()) return;
   if (status.GetErrorCode() != 3) {
     throw std::runtime_error(
         fmt::format("status {} of the binning library for column {}", status.GetErrorCode(), name));
   }
   if (filesAreWhole) {
-    throw DataError(fmt::format("cannot bin column {}: memory or file descriptors ran out", name));
+    throw DataError(
+        fmt::format("cannot bin column {}{}", name,
+                    reason == 0 ? ": its temporary file cannot be read back" : inWords(reason)));
   }
   throw DataError(
-      fmt::format("cannot bin column {}: the temporary files in {} are not whole: is the disk "
-                  "full? TMPDIR names another directory",
-                  name, visibleText(temporaryRoot())));
+      fmt::format("cannot bin column {}: the temporary files in {} are not whole{}; TMPDIR names "
+                  "another directory",
+                  name, visibleText(temporaryRoot()), inWords(reason)));
 }
 
-void throwIfRunFailed(const MCBinning::MCStatus& status) {
+void throwIfRunFailed(const MCBinning::MCStatus& status, int reason) {
   if (!status.IsError()) return;
   switch (status.GetErrorCode()) {
     case 3:
@@ -64,9 +71,8 @@ void throwIfRunFailed(const MCBinning::MCStatus& status) {
     case 120001:
     case 120021:
       throw DataError(
-          fmt::format("cannot write temporary files in {}: is the disk full, or are too many "
-                      "files open? TMPDIR names another directory",
-                      visibleText(temporaryRoot())));
+          fmt::format("cannot write temporary files in {}{}; TMPDIR names another directory",
+                      visibleText(temporaryRoot()), inWords(reason)));
     default:
       break;
   }

@@ -15,13 +15,14 @@ AttributeStatus attributeStatus(const MCBinning::MCStatus& status);
 
 /// Throws what the error of the attribute `name` amounts to: DataError or, for what a right host
 /// never meets, std::runtime_error. `filesAreWhole` tells whether the run's temporary files are as
-/// long as they must be. Returns for OK and for warnings.
+/// long as they must be, `reason` is the errno behind the error, 0 when it is not known. Returns
+/// for OK and for warnings.
 void throwIfAttributeFailed(const MCBinning::MCStatus& status, const std::string& name,
-                            bool filesAreWhole);
+                            bool filesAreWhole, int reason);
 
 /// Throws what the error of a whole run amounts to: DataError or, for what a right host never
-/// meets, std::runtime_error. Returns for OK and for warnings.
-void throwIfRunFailed(const MCBinning::MCStatus& status);
+/// meets, std::runtime_error. `reason` is as above. Returns for OK and for warnings.
+void throwIfRunFailed(const MCBinning::MCStatus& status, int reason);
 
 }  // namespace mcbin
 

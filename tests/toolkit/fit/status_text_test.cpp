@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <new>
 
 #include "tests/toolkit/support/temporary_file.h"
@@ -31,29 +32,35 @@ TEST(StatusText, EveryWarningOfAnAttributeHasItsWords) {
 }
 
 TEST(StatusText, AnAttributesErrorIsThrown) {
-  EXPECT_NO_THROW(throwIfAttributeFailed(MCStatus(), "a", true));
-  EXPECT_NO_THROW(throwIfAttributeFailed(MCStatus(120017, true), "a", true));
-  EXPECT_EQ(messageOf<DataError>([] { throwIfAttributeFailed(MCStatus(3, false), "a", true); }),
-            "cannot bin column a: memory or file descriptors ran out");
-  EXPECT_EQ(messageOf<DataError>([] { throwIfAttributeFailed(MCStatus(3, false), "a", false); }),
-            "cannot bin column a: the temporary files in " + temporaryRoot() +
-                " are not whole: is the disk full? TMPDIR names another directory");
+  EXPECT_NO_THROW(throwIfAttributeFailed(MCStatus(), "a", true, 0));
+  EXPECT_NO_THROW(throwIfAttributeFailed(MCStatus(120017, true), "a", true, ENOMEM));
+  const auto saidOf3 = [](bool filesAreWhole, int reason) {
+    return messageOf<DataError>(
+        [=] { throwIfAttributeFailed(MCStatus(3, false), "a", filesAreWhole, reason); });
+  };
+  EXPECT_EQ(saidOf3(true, EMFILE), "cannot bin column a: Too many open files");
+  EXPECT_EQ(saidOf3(true, 0), "cannot bin column a: its temporary file cannot be read back");
+  const std::string notWhole =
+      "cannot bin column a: the temporary files in " + temporaryRoot() + " are not whole";
+  EXPECT_EQ(saidOf3(false, ENOSPC),
+            notWhole + ": No space left on device; TMPDIR names another directory");
+  EXPECT_EQ(saidOf3(false, 0), notWhole + "; TMPDIR names another directory");
   EXPECT_EQ(messageOf<std::runtime_error>(
-                [] { throwIfAttributeFailed(MCStatus(120013, false), "a", true); }),
+                [] { throwIfAttributeFailed(MCStatus(120013, false), "a", true, 0); }),
             "status 120013 of the binning library for column a");
 }
 
 TEST(StatusText, WarningsDoNotEndARun) {
-  EXPECT_NO_THROW(throwIfRunFailed(MCStatus()));
-  EXPECT_NO_THROW(throwIfRunFailed(MCStatus(120018, true)));
+  EXPECT_NO_THROW(throwIfRunFailed(MCStatus(), 0));
+  EXPECT_NO_THROW(throwIfRunFailed(MCStatus(120018, true), ENOMEM));
 }
 
 TEST(StatusText, ErrorsEndARun) {
-  EXPECT_THROW(throwIfRunFailed(MCStatus(3, false)), std::bad_alloc);
-  EXPECT_EQ(messageOf<DataError>([] { throwIfRunFailed(MCStatus(120021, false)); }),
+  EXPECT_THROW(throwIfRunFailed(MCStatus(3, false), 0), std::bad_alloc);
+  EXPECT_EQ(messageOf<DataError>([] { throwIfRunFailed(MCStatus(120021, false), EMFILE); }),
             "cannot write temporary files in " + temporaryRoot() +
-                ": is the disk full, or are too many files open? TMPDIR names another directory");
-  EXPECT_EQ(messageOf<std::runtime_error>([] { throwIfRunFailed(MCStatus(120009, false)); }),
+                ": Too many open files; TMPDIR names another directory");
+  EXPECT_EQ(messageOf<std::runtime_error>([] { throwIfRunFailed(MCStatus(120009, false), 0); }),
             "status 120009 of the binning library");
 }
 
