@@ -2,9 +2,10 @@
 """Measures what the library's tests notice: changes the library in one small place, runs the tests,
 and counts the changes that some test fails on.
 
-    scripts/mutate.py --sample 600 --seed 1     as many mutants, drawn with a seed
-    scripts/mutate.py supervised/split_scan     those whose names contain one of the words
-    scripts/mutate.py --list                    prints them only
+    scripts/mutate.py --sample 600 --seed 1           as many mutants, drawn with a seed
+    scripts/mutate.py supervised/split_scan           those whose names contain one of the words
+    scripts/mutate.py --sample 600 --seed 1 src/data  a part of the sample
+    scripts/mutate.py --list                          prints them only
 
 scripts/mutation/points.py says what mutants there are and how they are named. All of them are built
 into one copy of the library, in build/mutation, and switched on by an environment variable, but for
@@ -108,11 +109,10 @@ def choose(mutants: list[Mutant], options: argparse.Namespace) -> list[Mutant]:
     chosen = [mutant for mutant in mutants
               if not any(fnmatch.fnmatchcase(mutant.name, name) for name in left_out)]
     print(f'mutate: {len(mutants)} mutants, {len(mutants) - len(chosen)} of them not drawn')
-    chosen = [mutant for mutant in chosen
-              if not options.words or any(word in mutant.name for word in options.words)]
     if options.sample and options.sample < len(chosen):
         chosen = random.Random(options.seed).sample(chosen, options.sample)
-    return chosen
+    return [mutant for mutant in chosen
+            if not options.words or any(word in mutant.name for word in options.words)]
 
 
 def report(chosen: list[Mutant], survivors: list[Mutant]) -> int:
@@ -146,6 +146,8 @@ def main() -> int:
         return 0
     copy = SwitchedCopy(ROOT, WORK, points, texts)
     copy.make()
+    alone = sum(not copy.is_switched(mutant) for mutant in chosen)
+    print(f'mutate: {len(chosen)} to judge, {alone} of them built one by one', flush=True)
     judge = Judge(WORK / 'build', len(mutants))
     if judge.failing:
         print('mutate: fails without a change:', *judge.failing, sep='\n  ')

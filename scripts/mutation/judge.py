@@ -1,6 +1,7 @@
 """Runs the tests over one mutant after the other, those first that are quick and reach it."""
 from __future__ import annotations
 
+import hashlib
 import itertools
 import os
 import pickle
@@ -78,19 +79,19 @@ class Judge:
     def __init__(self, folder: Path, n_mutants: int) -> None:
         self.tests: list[Test] = []
         self.failing: list[str] = []  # without any change
-        library = max(path.stat().st_mtime_ns for path in (folder / 'src').glob('*.so*'))
+        library = ''.join(digest(path) for path in sorted((folder / 'src').glob('*.so*')))
         measured = folder / 'measured.pickle'
         known = pickle.loads(measured.read_bytes()) if measured.exists() else {}
-        programs = {}
+        programs: dict[tuple[Path, str, str], list[Test]] = {}
         with tempfile.NamedTemporaryFile() as reached:
             os.chmod(reached.name, 0o666)
             for program in sorted((folder / 'tests').rglob('*_tests')):
-                key = program, program.stat().st_mtime_ns, library
+                key = program, digest(program), library
                 programs[key] = known.get(key) or [
                     test for name in names_of_tests(program)
                     for test in self._measure(program, name, Path(reached.name), n_mutants + 1)]
-        if not self.failing:
-            measured.write_bytes(pickle.dumps(programs))
+                if not self.failing:
+                    measured.write_bytes(pickle.dumps(known | programs))
         self.tests = sorted(itertools.chain.from_iterable(programs.values()),
                             key=lambda test: test.seconds)
 
@@ -141,6 +142,10 @@ class Judge:
     def _reaches(self, test: Test, mutant: Mutant, number: int) -> bool:
         """Of a mutant without a switch nothing is known."""
         return number == 0 or test.reached[number] != 0
+
+
+def digest(path: Path) -> str:
+    return hashlib.sha256(path.read_bytes()).hexdigest()
 
 
 def names_of_tests(program: Path) -> list[str]:

@@ -185,7 +185,8 @@ class FileReader:
     def _mutate_unary(self, cursor: Cursor, begin: int, end: int) -> None:
         sign = self.text[begin:begin + 1]
         operand = next(cursor.get_children())
-        if sign == b'!':
+        # `a != b` of objects is read as the negation of their ==, one that begins at the sign.
+        if sign == b'!' and self.text[begin:begin + 2] != b'!=':
             self._add('comparison', cursor, [('!', '', Edit(begin, begin + 1, ''))],
                       [Edit(begin, begin + 1, '!::mutation::flip({0}, '),
                        Edit(end, end, ')', True)])
