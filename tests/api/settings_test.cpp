@@ -21,6 +21,13 @@ TYPED_TEST(SettingsTest, FilesGoToTheTemporaryDirectoryUnlessToldOtherwise) {
   EXPECT_EQ(TypeParam().GetTempDirName(), MCBinning::tempDirectory());
 }
 
+TYPED_TEST(SettingsTest, NoReportNeedsToBeSkipped) {
+  TypeParam settings;
+  EXPECT_TRUE(settings.SetNSkippedAttReports(0));
+  EXPECT_TRUE(settings.SetNSkippedCasesReports(0));
+  EXPECT_EQ(settings.GetNSkippedCasesReports(), 0);
+}
+
 TEST(BINSettingsTest, DisplayOfFreshSettings) {
   EXPECT_EQ(DisplayOf(BINSettings()),
             Flushing("\n"
