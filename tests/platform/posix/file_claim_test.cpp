@@ -9,13 +9,12 @@
 
 #include <array>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "support/scratch_directory.h"
+#include "support/real_files.h"
 #include "system/child_process.h"
 #include "system/limited_process.h"
 
@@ -25,11 +24,9 @@ namespace fs = std::filesystem;
 
 using MCBinning::CreateResult;
 using MCBinning::FileClaim;
-using MCBinning::FileHandle;
-using MCBinning::FileSystem;
-using MCBinning::kNoFile;
 using mcbinning_tests::AnswerOf;
-using mcbinning_tests::ScratchDirectory;
+using mcbinning_tests::files;
+using mcbinning_tests::makeOurs;
 using mcbinning_tests::StartChild;
 
 // Called once, before the next lock is taken or directory removed.
@@ -41,8 +38,6 @@ void callOnce(std::function<void()>& hook) {
     std::exchange(hook, nullptr)();
   }
 }
-
-FileSystem& files() { return MCBinning::realFileSystem(); }
 
 }  // namespace
 
@@ -61,30 +56,15 @@ int unlinkat(int directory, const char* name, int flags) noexcept {
 
 namespace {
 
-class FileClaimTest : public testing::Test {
+class PosixFileClaimTest : public mcbinning_tests::RealFilesTest {
  protected:
-  ~FileClaimTest() override { directory_.Clear(); }
-
-  std::string Prefix() const { return directory_.Path() + "/"; }
-  std::string Name(const std::string& file) const { return Prefix() + file; }
-
-  CreateResult Create(const FileClaim& claim, const std::string& file) const {
-    FileHandle handle = kNoFile;
-    const CreateResult result = files().Create(Name(file), claim, handle);
-    if (result == CreateResult::Created) {
-      EXPECT_TRUE(files().Write(handle, "ours", 4));
-      EXPECT_TRUE(files().Close(handle));
-    }
-    return result;
-  }
-
   /// A process that ends, or is killed, with a claim of the files.
   std::string Abandon(const std::vector<std::string>& names) const {
     EXPECT_EQ(AnswerOf(StartChild([&] {
                 FileClaim claim;
                 bool done = files().MakeClaim(Prefix(), claim);
                 for (const std::string& name : names) {
-                  done = done && Create(claim, name) == CreateResult::Created;
+                  done = done && makeOurs(claim, Name(name)) == CreateResult::Created;
                 }
                 return done ? 0 : 1;
               })),
@@ -96,46 +76,16 @@ class FileClaimTest : public testing::Test {
     }
     return "";
   }
-
-  std::size_t NumberOfEntries() const { return directory_.Entries().size(); }
-
-  ScratchDirectory directory_;
 };
 
-TEST_F(FileClaimTest, AClaimedFileIsThereUnderItsNameUntilItIsRemoved) {
+TEST_F(PosixFileClaimTest, AClaimIsItsOwnersOnly) {
   FileClaim claim;
   ASSERT_TRUE(files().MakeClaim(Prefix(), claim));
-  ASSERT_EQ(Create(claim, "1a"), CreateResult::Created);
-  EXPECT_EQ(fs::file_size(Name("1a")), 4U);
   EXPECT_EQ(fs::status(claim.name).permissions(), fs::perms::owner_all);
-  EXPECT_TRUE(files().Remove(Name("1a"), claim));
-  EXPECT_EQ(directory_.Entries().size(), 1U);
   files().DropClaim(claim, true);
-  EXPECT_TRUE(directory_.IsEmpty());
-  EXPECT_EQ(claim.handle, kNoFile);
 }
 
-TEST_F(FileClaimTest, ANameThatIsTakenIsLeftToWhoeverHasIt) {
-  FileClaim claim;
-  ASSERT_TRUE(files().MakeClaim(Prefix(), claim));
-  std::ofstream(Name("1a")) << "theirs";
-  const int handle = dup(STDIN_FILENO);
-  close(handle);
-  EXPECT_EQ(Create(claim, "1a"), CreateResult::NameTaken);
-  EXPECT_EQ(dup(STDIN_FILENO), handle) << "something was left open";
-  close(handle);
-  EXPECT_EQ(Create(claim, "missing/1a"), CreateResult::Failed);
-  ASSERT_EQ(Create(claim, "1b"), CreateResult::Created);
-  fs::remove(Name("1b"));
-  std::ofstream(Name("1b")) << "theirs";
-  EXPECT_TRUE(files().Remove(Name("1b"), claim));
-  EXPECT_TRUE(fs::is_empty(claim.name));
-  files().DropClaim(claim, true);
-  EXPECT_EQ(fs::file_size(Name("1a")), 6U);
-  EXPECT_EQ(fs::file_size(Name("1b")), 6U);
-}
-
-TEST_F(FileClaimTest, FilesAreMadeWithoutAClaimWhereThereCanBeNone) {
+TEST_F(PosixFileClaimTest, FilesAreMadeWithoutAClaimWhereNothingCanBeMadeInOne) {
   FileClaim claim;
   {
     const mcbinning_tests::WithoutFileHandles limited;
@@ -143,26 +93,23 @@ TEST_F(FileClaimTest, FilesAreMadeWithoutAClaimWhereThereCanBeNone) {
     files().RemoveAbandoned(Prefix());
   }
   EXPECT_TRUE(directory_.IsEmpty());
-  EXPECT_FALSE(files().MakeClaim(Name("missing/"), claim));
-  files().RemoveAbandoned(Name("missing/"));
-  EXPECT_EQ(claim.handle, kNoFile);
   // A claim in which nothing can be made any more is as good as none.
   ASSERT_TRUE(files().MakeClaim(Prefix(), claim));
   fs::remove(claim.name);
-  EXPECT_EQ(Create(claim, "1a"), CreateResult::Created);
+  EXPECT_EQ(makeOurs(claim, Name("1a")), CreateResult::Created);
   EXPECT_TRUE(files().Remove(Name("1a"), claim));
   files().DropClaim(claim, true);
   EXPECT_TRUE(directory_.IsEmpty());
 }
 
-TEST_F(FileClaimTest, WhatAProcessThatEndedHadClaimedIsRemoved) {
+TEST_F(PosixFileClaimTest, WhatAProcessThatEndedHadClaimedIsRemoved) {
   const std::string abandoned = Abandon({"1a", "1b", "1c"});
   EXPECT_EQ(NumberOfEntries(), 4U);
   // Others' files of such names, in and beside the claim, one of them in place of a claimed one.
   fs::remove(Name("1b"));
-  std::ofstream(Name("1b")) << "theirs";
-  std::ofstream(Name("1d")) << "theirs";
-  std::ofstream(Name(abandoned + "/not-ours")) << "theirs";
+  MakeTheirs("1b");
+  MakeTheirs("1d");
+  MakeTheirs(abandoned + "/not-ours");
   files().RemoveAbandoned(Prefix());
   EXPECT_FALSE(fs::exists(Name("1a")));
   EXPECT_FALSE(fs::exists(Name("1c")));
@@ -173,10 +120,10 @@ TEST_F(FileClaimTest, WhatAProcessThatEndedHadClaimedIsRemoved) {
   EXPECT_EQ(NumberOfEntries(), 2U);
 }
 
-TEST_F(FileClaimTest, WhatAProcessOrItsForkedCopyStillHoldsIsLeft) {
+TEST_F(PosixFileClaimTest, WhatAProcessOrItsForkedCopyStillHoldsIsLeft) {
   FileClaim claim;
   ASSERT_TRUE(files().MakeClaim(Prefix(), claim));
-  ASSERT_EQ(Create(claim, "1a"), CreateResult::Created);
+  ASSERT_EQ(makeOurs(claim, Name("1a")), CreateResult::Created);
   std::array<int, 2> end{};
   ASSERT_EQ(pipe(end.data()), 0);
   const pid_t copy = StartChild([&] {
@@ -196,7 +143,7 @@ TEST_F(FileClaimTest, WhatAProcessOrItsForkedCopyStillHoldsIsLeft) {
   EXPECT_TRUE(directory_.IsEmpty());
 }
 
-TEST_F(FileClaimTest, OnlyOwnDirectoriesOfThatNameAreLookedInto) {
+TEST_F(PosixFileClaimTest, OnlyOwnDirectoriesOfThatNameAreLookedInto) {
   const std::string abandoned = Abandon({"1a"});
   fs::rename(Name(abandoned), Name("elsewhere"));
   fs::create_directory_symlink(Name("elsewhere"), Name("mcbinning-columns-aaaaaa"));
@@ -220,18 +167,18 @@ TEST_F(FileClaimTest, OnlyOwnDirectoriesOfThatNameAreLookedInto) {
 
 // Between its making and its lock a claim looks abandoned.
 
-TEST_F(FileClaimTest, AClaimRemovedBeforeItIsLockedIsMadeAnew) {
+TEST_F(PosixFileClaimTest, AClaimRemovedBeforeItIsLockedIsMadeAnew) {
   beforeLock = [this] { files().RemoveAbandoned(Prefix()); };
   FileClaim claim;
   ASSERT_TRUE(files().MakeClaim(Prefix(), claim));
-  ASSERT_EQ(Create(claim, "1a"), CreateResult::Created);
+  ASSERT_EQ(makeOurs(claim, Name("1a")), CreateResult::Created);
   EXPECT_TRUE(fs::exists(claim.name + "/1a"));
   EXPECT_EQ(NumberOfEntries(), 2U);
   EXPECT_TRUE(files().Remove(Name("1a"), claim));
   files().DropClaim(claim, true);
 }
 
-TEST_F(FileClaimTest, AClaimThatSomebodyLockedToRemoveItIsMadeAnew) {
+TEST_F(PosixFileClaimTest, AClaimThatSomebodyLockedToRemoveItIsMadeAnew) {
   int other = -1;
   beforeLock = [&] {
     other = open(Name(directory_.Entries().front()).c_str(), O_RDONLY);
@@ -246,7 +193,7 @@ TEST_F(FileClaimTest, AClaimThatSomebodyLockedToRemoveItIsMadeAnew) {
   files().DropClaim(claim, true);
 }
 
-TEST_F(FileClaimTest, AnAbandonedClaimIsLockedUntilItIsGone) {
+TEST_F(PosixFileClaimTest, AnAbandonedClaimIsLockedUntilItIsGone) {
   const std::string abandoned = Abandon({});
   beforeRemoval = [&] {
     const int owner = open(Name(abandoned).c_str(), O_RDONLY);
