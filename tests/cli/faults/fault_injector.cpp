@@ -121,6 +121,33 @@ extern "C" int open64(const char* path, int flags, ...) {
   return mustFail(counters[1], "open") ? -1 : real(path, flags, mode);
 }
 
+extern "C" int openat(int folder, const char* path, int flags, ...) {
+  static auto* const real = next<int(int, const char*, int, mode_t)>("openat");
+  std::va_list rest;
+  va_start(rest, flags);
+  const auto mode = static_cast<mode_t>((flags & O_CREAT) != 0 ? va_arg(rest, int) : 0);
+  va_end(rest);
+  return mustFail(counters[49], "openat") ? -1 : real(folder, path, flags, mode);
+}
+
+// Whatever the command, its argument goes through a register as wide as a pointer.
+extern "C" int fcntl(int file, int command, ...) {
+  static auto* const real = next<int(int, int, void*)>("fcntl");
+  std::va_list rest;
+  va_start(rest, command);
+  void* const argument = va_arg(rest, void*);
+  va_end(rest);
+  return mustFail(counters[50], "fcntl") ? -1 : real(file, command, argument);
+}
+extern "C" int fcntl64(int file, int command, ...) {
+  static auto* const real = next<int(int, int, void*)>("fcntl64");
+  std::va_list rest;
+  va_start(rest, command);
+  void* const argument = va_arg(rest, void*);
+  va_end(rest);
+  return mustFail(counters[50], "fcntl") ? -1 : real(file, command, argument);
+}
+
 // A descriptor is closed also when closing it fails.
 extern "C" int close(int file) {
   static auto* const real = next<int(int)>("close");
@@ -187,3 +214,14 @@ MCB_WRAP(40, ssize_t, -1, readlink, (const char* path, char* target, std::size_t
          (path, target, size))
 MCB_WRAP(41, int, -1, poll, (pollfd * files, nfds_t count, int milliseconds),
          (files, count, milliseconds))
+MCB_WRAP(42, DIR*, nullptr, fdopendir, (int file), (file))
+MCB_WRAP(43, dirent*, nullptr, readdir, (DIR * directory), (directory))
+MCB_WRAP(44, int, -1, faccessat, (int folder, const char* path, int mode, int flags),
+         (folder, path, mode, flags))
+MCB_WRAP(45, int, -1, fstatat, (int folder, const char* path, struct stat* status, int flags),
+         (folder, path, status, flags))
+MCB_WRAP(46, int, -1, linkat,
+         (int folder, const char* from, int otherFolder, const char* to, int flags),
+         (folder, from, otherFolder, to, flags))
+MCB_WRAP(47, int, -1, access, (const char* path, int mode), (path, mode))
+MCB_WRAP(48, char*, nullptr, getcwd, (char* path, std::size_t size), (path, size))
