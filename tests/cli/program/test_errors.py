@@ -295,7 +295,7 @@ class Files(ProgramTest):
 
     def test_models_that_cannot_be_read(self):
         self.file("deep.json", "[" * 100_000 + "]" * 100_000)
-        for arguments in (["show"], ["report"], ["export", "--to", "sql"]):
+        for arguments in (["show"], ["report"], ["export", "--to", "sql"], ["apply", LOANS]):
             command, *rest = arguments
             self.fail_with(DATA, "cannot open tmp: it is a directory", command, "tmp", *rest)
             self.fail_with(DATA, "deep.json: nested more than 100 deep: name a model that mcbin "

@@ -11,6 +11,7 @@ import errno
 import gzip
 import os
 import random
+import resource
 import shutil
 import sqlite3
 import subprocess
@@ -145,6 +146,9 @@ class Faults(ProgramTest):
             (COMMANDS[4], f"read:1:{errno.EIO}", "model.json: Input/output error"),
             (COMMANDS[0], f"mkdtemp:1:{errno.ENOSPC}",
              f"cannot make a temporary directory in {self.temporary}: No space left on device"),
+            (COMMANDS[3], f"write:1:{errno.ENOSPC}",
+             f"cannot write a temporary file in {self.temporary}: No space left on device"),
+            (COMMANDS[0], f"lseek64:2:{errno.EIO}", "d.csv: cannot be read a second time"),
             (COMMANDS[5], f"write:1:{errno.ENOSPC}", "cannot write out: No space left on device"),
         ):
             result, _ = self.run_with(command, MCB_FAULT=fault)
@@ -164,6 +168,33 @@ class Faults(ProgramTest):
                 points[function] += 1
             print(f"faults: {command.name}: {sum(points.values())} runs over {sum(counts.values())} "
                   f"calls: {dict(points)}", flush=True)
+
+
+class Memory(ProgramTest):
+    def test_a_limit_of_memory_ends_in_a_message(self):
+        """From one with which the program is loaded and no more up to one that does."""
+        self.file("d.csv", "a,b,t\n" + "".join(f"{i},{i % 977},{i % 7 > 2}\n" for i in range(50_000)))
+        fit = ["fit", "d.csv", "--target", "t", "-o"]
+        self.succeed(*fit, "whole.json")
+        said = collections.Counter()
+        for kilobytes in range(10_000, 400_000, 200):
+            size = kilobytes << 10
+            result = subprocess.run(
+                [MCBIN, *fit, "m.json"], cwd=self.directory, env=self.environment,
+                capture_output=True, text=True, check=False,
+                preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (size, size)))
+            self.assertEqual(list(self.temporary.iterdir()), [])
+            if result.returncode == 0:
+                break
+            self.assertFalse((self.directory / "m.json").exists())
+            if result.returncode != 127:  # not even loaded
+                self.assertIn(result.returncode, [1, 3], (kilobytes, result.stderr))
+                self.assertRegex(result.stderr.splitlines()[-1],
+                                 "^mcbin: .*(out of memory|Cannot allocate memory)$")
+                said[result.stderr.splitlines()[-1]] += 1
+        self.assertEqual((self.directory / "m.json").read_bytes(),
+                         (self.directory / "whole.json").read_bytes())
+        self.assertGreater(sum(said.values()), 5, said)
 
 
 if __name__ == "__main__":

@@ -114,6 +114,10 @@ class Shapes(ProgramTest):
         self.file("d.csv", "a,b\n1,1\n\n2,2\n\n\n3,3\n")
         self.assertEqual(self.fit("d.csv", "-e")["cases"]["read"], 3)
 
+    def test_many_blank_lines_are_no_long_row(self):
+        self.file("d.csv.gz", gzip.compress(b"a,b\n1,1\n" + b"\r\n" * (33 << 20) + b"2,2\n", 1))
+        self.assertEqual(self.fit("d.csv.gz", "-e")["cases"]["read"], 2)
+
     def test_blank_lines_of_one_column_are_missing_values(self):
         for header in ("", "\n\r\na\n"):
             arguments = [] if header else ["--no-header"]

@@ -138,6 +138,10 @@ class Streams(ProgramTest):
             "cannot make a temporary directory in /nonexistent: No such file or directory",
             *FIT,
         )
+        self.fail_with(
+            1, "cannot make a temporary file in /nonexistent: No such file or directory",
+            "fit", "-", "-e", stdin="a\n1\n",
+        )
 
 
 class Interrupts(ProgramTest):

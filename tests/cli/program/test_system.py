@@ -1,5 +1,6 @@
 """Signals, pipes, databases and what killed runs leave behind."""
 
+import gzip
 import os
 import signal
 import sqlite3
@@ -49,6 +50,20 @@ class Signals(ProgramTest):
         with subprocess.Popen(["sh", "-c", "(echo a; cat /dev/zero | tr '\\0' 1) > pipe"],
                               cwd=self.directory, stderr=subprocess.DEVNULL):
             self.check_ends(self.start("fit", "pipe", "-e"), "TERM")
+
+    def test_during_blank_lines(self):
+        with gzip.open(self.directory / "d.csv.gz", "wb", compresslevel=1) as file:
+            file.write(b"a,b\n" + b"\n" * 250_000_000)
+        self.check_ends(self.start("fit", "d.csv.gz", "-e"), "TERM")
+
+    def test_every_command_while_a_pipe_is_silent(self):
+        self.succeed("fit", LOANS, "-e", "-o", "m.json")
+        os.mkfifo(self.directory / "pipe")
+        for command in (["show", "pipe"], ["report", "pipe"], ["export", "pipe", "--to", "sql"],
+                        ["apply", "pipe", LOANS], ["apply", "m.json", "pipe"],
+                        ["fit", LOANS, "-e", "--cuts", "pipe"]):
+            with self.subTest(command):
+                self.check_ends(self.start(*command), "INT")
 
     def test_ignored_signals_stay_ignored(self):
         process = self.start("fit", "-", "-e", stdin=subprocess.PIPE,

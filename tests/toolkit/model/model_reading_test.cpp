@@ -80,6 +80,12 @@ const std::pair<std::string, std::function<void(Json&)>> kWrongValues[] = {
      [](Json& j) {
        j["target"]["evidence"] = {{"event", "maybe"}, {"adjustment", 1.0}};
      }},
+    {"m: target.evidence is for a target of two categories",
+     [](Json& j) {
+       j["target"]["categories"] = {"a", "b", "c"};
+       j["target"]["classWeights"] = {1.0, 1.0, 1.0};
+       j["target"]["evidence"] = {{"event", "a"}, {"adjustment", 1.0}};
+     }},
     {"m: attributes[0].cutsGiven must be true or false",
      [](Json& j) { j["attributes"][0]["cutsGiven"] = 1; }},
     {"m: target.evidence.adjustment must lie between 1e-100 and 1e+100",

@@ -143,7 +143,10 @@ void CsvReader::TakePiece(std::string_view piece, TableRow& row) {
   const bool endsCrLf = afterCr_ && piece == "\n";
   if (afterCr_ && !endsCrLf) ++line_;
   afterCr_ = piece.back() == '\r';
-  if (!rowOpen_) rowLine_ = line_;
+  if (!rowOpen_) {
+    rowLine_ = line_;
+    rowBytes_ = 0;
+  }
   const bool isBlank = piece == "\n" || piece == "\r\n" || piece == "\r";
   if (isBlank && blankIsRow_ && !rowOpen_ && !endsCrLf) {
     row.cells.emplace_back();
@@ -212,7 +215,6 @@ bool CsvReader::ReadRow(TableRow& row) {
   row.cells.clear();
   cellEnds_.clear();
   rowDone_ = false;
-  rowBytes_ = 0;
   while (!rowDone_ && !atEnd_) {
     if (bufferPosition_ == bufferSize_ && !FillBuffer()) {
       FinishLastRow();
