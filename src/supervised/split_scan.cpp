@@ -23,17 +23,18 @@
 //
 // t(L, R) is convex in L and so nowhere below its tangent at the middle of the stretch. Its slope
 // times L is the sum of slope times l_c, and slope * l_c - t(l_c, r_c) is concave in l_c and so
-// least at one of the ends. What is evaluated is the entropy itself, never the bound, so the result
-// is that of looking at every gap.
+// least at one of the ends. At a gap inside, the tangent less the terms there is a bound that needs
+// no further logarithm. What is evaluated is the entropy itself, never the bound, so the result is
+// that of looking at every gap.
 
 namespace MCBinning {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr double kRounding = 0x1p-53;                        // of one operation, relative
-constexpr std::size_t kFewCandidates = 8;                    // measured: more are no faster
-constexpr std::size_t kLogTableSize = std::size_t{1} << 14;  // small enough for the cache
-constexpr double kNotYet = -1.0;
+constexpr double kRounding = 0x1p-53;             // of one operation, relative
+constexpr std::size_t kFewCandidates = 8;         // measured: more are no faster
+constexpr std::uint32_t kLogTableSize = 1 << 14;  // small enough for the cache
+constexpr double kNotYet = -1.0;                  // no n log2 n is negative
 
 bool hasNegativeShare(const ClassCounts& counts) {
   return std::any_of(counts.begin() + 1, counts.end(),
@@ -48,6 +49,7 @@ double xLogX(double x) { return x != 0.0 ? x * roundedLog2(x) : 0.0; }
 SplitScan::SplitScan(const CandidateTable& table, const RunningCounts& counts)
     : table_(table), counts_(counts) {
   if (counts_.IsExact()) {
+    tableEnd_ = kLogTableSize;
     logTable_.assign(kLogTableSize, kNotYet);
   }
 }
@@ -66,9 +68,11 @@ bool SplitScan::IsExamined(std::size_t gap) const {
   return (gap <= last_ && !IsPure(gap - 1)) || (gap > first_ + 1 && !IsPure(gap - 2));
 }
 
-/// Unless the bound of the gap excludes it.
-void SplitScan::Evaluate(const Gap& gap) {
-  if (!IsExamined(gap.at) || LeastEntropyAt(gap) > best_.entropy) {
+/// Unless the bound excludes it that the tangent of its stretch gives.
+void SplitScan::Evaluate(const Gap& gap, const Tangent& tangent) {
+  const double least =
+      tangent.atZero + tangent.slope * (gap.counts.left[0] / weight_) - gap.sumOfTerms;
+  if (least > best_.entropy || !IsExamined(gap.at)) {
     return;
   }
   const double entropy = weightedEntropy(gap.counts.left, gap.counts.right);
@@ -82,7 +86,9 @@ void SplitScan::SetInterval(std::size_t first, std::size_t last) {
   first_ = first;
   last_ = last;
   weight_ = counts_.Total()[0];
+  inverseOfWeight_ = 1.0 / weight_;
   logOfWeight_ = roundedLog2(weight_);
+  exactSlack_ = SlackOfExactSums();
   best_ = {0, kInfinity, false};
   gaps_[0].at = first;
   gaps_[1].at = last + 1;
@@ -94,7 +100,7 @@ void SplitScan::SetInterval(std::size_t first, std::size_t last) {
 
 SplitScan::Split SplitScan::FindBest(std::size_t first, std::size_t last) {
   SetInterval(first, last);
-  Search(gaps_[0], gaps_[1], 2);
+  Search(gaps_[0], gaps_[1], TangentBetween(gaps_[0], gaps_[1]), 2);
   return best_;
 }
 
@@ -108,7 +114,8 @@ SplitScan::Bounds SplitScan::BoundStretches(std::size_t first, std::size_t last)
   for (std::size_t candidate = first; candidate <= last; ++candidate) {
     gaps_[2] = running_;
     MoveOn(running_);
-    bounds.leastEntropies.push_back(LeastEntropy(gaps_[2], running_));
+    bounds.leastEntropies.push_back(
+        LeastEntropy(gaps_[2], running_, TangentBetween(gaps_[2], running_)));
     if (candidate < last) {
       bounds.greatestBest = std::min(bounds.greatestBest,
                                      weightedEntropy(running_.counts.left, running_.counts.right));
@@ -119,9 +126,10 @@ SplitScan::Bounds SplitScan::BoundStretches(std::size_t first, std::size_t last)
 }
 
 /// Looks at the gaps after begin and before end.
-void SplitScan::Search(const Gap& begin, const Gap& end, std::size_t depth) {
+void SplitScan::Search(const Gap& begin, const Gap& end, const Tangent& tangent,
+                       std::size_t depth) {
   if (end.at - begin.at <= kFewCandidates) {
-    ScanAll(begin, end.at);
+    ScanAll(begin, end.at, tangent);
     return;
   }
   Gap& middle = gaps_[depth];
@@ -134,30 +142,32 @@ void SplitScan::Search(const Gap& begin, const Gap& end, std::size_t depth) {
     counts_.Move(begin.at, middle.at, middle.counts);
   }
   FillTerms(middle);
-  Evaluate(middle);
-  const double leastLeft = LeastEntropy(begin, middle);
-  const double leastRight = LeastEntropy(middle, end);
+  Evaluate(middle, tangent);
+  const Tangent ofLeft = TangentBetween(begin, middle);
+  const Tangent ofRight = TangentBetween(middle, end);
+  const double leastLeft = LeastEntropy(begin, middle, ofLeft);
+  const double leastRight = LeastEntropy(middle, end, ofRight);
   const auto searchLeft = [&] {
     if (!(leastLeft > best_.entropy)) {
-      Search(begin, middle, depth + 1);
+      Search(begin, middle, ofLeft, depth + 1);
     }
   };
   if (leastLeft <= leastRight) {
     searchLeft();
   }
   if (!(leastRight > best_.entropy)) {
-    Search(middle, end, depth + 1);
+    Search(middle, end, ofRight, depth + 1);
   }
   if (!(leastLeft <= leastRight)) {
     searchLeft();
   }
 }
 
-void SplitScan::ScanAll(const Gap& begin, std::size_t end) {
+void SplitScan::ScanAll(const Gap& begin, std::size_t end, const Tangent& tangent) {
   running_ = begin;
   while (running_.at < end) {
     MoveOn(running_);
-    Evaluate(running_);
+    Evaluate(running_, tangent);
   }
 }
 
@@ -186,49 +196,47 @@ void SplitScan::FillTerms(Gap& gap) {
 double SplitScan::Term(const SplitCounts& counts, std::size_t category) {
   const double left = counts.left[category + 1];
   const double right = counts.right[category + 1];
-  if (counts_.IsExact() && left + right < static_cast<double>(logTable_.size())) {
-    return (TableEntry(left) + TableEntry(right) - (left + right) * logOfWeight_) / weight_;
+  if (left + right < tableEnd_) {
+    return (TableEntry(left) + TableEntry(right) - (left + right) * logOfWeight_) *
+           inverseOfWeight_;
   }
   return xLogX(left / weight_) + xLogX(right / weight_);
 }
 
 double SplitScan::TableEntry(double count) {
-  double& entry = logTable_[static_cast<std::size_t>(count)];
-  if (entry == kNotYet) {
+  double& entry = logTable_[static_cast<std::uint32_t>(count)];
+  if (entry < 0.0) {
     entry = xLogX(count);
   }
   return entry;
 }
 
-/// Less than what is evaluated at a gap, or NaN when nothing is known.
-double SplitScan::LeastEntropyAt(const Gap& gap) const {
-  const double left = gap.counts.left[0] / weight_;
-  const double right = gap.counts.right[0] / weight_;
-  const double logLeft = roundedLog2(left);
-  const double logRight = roundedLog2(right);
-  return left * logLeft + right * logRight - gap.sumOfTerms - Slack(gap, gap, logLeft - logRight);
+/// Touches where half of the weight between two gaps is left.
+SplitScan::Tangent SplitScan::TangentBetween(const Gap& begin, const Gap& end) const {
+  const double left = (begin.counts.left[0] + end.counts.left[0]) / 2.0;
+  const double right = (begin.counts.right[0] + end.counts.right[0]) / 2.0;
+  const double logRight = roundedLog2(right / weight_);
+  const double slope = roundedLog2(left / weight_) - logRight;
+  return {logRight - Slack(begin, end, slope), slope};
 }
 
 /// Less than what is evaluated at any gap from begin to end can be, or NaN when nothing is known;
 /// infinity when all of that is NaN.
-double SplitScan::LeastEntropy(const Gap& begin, const Gap& end) const {
+double SplitScan::LeastEntropy(const Gap& begin, const Gap& end, const Tangent& tangent) const {
   const SplitCounts& from = begin.counts;
   const SplitCounts& to = end.counts;
   if (std::isnan(begin.sumOfTerms) && to.right[0] > 0.0 && hasNegativeShare(from.right)) {
     return kInfinity;  // counts only fall, so the logarithm of that share stays NaN
   }
-  const double middleLeft = (from.left[0] + to.left[0]) / 2.0 / weight_;
-  const double middleRight = (from.right[0] + to.right[0]) / 2.0 / weight_;
-  const double slope = roundedLog2(middleLeft) - roundedLog2(middleRight);
-  const double slopeOfCount = slope / weight_;
-  double least = xLogX(middleLeft) + xLogX(middleRight) - slope * middleLeft;
+  const double slopeOfCount = tangent.slope / weight_;
+  double least = tangent.atZero;
   for (std::size_t category = 0; category < begin.terms.size(); ++category) {
     least += std::min(slopeOfCount * from.left[category + 1] - begin.terms[category],
                       slopeOfCount * to.left[category + 1] - end.terms[category]);
   }
   // A bound without limit comes of a quotient that overflowed.
   return std::isfinite(least) && !std::isnan(end.sumOfTerms)
-             ? least - Slack(begin, end, slope)
+             ? least
              : std::numeric_limits<double>::quiet_NaN();
 }
 
@@ -240,7 +248,7 @@ double SplitScan::LeastEntropy(const Gap& begin, const Gap& end) const {
 ///   the k terms does, which are log k in sum: less than u ((k + 7) log k + 2).
 /// - The bound: shares up to 1 and slopes up to 54 (counts are whole and below 2^53) make k + 10
 ///   terms, each wrong by at most 80 u.
-/// - The table: W is below 2^53, so a term errs by 6 u 53 of its share, all of them by 318 u.
+/// - The table: W is below 2^53, so a term errs by 7 u 53 of its share, all of them by 371 u.
 /// - The terms that move on: at most 8 k are exchanged, each by two additions to a sum of at most
 ///   log (2 k): less than 16 u k log (2 k).
 ///
@@ -255,28 +263,32 @@ double SplitScan::LeastEntropy(const Gap& begin, const Gap& end) const {
 /// - The shares left and right of a category add up to a constant but for 2 m u. t(x, y) changes by
 ///   at most -d log d when an argument changes by d, twice per category: 2 k (-d log d), d = 4 m u.
 /// - The total of a side and the sum of its categories differ by up to 2 n u of that side on the
-///   left and of W on the right, which counts with the logarithms of both sides, with the slope s
-///   and with E itself: 4 n u (2 |log R_B| + |s| + 2 log k + 6) covers it.
+///   left and 4 n u of W on the right, which counts with the logarithms of both sides and of the
+///   shares where the tangent touches (on the right R_B or more), with its slope s and with E
+///   itself. As log k is at most 8, 4 n u (2 |log R_B| + |s| + 22) covers it.
 /// - A count below 0, left after subtracting rounded sums, gives no bound at B. At A it makes every
 ///   later entropy of the interval NaN, since counts only fall; such a stretch is left out.
 double SplitScan::Slack(const Gap& begin, const Gap& end, double slope) const {
+  if (counts_.IsExact()) {
+    return exactSlack_;
+  }
+  const auto rounding = [this](std::size_t from, std::size_t to) {
+    return 4.0 * kRounding * static_cast<double>(table_.FirstEntry(to) - table_.FirstEntry(from));
+  };
+  const double inStretch = rounding(begin.at, end.at);
+  const double inInterval = rounding(first_, last_ + 1);
+  const double logAtEnd = roundedLog2(end.counts.right[0] / weight_);
+  return exactSlack_ - 2.0 * static_cast<double>(table_.GetNCategories()) * xLogX(inStretch) +
+         inInterval * (2.0 * std::abs(logAtEnd) + std::abs(slope) + 22.0);
+}
+
+double SplitScan::SlackOfExactSums() const {
   if (!(weight_ <= std::numeric_limits<double>::max() / 2.0)) {
     return kInfinity;
   }
   const auto nCategories = static_cast<double>(table_.GetNCategories());
-  double slack = (nCategories + 16.0) * 256.0 * kRounding;
-  slack += 4.0 * std::numeric_limits<double>::denorm_min() / weight_;
-  if (!counts_.IsExact()) {
-    const auto rounding = [this](std::size_t from, std::size_t to) {
-      return 4.0 * kRounding * static_cast<double>(table_.FirstEntry(to) - table_.FirstEntry(from));
-    };
-    const double inStretch = rounding(begin.at, end.at);
-    const double inInterval = rounding(first_, last_ + 1);
-    slack -= 2.0 * nCategories * xLogX(inStretch);
-    slack += inInterval * (2.0 * std::abs(roundedLog2(end.counts.right[0] / weight_)) +
-                           std::abs(slope) + 2.0 * roundedLog2(nCategories) + 6.0);
-  }
-  return slack;
+  return (nCategories + 16.0) * 256.0 * kRounding +
+         4.0 * std::numeric_limits<double>::denorm_min() / weight_;
 }
 
 }  // namespace MCBinning

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 #include "supervised/candidate_table.h"
@@ -51,19 +52,26 @@ class SplitScan {
     double sumOfTerms = 0.0;    // NaN when a count is negative
   };
 
+  /// A tangent of t(L, R) over L, lowered by what rounding can make wrong (split_scan.cpp).
+  struct Tangent {
+    double atZero;
+    double slope;
+  };
+
   void SetInterval(std::size_t first, std::size_t last);
   bool IsPure(std::size_t candidate) const;
   bool IsExamined(std::size_t gap) const;
-  void Evaluate(const Gap& gap);
-  void Search(const Gap& begin, const Gap& end, std::size_t depth);
-  void ScanAll(const Gap& begin, std::size_t end);
+  void Evaluate(const Gap& gap, const Tangent& tangent);
+  void Search(const Gap& begin, const Gap& end, const Tangent& tangent, std::size_t depth);
+  void ScanAll(const Gap& begin, std::size_t end, const Tangent& tangent);
   void MoveOn(Gap& gap);
   void FillTerms(Gap& gap);
   double Term(const SplitCounts& counts, std::size_t category);
   double TableEntry(double count);
-  double LeastEntropyAt(const Gap& gap) const;
-  double LeastEntropy(const Gap& begin, const Gap& end) const;
+  Tangent TangentBetween(const Gap& begin, const Gap& end) const;
+  double LeastEntropy(const Gap& begin, const Gap& end, const Tangent& tangent) const;
   double Slack(const Gap& begin, const Gap& end, double slope) const;
+  double SlackOfExactSums() const;
 
   static constexpr std::size_t kDeepest = 40;  // halvings of 2^32 candidates
 
@@ -72,11 +80,14 @@ class SplitScan {
   std::size_t first_ = 0;
   std::size_t last_ = 0;
   double weight_ = 0.0;  // of the interval
+  double inverseOfWeight_ = 0.0;
   double logOfWeight_ = 0.0;
+  double exactSlack_ = 0.0;
   Split best_;
   std::array<Gap, kDeepest> gaps_;
   Gap running_;
   std::vector<double> logTable_;  // n log2 n, once it was needed; empty where sums are rounded
+  double tableEnd_ = -std::numeric_limits<double>::infinity();  // no count in it is as great
 };
 
 }  // namespace MCBinning
