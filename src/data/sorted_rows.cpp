@@ -87,7 +87,7 @@ void SortedRows::Fill(const CaseColumns& cases, std::size_t nCategories, bool wh
   if (!isPacked_) {
     counts = RowOrder<WideRow>().Fill(cases, wide_.get());
   } else {
-    ValueCounts fewValues(nCategories);
+    ValueCounts fewValues(nCategories, cases.values.size());
     counts = cases.values.size() >= kManyCases && fewValues.Count(cases)
                  ? fewValues.WriteRows(packed_.get())
                  : RowOrder<PackedRow>().Fill(cases, packed_.get());

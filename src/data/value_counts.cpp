@@ -3,58 +3,57 @@
 #include <mccomvor/missing_value.h>
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 
 namespace MCBinning {
 namespace {
 
-// Both tables fit into the second-level cache: 16 bytes a slot, 4 bytes a count.
-constexpr int kSlotBits = 14;
-constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
+// Both tables fit into the second-level cache: 16 bytes a slot, of which half stay free, 4 bytes a
+// count.
+constexpr std::size_t kMostValues = std::size_t{1} << 14;
 constexpr std::size_t kMostCounts = std::size_t{1} << 17;
 
-std::size_t firstSlotOf(RowKey key) {
-  // The golden ratio's bits spread keys that differ in few bits, as those of whole numbers do.
-  return (key * 0x9E3779B97F4A7C15U) >> (64 - kSlotBits);
-}
+// With fewer cases of each value, to find out in vain that values are many would cost too much.
+constexpr std::size_t kCasesPerValue = 16;
 
 }  // namespace
 
-ValueCounts::ValueCounts(std::size_t nCategories)
+ValueCounts::ValueCounts(std::size_t nCategories, std::size_t nCases)
     : nCategories_(nCategories),
-      mostValues_(std::min(kSlots / 4, kMostCounts / nCategories)),
-      slots_(kSlots) {}
+      mostValues_(std::min({kMostValues, kMostCounts / nCategories, nCases / kCasesPerValue})),
+      slots_(std::bit_ceil(std::max(2 * mostValues_, std::size_t{2}))),
+      slotShift_(64 - std::countr_zero(slots_.size())) {}
 
-bool ValueCounts::FindValue(RowKey key, std::size_t& value) {
-  std::size_t slot = firstSlotOf(key);
+/// The slot of a key, or the free one where it belongs.
+std::size_t ValueCounts::FindSlot(RowKey key) const {
+  // The golden ratio's bits spread keys that differ in few bits, as those of whole numbers do.
+  std::size_t slot = (key * 0x9E3779B97F4A7C15U) >> slotShift_;
   while (slots_[slot].key != key && slots_[slot].key != 0) {
-    slot = (slot + 1) % kSlots;
+    slot = (slot + 1) & (slots_.size() - 1);
   }
-  if (slots_[slot].key == 0) {
-    if (keys_.size() == mostValues_) {
-      return false;
-    }
-    slots_[slot] = {key, static_cast<std::uint32_t>(keys_.size())};
-    keys_.push_back(key);
-    counts_.resize(counts_.size() + nCategories_, 0);
-  }
-  value = slots_[slot].value;
-  return true;
+  return slot;
 }
 
 bool ValueCounts::Count(const CaseColumns& cases) {
   const double missing = MCMV::gMissingValue;
   for (std::size_t i = 0; i < cases.values.size(); ++i) {
     const double cell = cases.values[i];
-    std::size_t value = 0;
     if (cell == missing) {
       continue;
     }
-    if (cell != cell || !FindValue(keyOf(cell), value)) {
-      return false;
+    const RowKey key = keyOf(cell);
+    Slot& slot = slots_[FindSlot(key)];
+    if (slot.key == 0) {
+      if (keys_.size() == mostValues_ || cell != cell) {
+        return false;
+      }
+      slot = {key, static_cast<std::uint32_t>(keys_.size())};
+      keys_.push_back(key);
+      counts_.resize(counts_.size() + nCategories_, 0);
     }
     const std::size_t code = cases.codes != nullptr ? cases.codes[i] : 0;
-    counts_[value * nCategories_ + code] +=
+    counts_[slot.value * nCategories_ + code] +=
         cases.weights != nullptr ? static_cast<std::uint32_t>(cases.weights[i]) : 1;
   }
   return true;

@@ -13,7 +13,8 @@ namespace MCBinning {
 /// cache: where values are few (ages, ratings, counts), no row needs to be made or ordered.
 class ValueCounts {
  public:
-  explicit ValueCounts(std::size_t nCategories);
+  /// Of so many cases.
+  ValueCounts(std::size_t nCategories, std::size_t nCases);
 
   /// Whole-number weights only. False when the values are too many, which shows early where they
   /// come mixed, or one is NaN.
@@ -28,12 +29,13 @@ class ValueCounts {
     std::uint32_t value = 0;
   };
 
-  bool FindValue(RowKey key, std::size_t& value);
+  std::size_t FindSlot(RowKey key) const;
 
   std::size_t nCategories_;
   std::size_t mostValues_;
-  std::vector<Slot> slots_;
-  std::vector<RowKey> keys_;           // in order of first appearance
+  std::vector<Slot> slots_;   // a power of 2
+  int slotShift_;             // leaves of a number as many of the highest bits as slots need
+  std::vector<RowKey> keys_;  // in order of first appearance
   std::vector<std::uint32_t> counts_;  // value by value
 };
 
