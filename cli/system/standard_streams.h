@@ -8,6 +8,9 @@ namespace mcbin {
 /// of a standard stream and, with it, what is written there. Using such a stream stays an error.
 void openStandardStreams();
 
+/// The file that keeps nothing of what is written to it.
+const char* nullDevice();
+
 }  // namespace mcbin
 
 #endif

@@ -19,12 +19,14 @@ void openStandardStreams() {
     if (handle == kNoStream || reinterpret_cast<HANDLE>(handle) == INVALID_HANDLE_VALUE) {
       // The lowest free number is this one. Opened for the other direction, reading or writing
       // fails.
-      _open("NUL", descriptor == 0 ? _O_WRONLY : _O_RDONLY);
+      _open(nullDevice(), descriptor == 0 ? _O_WRONLY : _O_RDONLY);
     }
     // The same bytes as everywhere, line ends included.
     _setmode(descriptor, _O_BINARY);
   }
   SetConsoleOutputCP(CP_UTF8);
 }
+
+const char* nullDevice() { return "NUL"; }
 
 }  // namespace mcbin

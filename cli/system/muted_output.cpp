@@ -2,32 +2,28 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <io.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <iostream>
 
+#include "cli/system/standard_streams.h"
 #include "toolkit/errors.h"
 
 namespace mcbin {
-namespace {
 
-constexpr int kStandardOutput = 1;
-
-}  // namespace
-
-MutedStandardOutput::MutedStandardOutput() : kept_(_dup(kStandardOutput)) {
-  const int nowhere = kept_ < 0 ? -1 : _open("NUL", _O_WRONLY | _O_BINARY | _O_NOINHERIT);
+MutedStandardOutput::MutedStandardOutput() : kept_(::dup(STDOUT_FILENO)) {
+  const int nowhere = kept_ < 0 ? -1 : ::open(nullDevice(), O_WRONLY);
   if (nowhere < 0) {
     const int error = errno;
-    if (kept_ >= 0) _close(kept_);
-    throw DataError(fmt::format("cannot open NUL: {}", std::strerror(error)));
+    if (kept_ >= 0) ::close(kept_);
+    throw DataError(fmt::format("cannot open {}: {}", nullDevice(), std::strerror(error)));
   }
   std::fflush(stdout);
-  _dup2(nowhere, kStandardOutput);
-  _close(nowhere);
+  ::dup2(nowhere, STDOUT_FILENO);
+  ::close(nowhere);
 }
 
 MutedStandardOutput::~MutedStandardOutput() { Restore(); }
@@ -42,9 +38,9 @@ bool MutedStandardOutput::Restore() {
   if (kept_ < 0) return true;
   std::cout.flush();
   std::fflush(stdout);
-  const bool isBack = _dup2(kept_, kStandardOutput) >= 0;
+  const bool isBack = ::dup2(kept_, STDOUT_FILENO) >= 0;
   const int error = errno;
-  _close(kept_);
+  ::close(kept_);
   kept_ = -1;
   errno = error;
   return isBack;
