@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -276,6 +277,67 @@ TEST(SplitScanTest, ManySmallTablesGiveTheSplitOfThePlainScan) {
     expectPlainSplits(50 * categories, categories, one, 40);
     expectPlainSplits(50 * categories, categories, fraction, 40);
   }
+}
+
+double xLogX(double x) { return x > 0.0 ? x * std::log2(x) : 0.0; }
+
+/// The shares of the classes in a table's weight, up to each gap.
+std::vector<std::vector<double>> sharesUpTo(const CandidateTable& table) {
+  std::vector<std::vector<double>> shares(1, std::vector<double>(table.GetNCategories(), 0.0));
+  for (std::size_t candidate = 0; candidate < table.Size(); ++candidate) {
+    shares.push_back(shares.back());
+    for (std::size_t e = table.FirstEntry(candidate); e < table.FirstEntry(candidate + 1); ++e) {
+      shares.back()[table.Code(e)] += table.Weight(e);
+    }
+  }
+  const double total = std::accumulate(shares.back().begin(), shares.back().end(), 0.0);
+  for (std::vector<double>& counts : shares) {
+    for (double& count : counts) {
+      count /= total;
+    }
+  }
+  return shares;
+}
+
+/// The least entropy that a tangent leaves possible between two gaps, over the shares of the
+/// classes to their left.
+double tangentBound(const std::vector<double>& whole, const std::vector<double>& from,
+                    const std::vector<double>& to) {
+  const double left = (std::accumulate(from.begin(), from.end(), 0.0) +
+                       std::accumulate(to.begin(), to.end(), 0.0)) /
+                      2.0;
+  const double slope = std::log2(left) - std::log2(1.0 - left);
+  double bound = xLogX(left) + xLogX(1.0 - left) - slope * left;
+  for (std::size_t j = 0; j < whole.size(); ++j) {
+    bound += std::min(slope * from[j] - xLogX(from[j]) - xLogX(whole[j] - from[j]),
+                      slope * to[j] - xLogX(to[j]) - xLogX(whole[j] - to[j]));
+  }
+  return bound;
+}
+
+TEST(SplitScanTest, BoundsOfStretchesAreThoseOfTheTangentLessWhatRoundingCanDo) {
+  mcbinning_tests::forRandomRuns(100, [](Choices& choices) {
+    const int k = choices.Between(2, 5);
+    const auto rows = makeRows(choices.Pick(shapes()), choices.Between(20, 200), k, 4.0,
+                               choices.OneIn(2) ? whole : heavy, choices);
+    const mcbinning_tests::CandidatesOfRows table(rows, static_cast<std::size_t>(k));
+    RunningCounts counts(table);
+    counts.Start(0, table.Size() - 1);
+    const SplitScan::Bounds bounds = SplitScan(table, counts).BoundStretches(0, table.Size() - 1);
+    const double slack = (k + 16) * 256 * 0x1p-53;
+    const auto shares = sharesUpTo(table);
+    double best = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < table.Size(); ++i) {
+      EXPECT_NEAR(bounds.leastEntropies[i],
+                  tangentBound(shares.back(), shares[i], shares[i + 1]) - slack, slack / 30);
+      if (i > 0) {
+        best = std::min(best, tangentBound(shares.back(), shares[i], shares[i]));
+      }
+    }
+    if (table.Size() > 1) {
+      EXPECT_NEAR(bounds.greatestBest, best + slack, slack / 30);
+    }
+  });
 }
 
 }  // namespace
