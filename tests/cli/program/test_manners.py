@@ -100,13 +100,19 @@ class Streams(ProgramTest):
                          self.succeed(*FIT, "--json").stdout)
 
     def test_messages_that_nobody_gets_change_no_result(self):
-        expected = self.succeed(*FIT).stdout.encode()
-        with open("/dev/full", "wb") as full:
-            for options in ({"stderr": full}, {"preexec_fn": lambda: os.close(2)}):
-                result = subprocess.run([MCBIN, *FIT], stdout=subprocess.PIPE, check=False,
-                                        env=self.environment, **options)
-                self.assertEqual(result.stdout, expected)
-                self.assertEqual(result.returncode, 0)
+        """Neither those before the work nor those after it."""
+        self.succeed(*FIT, "-o", self.directory / "m.json")
+        self.file("d.csv", "x,t,w\n1,a,1\n2,b,0\n")
+        for command in (FIT, ["apply", "m.json", str(LOANS)],
+                        ["fit", "d.csv", "-t", "t", "-w", "w", "--threshold", "1", "--bins", "3"],
+                        ["fit", "d.csv", "-e", "--bins", "2", "-w", "w"]):
+            expected = self.run_program(*command)
+            with open("/dev/full", "wb") as full:
+                for options in ({"stderr": full}, {"preexec_fn": lambda: os.close(2)}):
+                    result = subprocess.run([MCBIN, *command], stdout=subprocess.PIPE, check=False,
+                                            cwd=self.directory, env=self.environment, **options)
+                    self.assertEqual(result.stdout.decode(), expected.stdout)
+                    self.assertEqual(result.returncode, expected.returncode)
 
     def test_the_model_alone_goes_to_standard_output(self):
         model = self.succeed(*FIT, "--json").stdout
