@@ -78,6 +78,7 @@ int run(int argc, char** argv) {
   mcbin::addShowCommand(program);
   mcbin::addExportCommand(program);
   mcbin::addReportCommand(program);
+  mcbin::addScoreCommand(program);
   mcbin::addHelpCommand(program);
   return parseAndRun(program, argc, argv);
 }

@@ -15,6 +15,7 @@ void addApplyCommand(CLI::App& program);
 void addShowCommand(CLI::App& program);
 void addExportCommand(CLI::App& program);
 void addReportCommand(CLI::App& program);
+void addScoreCommand(CLI::App& program);
 void addHelpCommand(CLI::App& program);
 
 }  // namespace mcbin

@@ -61,12 +61,37 @@ def test_the_summary_is_a_frame_of_the_kind_that_came_in(loans):
     assert index["credit_score"] < 0.01
 
 
+def test_scores_are_those_of_the_program(model, loans, mcbin, tmp_path):
+    saved = tmp_path / "model.json"
+    model.save(saved)
+    score = mb.score(model, loans)
+    for form, text in (
+        ("json", score.to_json()),
+        ("csv", score.to_csv()),
+        ("html", score.report()),
+        ("text", str(score)),
+    ):
+        written = tmp_path / form
+        mcbin("score", saved, loans, f"--to={form}", f"--output={written}")
+        assert text == written.read_text()
+
+
+def test_what_the_fit_never_saw_is_named(model, loans):
+    data = pd.read_csv(loans)
+    assert mb.score(model, data)["age"].unseen == ""
+    score = mb.score(model, data.assign(age=data["age"] + 100.0))["age"]
+    assert "above" in score.unseen
+    assert score.stability == "large shift"
+
+
 def test_without_target_and_weight_there_are_only_counts(model, loans):
     data = pd.read_csv(loans).drop(columns=["default", "weight"])
-    with pytest.raises(mb.DataError, match="no column default"):
+    with pytest.raises(
+        mb.DataError, match=r"no column default, the target: .* target or say target=False"
+    ):
         mb.score(model, data)
     score = mb.score(model, data, target=False, weight=False)
-    assert list(score.summary) == ["attribute", "stability_index"]
+    assert list(score.summary) == ["attribute", "stability_index", "stability"]
     assert score["age"].information_gain is None
     assert score["age"].table["weight"].sum() == 4000
 

@@ -74,8 +74,7 @@ Model modelOf(const FitRequest& request, const std::vector<ColumnPlan>& columns,
   model.program = "mcbin " MCBIN_VERSION;
   model.method = request.method;
   model.closedSide = request.closedSide;
-  model.source = {mcbin::asUtf8(request.input.data), asUtf8(request.input.table),
-                  asUtf8(request.input.query)};
+  model.source = sourceOf(request.input);
   model.options = optionsOf(request, columns);
   if (layout.targetColumn) {
     const ColumnPlan& column = columns[*layout.targetColumn];
@@ -129,6 +128,10 @@ void takeGivenBins(const CaseFeed& feed, const std::vector<ColumnPlan>& columns,
 }
 
 }  // namespace
+
+SourceModel sourceOf(const InputOptions& input) {
+  return {mcbin::asUtf8(input.data), asUtf8(input.table), asUtf8(input.query)};
+}
 
 PassResult runPass(const PassSetting& setting, const FeedLayout& layout, CaseSource& cases,
                    Monitor& monitor) {

@@ -14,6 +14,9 @@
 
 namespace mcbin {
 
+/// What a model calls the data of `input`.
+SourceModel sourceOf(const InputOptions& input);
+
 /// What passes over the same data share. Everything is borrowed.
 struct PassSetting {
   const FitRequest& request;

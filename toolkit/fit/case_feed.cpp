@@ -32,6 +32,13 @@ void add(WeightedCounts& counts, int code, double weight) {
 
 }  // namespace
 
+void failWeightOverflow(const CaseSource& cases, std::size_t column) {
+  throw DataError(
+      fmt::format("{}: the weights in column {} add up to more than a number can hold: "
+                  "divide them all by the same large number",
+                  cases.Where(), excerpt(cases.ColumnNames()[column])));
+}
+
 CaseFeed::CaseFeed(CaseSource& source, const std::vector<ColumnPlan>& columns,
                    const FeedLayout& layout, const TableScan& scan,
                    const std::vector<std::string>& naTexts, WeightRounding rounding, bool isTimed)
@@ -99,7 +106,7 @@ void CaseFeed::FillRecord() {
   ++(isUsed ? cases_.used : cases_.droppedForWeight);
   if (!isUsed) weight = 0.0;
   totalWeight_ += weight;
-  if (std::isinf(totalWeight_)) FailWeightOverflow();
+  if (std::isinf(totalWeight_)) failWeightOverflow(source_, *layout_.weightColumn);
   if (code >= 0) classWeights_[static_cast<std::size_t>(code)] += weight;
   if (layout_.targetColumn && code < 0) targetMissingWeight_ += weight;
   for (std::size_t a = 0; a < layout_.attributeColumns.size(); ++a) {
@@ -179,13 +186,6 @@ std::optional<double> CaseFeed::ReadValue(std::size_t column) {
 void CaseFeed::FailChanged(std::size_t column) const {
   throw DataError(fmt::format("{}: column {} changed while the data were read: run it again",
                               source_.Where(), excerpt(columns_[column].name)));
-}
-
-void CaseFeed::FailWeightOverflow() const {
-  throw DataError(
-      fmt::format("{}: the weights in column {} add up to more than a number can hold: "
-                  "divide them all by the same large number",
-                  source_.Where(), excerpt(columns_[*layout_.weightColumn].name)));
 }
 
 const WeightedCounts& CaseFeed::MissingCases(std::size_t attribute) const {

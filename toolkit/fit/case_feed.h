@@ -30,6 +30,9 @@ struct FeedLayout {
   ClosedSide closedSide = ClosedSide::Right;  ///< Of bins whose cut points are given.
 };
 
+/// The weights in that column, up to the case that `cases` stands at, add up to infinity.
+[[noreturn]] void failWeightOverflow(const CaseSource& cases, std::size_t column);
+
 /// Hands the cases of a source to the library, and counts on the way what the library does not tell
 /// apart: missing and user-missing values by target category, cases dropped for their weight. A
 /// failure while reading ends the cases; RethrowFailure brings it up after the run.
@@ -71,7 +74,6 @@ class CaseFeed : public BINCaseIterator {
   void FillAttribute(std::size_t attribute, int code, double weight);
   std::optional<double> ReadValue(std::size_t column);
   [[noreturn]] void FailChanged(std::size_t column) const;
-  [[noreturn]] void FailWeightOverflow() const;
 
   CaseSource& source_;
   const std::vector<ColumnPlan>& columns_;

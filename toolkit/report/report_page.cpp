@@ -4,7 +4,6 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
-#include <sstream>
 #include <vector>
 
 #include "toolkit/model/evidence.h"
@@ -12,7 +11,7 @@
 #include "toolkit/report/class_grouping.h"
 #include "toolkit/report/html_table.h"
 #include "toolkit/report/markup.h"
-#include "toolkit/report/page_style.h"
+#include "toolkit/report/page_frame.h"
 #include "toolkit/report/svg_charts.h"
 #include "toolkit/tables/model_tables.h"
 #include "toolkit/text/number_text.h"
@@ -27,23 +26,6 @@ std::size_t classCountOf(const Model& model) {
 std::string titleOf(const Model& model) {
   const std::string bins = "Bins of " + model.source.data;
   return model.target ? bins + " by " + model.target->name : bins;
-}
-
-void addHead(Markup& html, const Model& model) {
-  html.Raw("<!DOCTYPE html>\n").Open("html", {{"lang", "en"}}).LineEnd().Open("head").LineEnd();
-  html.Empty("meta", {{"charset", "utf-8"}}).LineEnd();
-  html.Empty("meta", {{"http-equiv", "Content-Security-Policy"},
-                      {"content", "default-src 'none'; style-src 'unsafe-inline'"}});
-  html.LineEnd();
-  html.Empty("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}});
-  html.LineEnd().Element("title", titleOf(model)).LineEnd();
-  html.Open("style").Raw(kPageStyle).Raw(classStyle(classCountOf(model))).Close().LineEnd();
-  html.Close().LineEnd();
-}
-
-void addLines(Markup& html, const std::string& text) {
-  std::istringstream lines(text);
-  for (std::string line; std::getline(lines, line);) html.Element("p", line).LineEnd();
 }
 
 /// " Neighbouring bins were joined until ...", empty without limits.
@@ -204,9 +186,8 @@ std::string reportPage(const Model& fitted) {
   const Model model = withReportClasses(fitted);
   const std::vector<std::size_t> ranked = rankByGain(model);
   Markup html;
-  addHead(html, model);
-  html.Open("body").LineEnd().Raw(classPatternsSvg(classCountOf(model))).LineEnd();
-  html.Element("h1", titleOf(model)).LineEnd();
+  const std::size_t classes = classCountOf(model);
+  openPage(html, titleOf(model), classStyle(classes), classPatternsSvg(classes));
   addLines(html, summaryText(model) + optionsText(model));
   addRanking(html, model, ranked);
   for (std::size_t i = 0; i < ranked.size(); ++i) {

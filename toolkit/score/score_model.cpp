@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "toolkit/errors.h"
+#include "toolkit/fit/case_feed.h"
 #include "toolkit/fit/column_scan.h"
 #include "toolkit/fit/target_classes.h"
 #include "toolkit/model/bin_lookup.h"
@@ -25,67 +26,119 @@ IBINVariable::BINWRoundingOption roundingOption(const Model& model) {
              : IBINVariable::TruncateToSmallerInt;
 }
 
+/// What the stability index compares.
+std::vector<WeightedCounts> rowsOf(const AttributeModel& attribute) {
+  std::vector<WeightedCounts> rows = attribute.bins;
+  rows.push_back(attribute.missingCases);
+  rows.push_back(attribute.userMissingCases);
+  return rows;
+}
+
 class Scorer {
  public:
   Scorer(const Model& model, const ScoreRequest& request, CaseSource& cases)
       : model_(model), cases_(cases), weightEncoder_(roundingOption(model)) {
-    if (request.target) {
-      if (!model.target) throw DataError("the model has no target, so it knows no classes");
-      target_ = ColumnOf(*request.target);
+    score_.counted = model;
+    score_.counted.source = request.source;
+    score_.counted.cases = {};
+    TakeTarget(request.target);
+    TakeWeight(request.weight);
+    for (AttributeModel& attribute : score_.counted.attributes) {
+      columns_.push_back(ColumnOf(attribute.name, ", which the model cuts"));
+      Clear(attribute);
     }
-    if (request.weight) weight_ = ColumnOf(*request.weight);
-    const WeightedCounts none{0.0, std::vector<double>(Classes(), 0.0)};
-    for (const AttributeModel& attribute : model.attributes) {
-      columns_.push_back(ColumnOf(attribute.name));
-      score_.attributes.emplace_back().rows.assign(attribute.bins.size() + 2, none);
-    }
+    score_.shifts.resize(columns_.size());
   }
 
   void Case() {
-    ++score_.cases.read;
+    CaseCounts& counts = score_.counted.cases;
+    ++counts.read;
     const std::optional<double> weight = Weight();
     if (!weight) {
-      ++score_.cases.droppedForWeight;
+      ++counts.droppedForWeight;
       return;
     }
-    ++score_.cases.used;
+    ++counts.used;
+    totalWeight_ += *weight;
+    if (std::isinf(totalWeight_)) failWeightOverflow(cases_, *weight_);
     const std::optional<std::size_t> code = Class();
-    if (code) ++withClass_;
+    if (target_) {
+      TargetModel& target = *score_.counted.target;
+      (code ? target.classWeights[*code] : target.missingWeight) += *weight;
+      withClass_ += code ? 1 : 0;
+    }
     for (std::size_t a = 0; a < columns_.size(); ++a) {
-      const std::size_t row = RowOf(a);
-      if (target_ && !code) continue;
-      WeightedCounts& counts = score_.attributes[a].rows[row];
-      counts.weight += *weight;
-      if (code) counts.classWeights[*code] += *weight;
+      const std::optional<double> value = Number(columns_[a]);
+      if (!target_ || code) Count(a, value, code, *weight);
     }
   }
 
   ModelScore Finish() {
-    if (score_.cases.used == 0) throw DataError("no case can be used");
+    if (score_.counted.cases.used == 0) throw DataError("no case can be used");
     if (target_ && withClass_ == 0) {
       throw DataError(fmt::format("no case has a category in the target {}",
                                   excerpt(cases_.ColumnNames()[*target_])));
     }
-    for (std::size_t a = 0; a < columns_.size(); ++a) Complete(model_.attributes[a], a);
+    for (std::size_t a = 0; a < columns_.size(); ++a) Complete(a);
     return std::move(score_);
   }
 
-  const CaseCounts& Cases() const { return score_.cases; }
+  std::uint64_t CasesRead() const { return score_.counted.cases.read; }
 
  private:
-  std::size_t Classes() const { return target_ ? model_.target->categories.size() : 0; }
+  void TakeTarget(const std::optional<std::string>& name) {
+    std::optional<TargetModel>& target = score_.counted.target;
+    if (!name) {
+      target.reset();
+      return;
+    }
+    if (!target) throw DataError("the model has no target, so it knows no classes");
+    target_ = ColumnOf(*name, ", the target: name another with --target or say --no-target");
+    target->name = *name;
+    target->classWeights.assign(target->categories.size(), 0.0);
+    target->missingWeight = 0.0;
+  }
 
-  std::size_t ColumnOf(const std::string& name) const {
+  void TakeWeight(const std::optional<std::string>& name) {
+    std::optional<WeightModel>& weight = score_.counted.weight;
+    if (!name) {
+      weight.reset();
+      return;
+    }
+    weight_ = ColumnOf(*name, ", the weights: name another with --weight or say --no-weight");
+    if (weight_ == target_) {
+      throw UsageError(
+          fmt::format("column {} cannot be named by --weight and by --target", excerpt(*name)));
+    }
+    if (!weight) weight.emplace();
+    weight->name = *name;
+  }
+
+  std::size_t ColumnOf(const std::string& name, const char* advice) const {
     const std::vector<std::string>& names = cases_.ColumnNames();
     const auto found = std::find(names.begin(), names.end(), name);
     if (found == names.end()) {
-      throw DataError(fmt::format("the data have no column {}", excerpt(name)));
+      throw DataError(fmt::format("the data have no column {}{}", excerpt(name), advice));
     }
     const auto column = static_cast<std::size_t>(found - names.begin());
     if (const std::string why = cases_.WhyUnfit(column); !why.empty()) {
       throw DataError(fmt::format("column {}: {}", excerpt(name), why));
     }
     return column;
+  }
+
+  /// Leaves the rules of the attribute and takes its counts away.
+  void Clear(AttributeModel& attribute) const {
+    const auto& target = score_.counted.target;
+    const WeightedCounts none{0.0, target ? target->classWeights : std::vector<double>()};
+    AttributeModel cleared;
+    cleared.name = attribute.name;
+    cleared.missing = attribute.missing;
+    cleared.cutPoints = attribute.cutPoints;
+    cleared.cutsGiven = attribute.cutsGiven;
+    cleared.bins.assign(attribute.bins.size(), none);
+    cleared.missingCases = cleared.userMissingCases = none;
+    attribute = std::move(cleared);
   }
 
   std::optional<double> Number(std::size_t column) {
@@ -131,43 +184,43 @@ class Scorer {
     return static_cast<std::size_t>(found - classes.begin());
   }
 
-  std::size_t RowOf(std::size_t attribute) {
-    const AttributeModel& model = model_.attributes[attribute];
-    const Placement placement = place(model, model_.closedSide, Number(columns_[attribute]));
-    if (placement.kind == Placement::Kind::Bin) return placement.bin;
-    return model.bins.size() + (placement.kind == Placement::Kind::Missing ? 0 : 1);
+  void Count(std::size_t position, std::optional<double> value, std::optional<std::size_t> code,
+             double weight) {
+    AttributeModel& counted = score_.counted.attributes[position];
+    const Placement placement = place(counted, model_.closedSide, value);
+    counted.totalWeightWithMissing += weight;
+    WeightedCounts& counts = placement.kind == Placement::Kind::Bin ? counted.bins[placement.bin]
+                             : placement.kind == Placement::Kind::Missing
+                                 ? counted.missingCases
+                                 : counted.userMissingCases;
+    counts.weight += weight;
+    if (code) counts.classWeights[*code] += weight;
+    if (placement.kind != Placement::Kind::Bin) return;
+    counted.totalWeight += weight;
+    counted.minimum = std::min(counted.minimum.value_or(*value), *value);
+    counted.maximum = std::max(counted.maximum.value_or(*value), *value);
+    const AttributeModel& fitted = model_.attributes[position];
+    AttributeShift& shift = score_.shifts[position];
+    if (fitted.minimum && *value < *fitted.minimum) shift.weightBelow += weight;
+    if (fitted.maximum && *value > *fitted.maximum) shift.weightAbove += weight;
   }
 
-  void Complete(const AttributeModel& model, std::size_t attribute) {
-    AttributeScore& score = score_.attributes[attribute];
-    std::vector<WeightedCounts> expected = model.bins;
-    expected.push_back(model.missingCases);
-    expected.push_back(model.userMissingCases);
+  void Complete(std::size_t position) {
+    AttributeModel& counted = score_.counted.attributes[position];
+    const std::vector<WeightedCounts> expected = rowsOf(model_.attributes[position]);
+    const std::vector<WeightedCounts> actual = rowsOf(counted);
     std::vector<WeightedCounts> pairs;
     for (std::size_t row = 0; row < expected.size(); ++row) {
-      const double both[] = {expected[row].weight, score.rows[row].weight};
-      pairs.push_back({both[0] + both[1], {both[0], both[1]}});
+      pairs.push_back({0.0, {expected[row].weight, actual[row].weight}});
     }
     // The same formula, with the two sets of cases in place of two classes.
-    score.stabilityIndex = evidenceOf(pairs, 0).informationValue;
+    const EvidenceTable stability = evidenceOf(pairs, 0);
+    AttributeShift& shift = score_.shifts[position];
+    shift.stabilityIndex = stability.informationValue;
+    for (const Evidence& row : stability.rows) shift.rowIndices.push_back(row.informationValue);
     if (!target_) return;
-    AttributeModel counted;
-    counted.cutPoints = model.cutPoints;
-    counted.bins.assign(score.rows.begin(), score.rows.end() - 2);
     counted.entropyBefore = entropyOf(sumOverBins(counted.bins));
-    counted.entropyAfter = EntropyWithin(counted.bins);
-    score.informationGain = counted.InformationGain();
-    score.evidence = evidenceOf(model_, score.rows);
-  }
-
-  static double EntropyWithin(const std::vector<WeightedCounts>& bins) {
-    double total = 0.0;
-    for (const WeightedCounts& bin : bins) total += bin.weight;
-    double entropy = 0.0;
-    for (const WeightedCounts& bin : bins) {
-      if (bin.weight > 0.0) entropy += bin.weight / total * entropyOf(bin.classWeights);
-    }
-    return entropy;
+    counted.entropyAfter = meanEntropy(counted.bins);
   }
 
   const Model& model_;
@@ -178,17 +231,23 @@ class Scorer {
   std::vector<std::size_t> columns_;
   ClassCodes codes_;             ///< Of the texts seen so far.
   std::uint64_t withClass_ = 0;  ///< Used cases with a class.
+  double totalWeight_ = 0.0;     ///< Of the used cases.
   ModelScore score_;
 };
 
 }  // namespace
+
+Stability stabilityOf(double stabilityIndex) {
+  if (stabilityIndex < 0.1) return Stability::Stable;
+  return stabilityIndex <= 0.25 ? Stability::SomeShift : Stability::LargeShift;
+}
 
 ModelScore scoreModel(const Model& model, const ScoreRequest& request, CaseSource& cases,
                       Monitor& monitor) {
   Scorer scorer(model, request, cases);
   while (cases.NextCase()) {
     scorer.Case();
-    const std::uint64_t read = scorer.Cases().read;
+    const std::uint64_t read = scorer.CasesRead();
     if (read % kReportInterval == 0) {
       monitor.ThrowIfStopped();
       monitor.Update("scoring cases", cases.ShareRead(), static_cast<double>(read), "cases");

@@ -156,8 +156,12 @@ TextTable rankingTable(const Model& model) {
 }
 
 std::string summaryText(const Model& model) {
+  return summaryText(model, model.target ? "Supervised binning of" : "Equal-frequency binning of");
+}
+
+std::string summaryText(const Model& model, const std::string& heading) {
   std::string text =
-      fmt::format("{} binning of {}: {}, {} used", model.target ? "Supervised" : "Equal-frequency",
+      fmt::format("{} {}: {}, {} used", heading,
                   model.source.data.empty() ? "the data" : visibleText(model.source.data),
                   plural(model.cases.read, "case"), model.cases.used);
   if (model.cases.droppedForWeight > 0) {

@@ -21,6 +21,8 @@ TextTable binTable(const Model& model, const AttributeModel& attribute);
 
 /// What was fitted, as lines: data, cases, weight, target.
 std::string summaryText(const Model& model);
+/// The same with other words in front of the data.
+std::string summaryText(const Model& model, const std::string& heading);
 
 /// How an attribute was cut: bins, distinct values, entropies.
 std::string binningSummary(const AttributeModel& attribute);

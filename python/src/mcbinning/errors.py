@@ -13,6 +13,8 @@ _OPTIONS = {
     "--exclude": "exclude",
     "--target": "target",
     "--weight": "weight",
+    "--no-target": "target=False",
+    "--no-weight": "weight=False",
     "--weight-rounding": "weight_rounding",
     "--type": "types",
     "--na": "na",

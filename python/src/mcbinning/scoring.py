@@ -39,6 +39,16 @@ class AttributeScore:
         return self._core.stability_index
 
     @property
+    def stability(self) -> str:
+        """The usual reading: ``stable`` below 0.1, ``some shift`` up to 0.25, ``large shift``."""
+        return self._core.stability
+
+    @property
+    def unseen(self) -> str:
+        """What the fit never saw: values beyond its range, bins without weight; empty if none."""
+        return self._core.unseen
+
+    @property
     def information_gain(self) -> float | None:
         """Entropy before cutting less entropy after, in bits; None without a target."""
         return self._core.information_gain
@@ -102,6 +112,7 @@ class Score(Mapping[str, AttributeScore]):
         columns: dict[str, Any] = {
             "attribute": list(self),
             "stability_index": [score.stability_index for score in self.values()],
+            "stability": [score.stability for score in self.values()],
         }
         if self._classes:
             columns["information_gain"] = [score.information_gain for score in self.values()]
@@ -114,8 +125,23 @@ class Score(Mapping[str, AttributeScore]):
     def __getitem__(self, name: str) -> AttributeScore:
         """Give the attribute of that name."""
         attribute = self._model[name]
-        core = self._core.attributes[list(self._model).index(name)]
+        core = self._core.attribute(self._model.core, list(self._model).index(name))
         return AttributeScore(attribute, core, self._classes)
+
+    def to_json(self) -> str:
+        """Give the score as JSON, as ``mcbin score --to json``."""
+        return self._core.export(self._model.core, "json")
+
+    def to_csv(self) -> str:
+        """Give the tables as one CSV."""
+        return self._core.export(self._model.core, "csv")
+
+    def report(self) -> str:
+        """Give the tables as one page of HTML."""
+        return self._core.export(self._model.core, "html")
+
+    def __str__(self) -> str:
+        return self._core.export(self._model.core, "text")
 
     def __iter__(self) -> Iterator[str]:
         return iter(self._model)

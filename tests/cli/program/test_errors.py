@@ -215,6 +215,11 @@ WRONG_USAGE = [
      "d.csv is no SQLite database: --table and --query do not apply to it"),
     (["fit", "d.csv", "--targt", "t"], "there is no option --targt; did you mean --target?"),
     (["fit", "d.csv", "e.csv", "-e"], "one argument too many: e.csv"),
+    (["score", "m.json"], "DATA is required"),
+    (["score", "-", "-"], "the model and the data cannot both come from standard input"),
+    (["score", "m.json", "d.csv", "--to", "sql"], "--to: sql not in {text,json,csv,html}"),
+    (["score", "m.json", "d.csv", "-t", "t", "--no-target"], "--target excludes --no-target"),
+    (["score", "m.json", "d.csv", "-w", "w", "--no-weight"], "--weight excludes --no-weight"),
     (["help"], "COMMAND is required"),
     (["help", "fot"], "there is no command fot; did you mean fit?"),
     (["help", "frobnicate"], "there is no command frobnicate"),
@@ -290,7 +295,8 @@ class Files(ProgramTest):
 
     def test_an_output_without_a_name_is_refused_before_the_work(self):
         for command in (["fit", "d.csv", "-e"], ["apply", "m.json", "d.csv"],
-                        ["export", "m.json", "--to", "sql"], ["report", "m.json"]):
+                        ["export", "m.json", "--to", "sql"], ["report", "m.json"],
+                        ["score", "m.json", "d.csv"]):
             self.fail_with(USAGE, "--output: the name of a file is not empty", *command, "-o", "")
 
     def test_models_that_cannot_be_read(self):
@@ -309,7 +315,9 @@ class Files(ProgramTest):
                 ("./d.csv", "the data", "apply", "m.json", "d.csv"),
                 ("./m.json", "the model", "apply", "m.json", "d.csv"),
                 ("./m.json", "the model", "export", "m.json", "--to", "sql"),
-                ("./m.json", "the model", "report", "m.json")):
+                ("./m.json", "the model", "report", "m.json"),
+                ("./m.json", "the model", "score", "m.json", "d.csv"),
+                ("./d.csv", "the data", "score", "m.json", "d.csv")):
             before = (self.directory / name).read_text()
             self.fail_with(USAGE, f"--output {name} is the file of {content}: name another",
                            *arguments, "-o", name)

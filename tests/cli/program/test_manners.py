@@ -10,7 +10,7 @@ import unittest
 
 from program import LOANS, MCBIN, ROOT, ProgramTest
 
-COMMANDS = ["fit", "apply", "show", "export", "report"]
+COMMANDS = ["fit", "apply", "show", "export", "report", "score"]
 FIT = ["fit", str(LOANS), "--target", "default", "--missing", "income=-1"]
 
 
@@ -125,7 +125,8 @@ class Streams(ProgramTest):
         model = (self.directory / "m.json").read_bytes()
         self.file("-", "no model")
         for command in (["show", "MODEL"], ["export", "MODEL", "--to", "sql"],
-                        ["report", "MODEL"], ["apply", "MODEL", str(LOANS)]):
+                        ["report", "MODEL"], ["apply", "MODEL", str(LOANS)],
+                        ["score", "MODEL", str(LOANS)]):
             from_file = self.succeed(*(a.replace("MODEL", "m.json") for a in command))
             from_input = self.succeed(*(a.replace("MODEL", "-") for a in command), stdin=model)
             self.assertEqual(from_input.stdout, from_file.stdout)

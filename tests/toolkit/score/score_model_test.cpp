@@ -11,6 +11,7 @@
 #include "toolkit/errors.h"
 #include "toolkit/fit/fit_model.h"
 #include "toolkit/fit/text_cases.h"
+#include "toolkit/model/model_json.h"
 
 namespace mcbin {
 namespace {
@@ -50,34 +51,35 @@ ModelScore scored(const Model& model, const Rows& rows, const ScoreRequest& requ
 
 TEST(ScoreModel, TheDataOfTheFitGiveTheTablesOfTheFit) {
   const Rows rows = someRows(0, 500);
-  const Model model = fitted(rows);
+  Model model = fitted(rows);
   const ModelScore score = scored(model, rows);
-  EXPECT_EQ(score.cases.read, model.cases.read);
-  EXPECT_EQ(score.cases.used, model.cases.used);
-  EXPECT_EQ(score.cases.droppedForWeight, model.cases.droppedForWeight);
-  const AttributeModel& attribute = model.attributes.front();
-  const AttributeScore& result = score.attributes.front();
-  ASSERT_EQ(attribute.bins.size(), 2U);
-  const std::vector<WeightedCounts> expected = {attribute.bins[0], attribute.bins[1],
-                                                attribute.missingCases, attribute.userMissingCases};
-  ASSERT_EQ(result.rows.size(), expected.size());
-  for (std::size_t row = 0; row < expected.size(); ++row) {
-    EXPECT_EQ(result.rows[row].weight, expected[row].weight);
-    EXPECT_EQ(result.rows[row].classWeights, expected[row].classWeights);
-  }
-  EXPECT_EQ(result.stabilityIndex, 0.0);
-  EXPECT_NEAR(*result.informationGain, attribute.InformationGain(), 1e-15);
+  AttributeModel& fitted = model.attributes.front();
+  ASSERT_EQ(fitted.bins.size(), 2U);
+  EXPECT_EQ(score.shifts.front().stabilityIndex, 0.0);
+  EXPECT_EQ(score.shifts.front().rowIndices, (std::vector{0.0, 0.0, 0.0, 0.0}));
+  EXPECT_EQ(score.shifts.front().weightBelow + score.shifts.front().weightAbove, 0.0);
+  const AttributeModel& counted = score.counted.attributes.front();
+  EXPECT_NEAR(counted.InformationGain(), fitted.InformationGain(), 1e-15);
+  // But for what a score does not tell, the counts make the model of the fit again.
+  model.source = {};
+  fitted.distinctValues = 0;
+  fitted.entropyBefore = counted.entropyBefore;
+  fitted.entropyAfter = counted.entropyAfter;
+  EXPECT_EQ(modelToJson(score.counted), modelToJson(model));
 }
 
 TEST(ScoreModel, EvidenceIsThatOfTheEventOfTheModel) {
   Model model = fitted(someRows(0, 500));
   model.target->evidence = EvidenceOptions{model.target->categories[0], 2.0};
   const Rows rows = {{"5", "", "0"}, {"5", "", "1"}, {"99", "", "1"}};
-  const AttributeScore score = scored(model, rows, {"t", {}}).attributes.front();
-  ASSERT_TRUE(score.evidence);
-  EXPECT_DOUBLE_EQ(score.evidence->rows[0].weightOfEvidence, std::log(0.5 / 1.0));
-  EXPECT_DOUBLE_EQ(score.evidence->rows[1].weightOfEvidence, std::log(1.5 / 2.0));
-  EXPECT_FALSE(scored(model, rows, {}).attributes.front().evidence);
+  const auto evidence = [&](const ScoreRequest& request) {
+    const Model counted = scored(model, rows, request).counted;
+    return evidenceOf(counted, counted.attributes.front());
+  };
+  ASSERT_TRUE(evidence({"t", {}}));
+  EXPECT_DOUBLE_EQ(evidence({"t", {}})->rows[0].weightOfEvidence, std::log(0.5 / 1.0));
+  EXPECT_DOUBLE_EQ(evidence({"t", {}})->rows[1].weightOfEvidence, std::log(1.5 / 2.0));
+  EXPECT_FALSE(evidence({}));
 }
 
 TEST(ScoreModel, TheStabilityIndexIsThatOfTheShares) {
@@ -90,13 +92,14 @@ TEST(ScoreModel, TheStabilityIndexIsThatOfTheShares) {
   const Rows rows = {{"5", "", "0"}, {"5", "", "0"}, {"99", "", "0"}, {"", "", "1"}};
   const ModelScore score = scored(model, rows, {});
   const auto term = [](double e, double a) { return (a - e) * std::log(a / e); };
-  EXPECT_NEAR(score.attributes.front().stabilityIndex,
+  EXPECT_NEAR(score.shifts.front().stabilityIndex,
               term(0.6, 0.5) + term(0.3, 0.25) + term(0.1, 0.25), 1e-14);
-  EXPECT_FALSE(score.attributes.front().informationGain);
+  EXPECT_FALSE(score.counted.target);
+  EXPECT_FALSE(score.counted.attributes.front().entropyBefore);
 
   attribute.userMissingCases.weight = 100.0;
   const double added = (0.0 - 0.5) * std::log((0.5 / 4.0) / (100.5 / 200.0));
-  EXPECT_NEAR(scored(model, rows, {}).attributes.front().stabilityIndex,
+  EXPECT_NEAR(scored(model, rows, {}).shifts.front().stabilityIndex,
               term(0.3, 0.5) + term(0.15, 0.25) + term(0.05, 0.25) + added, 1e-14);
 }
 
@@ -104,7 +107,31 @@ TEST(ScoreModel, NumbersAreTheSameClassHoweverTheyAreWritten) {
   const Model model = fitted(someRows(0, 500));
   const ModelScore score =
       scored(model, {{"5", "2", "0.0"}, {"5", "1.7", " 1e0 "}, {"5", "3", ""}});
-  EXPECT_EQ(score.attributes.front().rows.front().classWeights, (std::vector<double>{2.0, 1.0}));
+  EXPECT_EQ(score.counted.attributes.front().bins.front().classWeights,
+            (std::vector<double>{2.0, 1.0}));
+  EXPECT_EQ(score.counted.target->classWeights, (std::vector<double>{2.0, 1.0}));
+  EXPECT_EQ(score.counted.target->missingWeight, 3.0);
+}
+
+TEST(ScoreModel, ValuesBeyondThoseOfTheFitAreWeighed) {
+  const Model model = fitted(someRows(0, 500));
+  const AttributeModel& attribute = model.attributes.front();
+  const std::string least = std::to_string(static_cast<int>(*attribute.minimum));
+  const std::string most = std::to_string(static_cast<int>(*attribute.maximum));
+  const Rows rows = {{"-7", "2", "0"}, {"-1", "9", "0"},  {least, "9", "0"},
+                     {most, "9", "1"}, {"1e9", "3", "1"}, {"1e9", "5", ""}};
+  const ModelScore score = scored(model, rows);
+  EXPECT_EQ(score.shifts.front().weightBelow, 2.0);
+  EXPECT_EQ(score.shifts.front().weightAbove, 3.0);
+  EXPECT_EQ(score.counted.attributes.front().minimum, -7.0);
+  EXPECT_EQ(score.counted.attributes.front().maximum, 1e9);
+}
+
+TEST(ScoreModel, TheReadingOfAStabilityIndexChangesAtATenthAndAQuarter) {
+  EXPECT_EQ(stabilityOf(std::nextafter(0.1, 0.0)), Stability::Stable);
+  EXPECT_EQ(stabilityOf(0.1), Stability::SomeShift);
+  EXPECT_EQ(stabilityOf(0.25), Stability::SomeShift);
+  EXPECT_EQ(stabilityOf(std::nextafter(0.25, 1.0)), Stability::LargeShift);
 }
 
 TEST(ScoreModel, WhatCannotBeScoredIsNamed) {
@@ -116,7 +143,20 @@ TEST(ScoreModel, WhatCannotBeScoredIsNamed) {
             "table, line 1: the target t holds '2', which is no class of the model");
   EXPECT_EQ(message({{"5", "1", "0"}, {"five", "1", "0"}}),
             "table, line 2: column x holds 'five', which is no number that can be used");
-  EXPECT_EQ(message({{"5", "1", "0"}}, {"u", {}}), "the data have no column u");
+  EXPECT_EQ(message({{"5", "1", "0"}}, {"u", {}}),
+            "the data have no column u, the target: name another with --target or say --no-target");
+  EXPECT_EQ(message({{"5", "1", "0"}}, {"t", "v"}),
+            "the data have no column v, the weights: name another with --weight or say "
+            "--no-weight");
+  EXPECT_EQ(messageOf<DataError>([&] { scored(model, {}, {}, {"y"}); }),
+            "the data have no column x, which the model cuts");
+  EXPECT_EQ(messageOf<UsageError>([&] {
+              scored(model, {}, {"t", "t"});
+            }),
+            "column t cannot be named by --weight and by --target");
+  EXPECT_EQ(message({{"5", "1e308", "0"}, {"5", "1e308", "0"}}),
+            "table, line 2: the weights in column w add up to more than a number can hold: divide "
+            "them all by the same large number");
   EXPECT_EQ(message({{"5", "-1", "0"}, {"5", "", "0"}}), "no case can be used");
   EXPECT_EQ(message({{"5", "1", ""}}), "no case has a category in the target t");
   Model without = model;
