@@ -124,11 +124,16 @@ std::string sqlText(const std::string& text, SqlDialect dialect) {
   return result + "'";
 }
 
-std::string sqlAsText(const std::string& identifier, SqlDialect dialect) {
-  const char* const type = dialect == SqlDialect::Spark  ? "STRING"
-                           : dialect == SqlDialect::Ansi ? "VARCHAR(255)"
-                                                         : "VARCHAR";
-  return fmt::format("CAST({} AS {})", identifier, type);
+std::string sqlTrimmed(const std::string& identifier, SqlDialect dialect) {
+  switch (dialect) {
+    case SqlDialect::Ansi:
+      return fmt::format("TRIM(CAST({} AS VARCHAR(255)))", identifier);
+    case SqlDialect::Spark:
+      return fmt::format("TRIM(BOTH ' \\t' FROM CAST({} AS STRING))", identifier);
+    default:
+      return fmt::format("TRIM(CAST({} AS VARCHAR), ' ' || {}(9))", identifier,
+                         dialect == SqlDialect::Sqlite ? "CHAR" : "CHR");
+  }
 }
 
 std::string sqlAsNumber(const std::string& identifier, SqlDialect dialect) {

@@ -27,8 +27,9 @@ std::string sqlTableName(const std::string& text, SqlDialect dialect = SqlDialec
 /// A text in single quotes.
 std::string sqlText(const std::string& text, SqlDialect dialect = SqlDialect::Sqlite);
 
-/// The column `identifier` as a text and as a number.
-std::string sqlAsText(const std::string& identifier, SqlDialect dialect);
+/// The column `identifier` as a text without the blanks and tabs around it (only blanks in Ansi,
+/// which cannot name a tab), and as a number.
+std::string sqlTrimmed(const std::string& identifier, SqlDialect dialect);
 std::string sqlAsNumber(const std::string& identifier, SqlDialect dialect);
 
 /// A number that is read back as exactly `value`, which must not be NaN, by a database that reads

@@ -67,10 +67,13 @@ class Tables(ProgramTest):
         )
 
     def test_sql(self):
+        text = "TRIM(CAST(\"a|b\" AS VARCHAR), ' ' || CHAR(9))"
         self.assertEqual(
             self.succeed("export", "model.json", "--to", "sql", "--as", "interval").stdout,
-            '  CASE\n    WHEN "a|b" IS NULL OR TRIM(CAST("a|b" AS VARCHAR)) IN (\'\', \'NA\', '
+            f"  CASE\n    WHEN \"a|b\" IS NULL OR {text} IN ('', 'NA', "
             "'N/A', 'NaN', 'nan', 'NULL', 'null', '?') THEN 'missing'\n"
+            f"    WHEN LOWER({text}) IN ('inf', '+inf', 'infinity', '+infinity') THEN '(9, inf)'\n"
+            f"    WHEN LOWER({text}) IN ('-inf', '-infinity') THEN '(-inf, 9]'\n"
             "    WHEN CAST(\"a|b\" AS DOUBLE PRECISION) <= 9.0 THEN '(-inf, 9]'\n"
             "    ELSE '(9, inf)'\n  END AS \"a|b_bin\"\n",
         )
@@ -91,15 +94,19 @@ class Tables(ProgramTest):
                for dialect in ("sqlite", "postgresql", "duckdb", "spark", "ansi")}
         self.assertEqual(
             sql["spark"],
-            "SELECT *,\n  CASE\n    WHEN `a|b` IS NULL OR TRIM(CAST(`a|b` AS STRING)) IN ('', 'NA', "
+            "SELECT *,\n  CASE\n    WHEN `a|b` IS NULL OR TRIM(BOTH ' \\t' FROM CAST(`a|b` AS STRING)) "
+            "IN ('', 'NA', "
             "'N/A', 'NaN', 'nan', 'NULL', 'null', '?') THEN -1\n"
             "    WHEN CAST(`a|b` AS DOUBLE) <= 9e0 THEN 0\n    ELSE 1\n  END AS `a|b_bin`\n"
             "FROM `s`.`t`;\n")
-        for dialect, text, number in (("postgresql", "VARCHAR", "DOUBLE PRECISION"),
-                                      ("duckdb", "VARCHAR", "DOUBLE"),
-                                      ("ansi", "VARCHAR(255)", "DOUBLE PRECISION")):
-            expected = sql["sqlite"].replace("VARCHAR", text).replace("DOUBLE PRECISION", number)
-            self.assertEqual(sql[dialect], expected.replace("9.0", "9e0"))
+        for dialect, text, number in (
+                ("postgresql", "AS VARCHAR), ' ' || CHR(9))", "DOUBLE PRECISION"),
+                ("duckdb", "AS VARCHAR), ' ' || CHR(9))", "DOUBLE"),
+                ("ansi", "AS VARCHAR(255)))", "DOUBLE PRECISION")):
+            expected = sql["sqlite"].replace("AS VARCHAR), ' ' || CHAR(9))", text)
+            expected = expected.replace("DOUBLE PRECISION", number).replace("9.0", "9e0")
+            lines = [line for line in expected.splitlines(True) if "LOWER" not in line]
+            self.assertEqual(sql[dialect], "".join(lines))
 
     def test_output_file(self):
         self.succeed("export", "model.json", "--to", "csv", "-o", "out.csv")
@@ -181,7 +188,8 @@ class Sql(ProgramTest):
 
     def test_texts_are_placed_as_apply_places_them(self):
         """As a database holds a CSV file that it imported."""
-        cells = ["10", "9", "9.5", "1e1", "-3", " 12 ", "100", "99", "99.0", "", "NA", "?", "-1e-3"]
+        cells = ["10", "9", "9.5", "1e1", "-3", " 12 ", "100", "99", "99.0", "", "NA", "?", "-1e-3",
+                 "\t10", "-3 \t", "\t", "\t ?", "inf", "+Infinity", " -INF", "-infinity\t"]
         self.model([2, 9, 10], "right", values=[99])
         data = self.file("cells.csv", "x\n" + "".join(f'"{cell}"\n' for cell in cells))
         applied = self.succeed("apply", "model.json", data).stdout.splitlines()[1:]

@@ -58,7 +58,8 @@ class PostgreSql(ProgramTest):
             self.assertEqual(found, expected, (type_, style))
 
     def test_texts(self):
-        self.check("text", ["10", "9", "9.5", "1e1", "-3", " 12 ", "99", "99.0", "", "NA", "?"])
+        self.check("text", ["10", "9", "9.5", "1e1", "-3", " 12 ", "99", "99.0", "", "NA", "?",
+                            "\t12", "3\t", "\t", " \tNA", "inf", "-Infinity", "+INF"])
 
     def test_numbers(self):
         numbers = ["10", "9", "9.000000000000002", "-1e-3", "99", "", "1e300", "inf", "-1"]

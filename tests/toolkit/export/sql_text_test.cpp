@@ -45,8 +45,8 @@ TEST(SqlTextTest, DialectsDiffer) {
             "CAST('-Infinity' AS DOUBLE PRECISION)");
   EXPECT_EQ(mcbin::sqlNumber(kInfinity, SqlDialect::Spark), "CAST('Infinity' AS DOUBLE)");
   EXPECT_THROW(mcbin::sqlNumber(kInfinity, SqlDialect::Ansi), mcbin::DataError);
-  EXPECT_EQ(mcbin::sqlAsText("x", SqlDialect::Ansi), "CAST(x AS VARCHAR(255))");
-  EXPECT_EQ(mcbin::sqlAsText("x", SqlDialect::Spark), "CAST(x AS STRING)");
+  EXPECT_EQ(mcbin::sqlTrimmed("x", SqlDialect::Ansi), "TRIM(CAST(x AS VARCHAR(255)))");
+  EXPECT_EQ(mcbin::sqlTrimmed("x", SqlDialect::Spark), "TRIM(BOTH ' \\t' FROM CAST(x AS STRING))");
 }
 
 TEST(SqlTextTest, ANumberThatSqliteMisreadsGetsMoreDigits) {

@@ -27,6 +27,7 @@ class CaseWriter {
     sql_ = "  CASE\n";
     const std::string missing = Label(labels, {Placement::Kind::Missing, 0});
     AddMissing(column, number, missing);
+    if (dialect_ == SqlDialect::Sqlite) AddInfinite(column, attribute, labels);
     AddUserMissing(number, attribute.missing, Label(labels, {Placement::Kind::UserMissing, 0}));
     const char* const sign = model_.closedSide == ClosedSide::Right ? "<=" : "<";
     for (std::size_t bin = 0; bin < attribute.cutPoints.size(); ++bin) {
@@ -64,11 +65,23 @@ class CaseWriter {
       double value = 0.0;
       if (readNumber(text, value) == NumberReading::Number) numbers.push_back(Number(value));
     }
-    AddWhen(
-        fmt::format("{} IS NULL OR TRIM({}) IN ({})", column, sqlAsText(column, dialect_), texts),
-        label);
+    AddWhen(fmt::format("{} IS NULL OR {} IN ({})", column, sqlTrimmed(column, dialect_), texts),
+            label);
     if (!numbers.empty()) {
       AddWhen(fmt::format("{} IN ({})", number, fmt::join(numbers, ", ")), label);
+    }
+  }
+
+  /// SQLite casts the texts of infinity to 0.
+  void AddInfinite(const std::string& column, const AttributeModel& attribute,
+                   const BinLabels& labels) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const std::string text = fmt::format("LOWER({})", sqlTrimmed(column, dialect_));
+    for (const auto& [texts, value] :
+         {std::pair{"'inf', '+inf', 'infinity', '+infinity'", kInfinity},
+          std::pair{"'-inf', '-infinity'", -kInfinity}}) {
+      AddWhen(fmt::format("{} IN ({})", text, texts),
+              Label(labels, place(attribute, model_.closedSide, value)));
     }
   }
 
