@@ -47,7 +47,7 @@ class Planner {
     Exclude();
     TakeTargetAndWeight();
     for (const std::string& text : request_.types) DeclareType(text);
-    for (const GivenCuts& cuts : request_.cuts) TakeCuts(cuts);
+    TakeAllCuts();
     for (const std::string& text : request_.missing) DeclareMissing(text);
     DeclareTargetMissing();
     for (const std::string& text : request_.missingRanges) DeclareRange(text);
@@ -122,13 +122,36 @@ class Planner {
     column.declaredType = declared;
   }
 
+  void TakeAllCuts() {
+    bool hasModel = false;
+    for (const GivenCuts& cuts : request_.cuts) {
+      hasModel = hasModel || cuts.closedSide;
+      TakeCuts(cuts);
+    }
+    const auto isOfModel = [](const ColumnPlan& column) { return column.cutsOfModel; };
+    if (hasModel && std::none_of(columns_.begin(), columns_.end(), isOfModel)) {
+      throw DataError("--cuts: no attribute of the model is a column to be cut");
+    }
+  }
+
+  /// The column that is to get the cut points; null when it is one of a model that is not cut now.
+  ColumnPlan* ColumnOf(const GivenCuts& cuts) {
+    if (!cuts.closedSide) return &columns_[findColumn(names_, cuts.column, "--cuts")];
+    const auto column = std::find_if(columns_.begin(), columns_.end(), [&](const auto& plan) {
+      return plan.name == cuts.column && plan.use == ColumnUse::Attribute;
+    });
+    return column == columns_.end() ? nullptr : &*column;
+  }
+
   void TakeCuts(const GivenCuts& cuts) {
     if (cuts.closedSide && *cuts.closedSide != request_.closedSide) {
       throw UsageError(*cuts.closedSide == ClosedSide::Left
                            ? "--cuts: the bins of the model are [a, b): say --left-closed"
                            : "--cuts: the bins of the model are (a, b]: leave --left-closed out");
     }
-    ColumnPlan& column = columns_[findColumn(names_, cuts.column, "--cuts")];
+    ColumnPlan* const found = ColumnOf(cuts);
+    if (found == nullptr) return;
+    ColumnPlan& column = *found;
     if (column.use != ColumnUse::Attribute) {
       throw UsageError(fmt::format("--cuts: column {} is not to be cut: {}", excerpt(column.name),
                                    column.use == ColumnUse::Target   ? "it is the target"
@@ -139,6 +162,7 @@ class Planner {
       throw UsageError(fmt::format("--cuts: column {} is given twice", excerpt(column.name)));
     }
     column.cutPoints = cuts.cutPoints;
+    column.cutsOfModel = cuts.closedSide.has_value();
   }
 
   void DeclareMissing(const std::string& text) {
@@ -272,7 +296,7 @@ void applyScan(const TableScan& scan, const std::string& data, std::vector<Colum
     if (column.use != ColumnUse::Attribute) continue;
     column.reason = reasonNotToCut(column, scan.columns[c]);
     if (column.reason.empty()) continue;
-    if (column.namedByUser || column.cutPoints) {
+    if (column.namedByUser || (column.cutPoints && !column.cutsOfModel)) {
       throw DataError(fmt::format("{} {}: the column cannot be cut: {}",
                                   column.namedByUser ? "--attribute" : "--cuts",
                                   excerpt(column.name), column.reason));

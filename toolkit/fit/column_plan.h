@@ -20,6 +20,7 @@ struct ColumnPlan {
   bool namedByUser = false;                      ///< By its very name or number, not by a pattern.
   std::optional<ColumnType> declaredType;        ///< With --type.
   std::optional<std::vector<double>> cutPoints;  ///< Given with --cuts.
+  bool cutsOfModel = false;                      ///< Given by a model, which need not fit.
   std::string reason;                            ///< Why it is left out.
   MissingRules missing;                          ///< Of an attribute or the weight.
   std::vector<std::string> missingTexts;         ///< As given; what the target's are compared with.

@@ -12,9 +12,9 @@
 namespace mcbin {
 
 struct GivenCuts {
-  std::string column;             ///< Name or number.
+  std::string column;             ///< Name or number; of a model the very name.
   std::vector<double> cutPoints;  ///< Strictly ascending; may be none.
-  /// Of the model that they are from.
+  /// Of the model that they are from. Columns that are not cut now it may name, too.
   std::optional<ClosedSide> closedSide = {};
 };
 

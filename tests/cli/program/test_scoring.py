@@ -110,6 +110,22 @@ class Cuts(ProgramTest):
                     self.assertAlmostEqual(mine.pop(name), other[name], delta=1e-12)
                 self.assertEqual(mine, {name: other[name] for name in mine})
 
+    def test_a_model_may_have_attributes_that_are_not_cut_now(self):
+        self.file("small.csv", SMALL)
+        self.succeed("fit", "small.csv", "-t", "t", "--cuts", "x=5", "--cuts", "y=1", "-o", "m.json")
+        for options in (["-x", "y"], ["-a", "x"], ["-w", "y"], ["--type", "y=category"]):
+            model = self.fit("small.csv", "-t", "t", "--cuts", "m.json", *options)
+            self.assertEqual([(a["name"], a["cutPoints"]) for a in model["attributes"]],
+                             [("x", [5])])
+        # Nor is a name taken for a number.
+        self.file("other.csv", "x,z,u,t\n1,2,3,a\n6,5,4,b\n")
+        model = json.loads((self.directory / "m.json").read_text().replace('"y"', '"3"'))
+        self.file("m.json", json.dumps(model))
+        model = self.fit("other.csv", "-t", "t", "--cuts", "m.json")
+        self.assertEqual([a["name"] for a in model["attributes"] if "cutsGiven" in a], ["x"])
+        self.fail_with(1, "--cuts: no attribute of the model is a column to be cut",
+                       "fit", "other.csv", "-t", "t", "-a", "z", "--cuts", "m.json")
+
     def test_given_cuts_beside_searched_attributes(self):
         self.file("small.csv", SMALL)
         for side, weights in (([], [6, 14]), (["--left-closed"], [5, 15])):
