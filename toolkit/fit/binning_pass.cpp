@@ -89,7 +89,6 @@ Model modelOf(const FitRequest& request, const std::vector<ColumnPlan>& columns,
     AttributeModel attribute;
     attribute.name = columns[c].name;
     attribute.missing = columns[c].missing;
-    attribute.cutsGiven = columns[c].cutPoints.has_value();
     model.attributes.push_back(std::move(attribute));
   }
   for (const ColumnPlan& column : columns) {
@@ -110,16 +109,12 @@ void takeCounts(const CaseFeed& feed, Model& model) {
   }
 }
 
-/// Puts the bins between given cut points in place of those that the library found: its record
-/// says everything else.
-void takeGivenBins(const CaseFeed& feed, const std::vector<ColumnPlan>& columns,
-                   const FeedLayout& layout, Model& model) {
+void takeGivenAttributes(CaseFeed& feed, Model& model) {
   for (std::size_t a = 0; a < model.attributes.size(); ++a) {
+    std::optional<AttributeModel> given = feed.GivenAttribute(a);
+    if (!given) continue;
     AttributeModel& attribute = model.attributes[a];
-    if (!attribute.cutsGiven) continue;
-    attribute.cutPoints = *columns[layout.attributeColumns[a]].cutPoints;
-    attribute.bins = feed.GivenBins(a);
-    attribute.miscountedWeight = 0.0;
+    attribute = std::move(*given);
     attribute.status = {0, Severity::Ok, "cut points given"};
     if (!model.target) continue;
     attribute.entropyBefore = entropyOf(sumOverBins(attribute.bins));
@@ -142,7 +137,7 @@ PassResult runPass(const PassSetting& setting, const FeedLayout& layout, CaseSou
                 setting.timesFeed);
   runLibrary(feed, setting.scan.rows, monitor, result.model);
   takeCounts(feed, result.model);
-  takeGivenBins(feed, setting.columns, layout, result.model);
+  takeGivenAttributes(feed, result.model);
   if (result.model.cases.read != setting.scan.rows) failChanged(setting);
   result.neverMet = feed.NeverMet();
   result.feedSeconds = feed.Seconds();

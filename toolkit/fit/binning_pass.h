@@ -27,8 +27,8 @@ struct PassSetting {
 
 struct PassResult {
   Model model;
-  std::vector<std::string> neverMet;  ///< CaseFeed::NeverMet.
-  double feedSeconds = 0.0;           ///< CaseFeed::Seconds.
+  Notes neverMet;            ///< CaseFeed::NeverMet.
+  double feedSeconds = 0.0;  ///< CaseFeed::Seconds.
 };
 
 /// Goes over the cases, in front of the first of which `cases` stands, and bins the attributes of

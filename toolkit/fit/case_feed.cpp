@@ -7,7 +7,6 @@
 #include <cmath>
 
 #include "toolkit/errors.h"
-#include "toolkit/model/bin_lookup.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
@@ -56,8 +55,14 @@ CaseFeed::CaseFeed(CaseSource& source, const std::vector<ColumnPlan>& columns,
   missing_.assign(layout.attributeColumns.size(), none);
   userMissing_ = missing_;
   for (const std::size_t column : layout.attributeColumns) {
-    const auto& cutPoints = columns[column].cutPoints;
-    givenBins_.emplace_back(cutPoints ? cutPoints->size() + 1 : 0, none);
+    std::optional<Given>& given = given_.emplace_back();
+    if (!columns[column].cutPoints) continue;
+    AttributeModel attribute;
+    attribute.name = columns[column].name;
+    attribute.missing = columns[column].missing;
+    attribute.cutPoints = *columns[column].cutPoints;
+    attribute.cutsGiven = true;
+    given = Given{withoutCases(attribute, classWeights_.size()), {}};
   }
 }
 
@@ -144,22 +149,33 @@ void CaseFeed::FillAttribute(std::size_t attribute, int code, double weight) {
   const std::optional<double> value = ReadValue(column);
   const std::size_t cell =
       attribute + (layout_.targetColumn ? 1 : 0) + (layout_.weightColumn ? 1 : 0);
-  record_[static_cast<int>(cell)] = value.value_or(MCMV::gMissingValue);
+  std::optional<Given>& given = given_[attribute];
+  record_[static_cast<int>(cell)] =
+      given ? MCMV::gMissingValue : value.value_or(MCMV::gMissingValue);
   const bool isDeclared = value && columns_[column].missing.Contains(*value);
   if (isDeclared) declared_[column].Meet(*value);
   if (layout_.targetColumn && code < 0) return;
+  if (given) {
+    if (weight > 0.0) Count(*given, value, code, weight);
+    return;
+  }
   if (!value) add(missing_[attribute], code, weight);
   if (isDeclared) add(userMissing_[attribute], code, weight);
-  if (!value || isDeclared || givenBins_[attribute].empty()) return;
-  const std::size_t bin = binOf(*columns_[column].cutPoints, layout_.closedSide, *value);
-  add(givenBins_[attribute][bin], code, weight);
 }
 
-std::vector<std::string> CaseFeed::NeverMet() const {
-  std::vector<std::string> notes;
+void CaseFeed::Count(Given& given, std::optional<double> value, int code, double weight) const {
+  const auto known = code < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(code));
+  const Placement placement = countCase(given.counted, layout_.closedSide, value, known, weight);
+  if (placement.kind == Placement::Kind::Bin) given.values.Add(*value);
+}
+
+Notes CaseFeed::NeverMet() const {
+  Notes notes;
   for (std::size_t column = 0; column < declared_.size(); ++column) {
     if (columns_[column].use == ColumnUse::LeftOut) continue;
-    for (std::string& note : declared_[column].NeverMet()) notes.push_back(std::move(note));
+    for (auto& [position, note] : declared_[column].NeverMet()) {
+      notes.emplace(std::pair(column, position), note);
+    }
   }
   return notes;
 }
@@ -196,8 +212,12 @@ const WeightedCounts& CaseFeed::UserMissingCases(std::size_t attribute) const {
   return userMissing_[attribute];
 }
 
-const std::vector<WeightedCounts>& CaseFeed::GivenBins(std::size_t attribute) const {
-  return givenBins_[attribute];
+std::optional<AttributeModel> CaseFeed::GivenAttribute(std::size_t attribute) {
+  if (!given_[attribute]) return std::nullopt;
+  Given& given = *given_[attribute];
+  given.counted.distinctValues = static_cast<std::uint32_t>(given.values.Count());
+  given.counted.totalWeightWithMissing = totalWeight_;
+  return given.counted;
 }
 
 }  // namespace mcbin

@@ -9,10 +9,13 @@
 #include <chrono>
 #include <cstddef>
 #include <exception>
+#include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "toolkit/fit/case_count.h"
 #include "toolkit/fit/case_source.h"
 #include "toolkit/fit/column_plan.h"
 #include "toolkit/fit/column_scan.h"
@@ -30,12 +33,16 @@ struct FeedLayout {
   ClosedSide closedSide = ClosedSide::Right;  ///< Of bins whose cut points are given.
 };
 
+/// Notes by column and by position among its declarations: their texts may be the same.
+using Notes = std::map<std::pair<std::size_t, std::size_t>, std::string>;
+
 /// The weights in that column, up to the case that `cases` stands at, add up to infinity.
 [[noreturn]] void failWeightOverflow(const CaseSource& cases, std::size_t column);
 
 /// Hands the cases of a source to the library, and counts on the way what the library does not tell
-/// apart: missing and user-missing values by target category, cases dropped for their weight. A
-/// failure while reading ends the cases; RethrowFailure brings it up after the run.
+/// apart: missing and user-missing values by target category, cases dropped for their weight. To
+/// the library an attribute whose cut points are given is all missing, so that nothing is searched.
+/// A failure while reading ends the cases; RethrowFailure brings it up after the run.
 class CaseFeed : public BINCaseIterator {
  public:
   /// Everything is borrowed. The source must stand in front of its first case.
@@ -58,20 +65,26 @@ class CaseFeed : public BINCaseIterator {
   const std::vector<double>& ClassWeights() const { return classWeights_; }
   double TargetMissingWeight() const { return targetMissingWeight_; }
   /// What the user declared missing and no case has, in words.
-  std::vector<std::string> NeverMet() const;
+  Notes NeverMet() const;
   /// By position among the attributes.
   const WeightedCounts& MissingCases(std::size_t attribute) const;
   const WeightedCounts& UserMissingCases(std::size_t attribute) const;
-  /// The bins between given cut points; none where the cut points are searched.
-  const std::vector<WeightedCounts>& GivenBins(std::size_t attribute) const;
+  /// The attribute between given cut points, counted; empty where they are searched.
+  std::optional<AttributeModel> GivenAttribute(std::size_t attribute);
 
  private:
   using Clock = std::chrono::steady_clock;
+  /// An attribute whose cut points are given.
+  struct Given {
+    AttributeModel counted;
+    DistinctValues values;
+  };
 
   void FillRecord();
   int TargetCode();
   double RoundedWeight();
   void FillAttribute(std::size_t attribute, int code, double weight);
+  void Count(Given& given, std::optional<double> value, int code, double weight) const;
   std::optional<double> ReadValue(std::size_t column);
   [[noreturn]] void FailChanged(std::size_t column) const;
 
@@ -95,7 +108,7 @@ class CaseFeed : public BINCaseIterator {
   double targetMissingWeight_ = 0.0;
   std::vector<WeightedCounts> missing_;
   std::vector<WeightedCounts> userMissing_;
-  std::vector<std::vector<WeightedCounts>> givenBins_;
+  std::vector<std::optional<Given>> given_;
   std::vector<DeclaredValues> declared_;  ///< By column.
 };
 

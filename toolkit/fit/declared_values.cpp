@@ -23,17 +23,18 @@ void DeclaredValues::Meet(std::string_view category) {
   }
 }
 
-std::vector<std::string> DeclaredValues::NeverMet() const {
-  std::vector<std::string> notes;
+std::map<std::size_t, std::string> DeclaredValues::NeverMet() const {
+  std::map<std::size_t, std::string> notes;
   for (std::size_t i = 0; i < isMet_.size(); ++i) {
     if (isMet_[i]) continue;
-    notes.push_back(fmt::format("column {}: no case has the declared missing value {}",
-                                excerpt(column_.name), excerpt(column_.missingTexts[i])));
+    notes[i] = fmt::format("column {}: no case has the declared missing value {}",
+                           excerpt(column_.name), excerpt(column_.missingTexts[i]));
   }
   if (column_.missing.range && !rangeIsMet_) {
-    notes.push_back(fmt::format("column {}: no case lies in the declared missing range {} to {}",
-                                excerpt(column_.name), shortestNumber(column_.missing.range->first),
-                                shortestNumber(column_.missing.range->second)));
+    notes[isMet_.size()] =
+        fmt::format("column {}: no case lies in the declared missing range {} to {}",
+                    excerpt(column_.name), shortestNumber(column_.missing.range->first),
+                    shortestNumber(column_.missing.range->second));
   }
   return notes;
 }

@@ -2,6 +2,8 @@
 #ifndef MCBIN_TOOLKIT_FIT_DECLARED_VALUES_H
 #define MCBIN_TOOLKIT_FIT_DECLARED_VALUES_H
 
+#include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +24,8 @@ class DeclaredValues {
   /// A category of the target, which may or may not be declared.
   void Meet(std::string_view category);
 
-  /// "column age: no case has the declared missing value 999", one for each.
-  std::vector<std::string> NeverMet() const;
+  /// "column age: no case has the declared missing value 999", by position among the declarations.
+  std::map<std::size_t, std::string> NeverMet() const;
 
  private:
   const ColumnPlan& column_;

@@ -61,7 +61,7 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
   checkBins(result.model);
   joinBins(result.model);
   if (watch.noted) {
-    for (const std::string& note : result.neverMet) watch.noted(note);
+    for (const auto& [_, note] : result.neverMet) watch.noted(note);
   }
   watch.monitor.Clear();
   timings.feeding = result.feedSeconds;

@@ -153,9 +153,8 @@ class Team {
     };
     if (counts(part.model) != counts(joined.model)) failChanged(setting_);
     // A thread knows nothing of the columns that it does not read.
-    std::erase_if(joined.neverMet, [&part](const std::string& note) {
-      return std::find(part.neverMet.begin(), part.neverMet.end(), note) == part.neverMet.end();
-    });
+    std::erase_if(joined.neverMet,
+                  [&part](const auto& note) { return !part.neverMet.contains(note.first); });
     joined.feedSeconds = std::max(joined.feedSeconds, part.feedSeconds);
   }
 

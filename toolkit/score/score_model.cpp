@@ -9,10 +9,10 @@
 #include <utility>
 
 #include "toolkit/errors.h"
+#include "toolkit/fit/case_count.h"
 #include "toolkit/fit/case_feed.h"
 #include "toolkit/fit/column_scan.h"
 #include "toolkit/fit/target_classes.h"
-#include "toolkit/model/bin_lookup.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
@@ -43,9 +43,10 @@ class Scorer {
     score_.counted.cases = {};
     TakeTarget(request.target);
     TakeWeight(request.weight);
+    const std::size_t classes = target_ ? model.target->categories.size() : 0;
     for (AttributeModel& attribute : score_.counted.attributes) {
       columns_.push_back(ColumnOf(attribute.name, ", which the model cuts"));
-      Clear(attribute);
+      attribute = withoutCases(attribute, classes);
     }
     score_.shifts.resize(columns_.size());
   }
@@ -127,20 +128,6 @@ class Scorer {
     return column;
   }
 
-  /// Leaves the rules of the attribute and takes its counts away.
-  void Clear(AttributeModel& attribute) const {
-    const auto& target = score_.counted.target;
-    const WeightedCounts none{0.0, target ? target->classWeights : std::vector<double>()};
-    AttributeModel cleared;
-    cleared.name = attribute.name;
-    cleared.missing = attribute.missing;
-    cleared.cutPoints = attribute.cutPoints;
-    cleared.cutsGiven = attribute.cutsGiven;
-    cleared.bins.assign(attribute.bins.size(), none);
-    cleared.missingCases = cleared.userMissingCases = none;
-    attribute = std::move(cleared);
-  }
-
   std::optional<double> Number(std::size_t column) {
     double value = 0.0;
     switch (cases_.ReadNumber(column, value)) {
@@ -187,18 +174,8 @@ class Scorer {
   void Count(std::size_t position, std::optional<double> value, std::optional<std::size_t> code,
              double weight) {
     AttributeModel& counted = score_.counted.attributes[position];
-    const Placement placement = place(counted, model_.closedSide, value);
-    counted.totalWeightWithMissing += weight;
-    WeightedCounts& counts = placement.kind == Placement::Kind::Bin ? counted.bins[placement.bin]
-                             : placement.kind == Placement::Kind::Missing
-                                 ? counted.missingCases
-                                 : counted.userMissingCases;
-    counts.weight += weight;
-    if (code) counts.classWeights[*code] += weight;
+    const Placement placement = countCase(counted, model_.closedSide, value, code, weight);
     if (placement.kind != Placement::Kind::Bin) return;
-    counted.totalWeight += weight;
-    counted.minimum = std::min(counted.minimum.value_or(*value), *value);
-    counted.maximum = std::max(counted.maximum.value_or(*value), *value);
     const AttributeModel& fitted = model_.attributes[position];
     AttributeShift& shift = score_.shifts[position];
     if (fitted.minimum && *value < *fitted.minimum) shift.weightBelow += weight;

@@ -8,6 +8,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Pair;
 
 TEST(DeclaredValues, NumbersAndRangesThatAreNotThereAreNamed) {
   ColumnPlan column;
@@ -16,14 +17,15 @@ TEST(DeclaredValues, NumbersAndRangesThatAreNotThereAreNamed) {
   column.missing.range = {100.0, 110.0};
   column.missingTexts = {"999", "-1"};
   DeclaredValues declared(column);
-  EXPECT_THAT(declared.NeverMet(),
-              ElementsAre("column age: no case has the declared missing value 999",
-                          "column age: no case has the declared missing value -1",
-                          "column age: no case lies in the declared missing range 100 to 110"));
+  EXPECT_THAT(
+      declared.NeverMet(),
+      ElementsAre(Pair(0, "column age: no case has the declared missing value 999"),
+                  Pair(1, "column age: no case has the declared missing value -1"),
+                  Pair(2, "column age: no case lies in the declared missing range 100 to 110")));
   declared.Meet(-1.0);
   declared.Meet(110.0);
   EXPECT_THAT(declared.NeverMet(),
-              ElementsAre("column age: no case has the declared missing value 999"));
+              ElementsAre(Pair(0, "column age: no case has the declared missing value 999")));
   declared.Meet(999.0);
   EXPECT_THAT(declared.NeverMet(), IsEmpty());
 }
@@ -36,7 +38,7 @@ TEST(DeclaredValues, CategoriesAreMetInAnyWriting) {
   declared.Meet("yes");
   declared.Meet("9.0");
   EXPECT_THAT(declared.NeverMet(),
-              ElementsAre("column t: no case has the declared missing value unknown"));
+              ElementsAre(Pair(0, "column t: no case has the declared missing value unknown")));
 }
 
 TEST(DeclaredValues, NothingDeclaredNothingSaid) {

@@ -82,6 +82,30 @@ TEST(ParallelPasses, TheModelDoesNotDependOnTheNumberOfThreads) {
   }
 }
 
+TEST(ParallelPasses, NotesOfLongNamesAreToldApart) {
+  const std::string name(70, 'x');
+  FitRequest asked;
+  asked.target = "t";
+  asked.missing = {name + "1=5", name + "2=5"};
+  for (const std::size_t jobs : {1U, 2U}) {
+    const auto table = [&] {
+      return std::make_unique<MemoryTable>(std::vector<std::string>{name + "1", name + "2", "t"},
+                                           Rows{{"1", "5", "a"}, {"2", "1", "b"}, {"3", "2", "b"}});
+    };
+    const auto first = table();
+    TextCases cases(*first, asked.naTexts);
+    Monitor monitor;
+    FitTimings timings;
+    std::size_t notes = 0;
+    FitWatch watch{monitor, {}, false};
+    watch.jobs = jobs;
+    watch.another = [&] { return std::make_unique<OwnCases>(table(), asked.naTexts); };
+    watch.noted = [&](const std::string& /*note*/) { ++notes; };
+    fitModel(asked, cases, watch, timings);
+    EXPECT_EQ(notes, 1U) << jobs;
+  }
+}
+
 TEST(ParallelPasses, DataThatAreNotTheSameForAllThreadsEndTheFit) {
   const Rows rows = someRows();
   Rows weights = rows;
