@@ -6,9 +6,12 @@
 #include <nanobind/stl/tuple.h>
 #include <nanobind/stl/vector.h>
 
+#include <algorithm>
+
 #include "python/ext/bind.h"
 #include "python/ext/evidence_rows.h"
 #include "python/ext/run_monitor.h"
+#include "toolkit/errors.h"
 #include "toolkit/export/export_formats.h"
 #include "toolkit/model/attribute_choice.h"
 #include "toolkit/model/bin_labels.h"
@@ -22,10 +25,18 @@ namespace nb = nanobind;
 using namespace nb::literals;  // NOLINT(google-build-using-namespace): how arguments are named
 namespace {
 
-std::string exported(const Model& model, const std::string& format, bool intervals,
-                     const std::optional<std::string>& table) {
+std::string exported(const Model& model, const std::string& format) {
+  return exportFormat(format).write(model, {});
+}
+
+std::string sql(const Model& model, bool intervals, const std::optional<std::string>& table,
+                const std::string& dialect) {
+  const auto* const found =
+      std::find_if(std::begin(kSqlDialects), std::end(kSqlDialects),
+                   [&dialect](const Choice<SqlDialect>& choice) { return choice.name == dialect; });
+  if (found == std::end(kSqlDialects)) throw UsageError("there is no dialect " + dialect);
   const LabelStyle style = intervals ? LabelStyle::Interval : LabelStyle::Index;
-  return exportFormat(format).write(model, {style, table});
+  return exportFormat("sql").write(model, {style, table, found->value});
 }
 
 std::optional<EvidenceTuples> evidence(const Model& model, std::size_t attribute) {
@@ -69,7 +80,8 @@ void bindModel(nb::module_& module) {
       .def_static("load", &load, "path"_a)
       .def("to_json", &modelToJson)
       .def("save", &save, "path"_a)
-      .def("export", &exported, "format"_a, "intervals"_a, "table"_a.none())
+      .def("export", &exported, "format"_a)
+      .def("sql", &sql, "intervals"_a, "table"_a.none(), "dialect"_a)
       .def("report", &reportPage)
       .def("text", &modelText)
       .def("attribute_text", &textOfAttribute, "attribute"_a)

@@ -6,7 +6,7 @@ import json
 import os
 from collections.abc import Iterator, Mapping, Sequence
 from functools import cached_property
-from typing import Any
+from typing import Any, Literal
 
 import numpy as np
 import numpy.typing as npt
@@ -19,6 +19,7 @@ from mcbinning.progress import Progress, progress_callback
 from mcbinning.sources import frame_kind, source_of
 
 MISSING = _core.missing_bin
+Dialect = Literal["sqlite", "postgresql", "duckdb", "spark", "ansi"]
 USER_MISSING = _core.user_missing_bin
 NO_BIN = -3
 
@@ -282,17 +283,20 @@ class Model(Mapping[str, Attribute]):
         with in_python_words():
             self.core.save(os.fspath(path))
 
-    def to_sql(self, table: str | None = None, *, intervals: bool = False) -> str:
+    def to_sql(
+        self, table: str | None = None, *, intervals: bool = False, dialect: Dialect = "sqlite"
+    ) -> str:
         """Give SQL that bins as the model does: expressions, or a whole SELECT over `table`."""
-        return self.core.export("sql", intervals, table)
+        with in_python_words():
+            return self.core.sql(intervals, table, dialect)
 
     def to_markdown(self) -> str:
         """Give the tables as Markdown."""
-        return self.core.export("markdown", False, None)
+        return self.core.export("markdown")
 
     def to_csv(self) -> str:
         """Give the tables as one CSV."""
-        return self.core.export("csv", False, None)
+        return self.core.export("csv")
 
     def report(self, path: str | os.PathLike[str] | None = None) -> str:
         """Give the report, one page of HTML, and write it when a path is given."""
