@@ -70,14 +70,24 @@ bool SplitScan::IsExamined(std::size_t gap) const {
 
 /// Unless the bound excludes it that the tangent of its stretch gives.
 void SplitScan::Evaluate(const Gap& gap, const Tangent& tangent) {
-  const double least =
-      tangent.atZero + tangent.slope * (gap.counts.left[0] / weight_) - gap.sumOfTerms;
-  if (least > best_.entropy || !IsExamined(gap.at)) {
+  if (LeastEntropyAt(gap, tangent) > limit_ || !IsExamined(gap.at)) {
     return;
   }
   const double entropy = weightedEntropy(gap.counts.left, gap.counts.right);
   if (entropy < best_.entropy || (entropy == best_.entropy && gap.at < best_.gap)) {
     best_ = {gap.at, entropy, true};
+    limit_ = std::min(limit_, entropy);
+  }
+}
+
+/// Evaluates a gap between two stretches only where sums are rounded. Else what its own tangent
+/// gives is wrong by no more than the slack in either direction, which limits what is worth looking
+/// at; if nothing better turns up, the gap is evaluated as the end of the stretch before it.
+void SplitScan::Estimate(const Gap& gap, const Tangent& tangent) {
+  if (!counts_.IsExact()) {
+    Evaluate(gap, tangent);
+  } else if (!(LeastEntropyAt(gap, tangent) > limit_) && IsExamined(gap.at)) {
+    limit_ = std::min(limit_, LeastEntropyAt(gap, TangentBetween(gap, gap)) + 2.0 * exactSlack_);
   }
 }
 
@@ -90,6 +100,7 @@ void SplitScan::SetInterval(std::size_t first, std::size_t last) {
   logOfWeight_ = roundedLog2(weight_);
   exactSlack_ = SlackOfExactSums();
   best_ = {0, kInfinity, false};
+  limit_ = kInfinity;
   gaps_[0].at = first;
   gaps_[1].at = last + 1;
   for (std::size_t end = 0; end < 2; ++end) {
@@ -142,20 +153,20 @@ void SplitScan::Search(const Gap& begin, const Gap& end, const Tangent& tangent,
     counts_.Move(begin.at, middle.at, middle.counts);
   }
   FillTerms(middle);
-  Evaluate(middle, tangent);
+  Estimate(middle, tangent);
   const Tangent ofLeft = TangentBetween(begin, middle);
   const Tangent ofRight = TangentBetween(middle, end);
   const double leastLeft = LeastEntropy(begin, middle, ofLeft);
   const double leastRight = LeastEntropy(middle, end, ofRight);
   const auto searchLeft = [&] {
-    if (!(leastLeft > best_.entropy)) {
+    if (!(leastLeft > limit_)) {
       Search(begin, middle, ofLeft, depth + 1);
     }
   };
   if (leastLeft <= leastRight) {
     searchLeft();
   }
-  if (!(leastRight > best_.entropy)) {
+  if (!(leastRight > limit_)) {
     Search(middle, end, ofRight, depth + 1);
   }
   if (!(leastLeft <= leastRight)) {
@@ -218,6 +229,11 @@ SplitScan::Tangent SplitScan::TangentBetween(const Gap& begin, const Gap& end) c
   const double logRight = roundedLog2(right / weight_);
   const double slope = roundedLog2(left / weight_) - logRight;
   return {logRight - Slack(begin, end, slope), slope};
+}
+
+/// Less than what is evaluated at a gap inside the tangent's stretch, or NaN when nothing is known.
+double SplitScan::LeastEntropyAt(const Gap& gap, const Tangent& tangent) const {
+  return tangent.atZero + tangent.slope * (gap.counts.left[0] / weight_) - gap.sumOfTerms;
 }
 
 /// Less than what is evaluated at any gap from begin to end can be, or NaN when nothing is known;

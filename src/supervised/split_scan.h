@@ -62,6 +62,7 @@ class SplitScan {
   bool IsPure(std::size_t candidate) const;
   bool IsExamined(std::size_t gap) const;
   void Evaluate(const Gap& gap, const Tangent& tangent);
+  void Estimate(const Gap& gap, const Tangent& tangent);
   void Search(const Gap& begin, const Gap& end, const Tangent& tangent, std::size_t depth);
   void ScanAll(const Gap& begin, std::size_t end, const Tangent& tangent);
   void MoveOn(Gap& gap);
@@ -69,6 +70,7 @@ class SplitScan {
   double Term(const SplitCounts& counts, std::size_t category);
   double TableEntry(double count);
   Tangent TangentBetween(const Gap& begin, const Gap& end) const;
+  double LeastEntropyAt(const Gap& gap, const Tangent& tangent) const;
   double LeastEntropy(const Gap& begin, const Gap& end, const Tangent& tangent) const;
   double Slack(const Gap& begin, const Gap& end, double slope) const;
   double SlackOfExactSums() const;
@@ -84,6 +86,7 @@ class SplitScan {
   double logOfWeight_ = 0.0;
   double exactSlack_ = 0.0;
   Split best_;
+  double limit_ = 0.0;  // the best split is not worse
   std::array<Gap, kDeepest> gaps_;
   Gap running_;
   std::vector<double> logTable_;  // n log2 n, once it was needed; empty where sums are rounded
