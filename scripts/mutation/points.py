@@ -141,7 +141,12 @@ class FileReader:
                 continue
             if cursor.kind in (CursorKind.COMPOUND_STMT, CursorKind.CASE_STMT):
                 self._mutate_statement(child)
+            is_constant = self.is_constant
+            # What stands before a variable's name belongs to its type.
+            self.is_constant |= (cursor.kind == CursorKind.VAR_DECL
+                                 and child.extent.end.offset <= cursor.location.offset)
             self.visit(child)
+            self.is_constant = is_constant
         self.function, self.is_constant = outer
 
     def _slice(self, begin: int, end: int) -> bytes:
