@@ -85,6 +85,13 @@ TEST(DataPreparatorLayoutTest, ColumnUseFlagOfABadColumnGives120013) {
   EXPECT_TRUE(isUsed(run, 0));
 }
 
+TEST_F(DataPreparatorTest, AVariableThatIsNotThereHasNoColumn) {
+  TableRun run(list_, {});
+  EXPECT_EQ(run.preparator.GetColumnOf(-1), -1);
+  EXPECT_EQ(run.preparator.GetColumnOf(2), 2);
+  EXPECT_EQ(run.preparator.GetColumnOf(3), -1);
+}
+
 TEST_F(DataPreparatorTest, ANullCaseIsPassedOver) {
   TableRun run(list_, {{0, 0, 1}, {}, {1, 1, 2}});
   EXPECT_TRUE(run.preparator.PrepareData(run.cases).IsOK());

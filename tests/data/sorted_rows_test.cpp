@@ -46,6 +46,7 @@ TEST(SortedRowsTest, RowsGivenInOrderAreKeptAsTheyAre) {
   EXPECT_EQ(rows.Code(0), 2);
   EXPECT_EQ(rows.Weight(0), 0.5);
   EXPECT_EQ(SortedRows().Size(), 0U);
+  EXPECT_EQ(SortedRows({{1.0, 0, 1.0}, {1.0, 1, 1.0}, {3.0, 0, 1.0}}).CountDistinctValues(), 2U);
 }
 
 TEST(SortedRowsTest, WeightsAreAddedRowByRow) {

@@ -88,6 +88,15 @@ TEST(StringIntervalTest, DefaultContainsNothing) {
   EXPECT_FALSE(interval.Contains("a"));
 }
 
+TEST(StringIntervalTest, AnEndIsContainedWhenItIsIncluded) {
+  const BINStringInterval fromLeft("b", true, "d", false);
+  EXPECT_TRUE(fromLeft.Contains("b"));
+  EXPECT_FALSE(fromLeft.Contains("d"));
+  const BINStringInterval upToRight("b", false, "d", true);
+  EXPECT_FALSE(upToRight.Contains("b"));
+  EXPECT_TRUE(upToRight.Contains("d"));
+}
+
 TEST(StringIntervalTest, BytesAreOrderedAsUnsigned) {
   const BINStringInterval interval("a", true, "\xff", true);
   EXPECT_TRUE(interval.Contains("\xc3\xa9"));

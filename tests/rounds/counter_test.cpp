@@ -159,6 +159,16 @@ TEST(CounterTest, QuestionsThatDoNotAscendAreRefused) {
   EXPECT_TRUE(counter.Prepare(oneQuestion({}), 256).IsOK());
 }
 
+TEST(CounterTest, RefusedQuestionIsNotAnsweredByTheOneBefore) {
+  const Cases cases;
+  BINRoundCounter counter;
+  BINRoundAnswer answer;
+  ASSERT_TRUE(counter.Prepare(oneQuestion({}), 2).IsOK());
+  EXPECT_TRUE(counter.Count(cases.Borrowed(), answer).IsOK());
+  EXPECT_TRUE(counter.Prepare(oneQuestion({}), 0).IsError());
+  expectError(counter.Count(cases.Borrowed(), answer), 120024);
+}
+
 TEST(CounterTest, WhatCannotBeCountedIsRefused) {
   BINRoundCounter counter;
   BINRoundAnswer answer;

@@ -49,6 +49,11 @@ TEST(QuestionTest, PartsFillAStretchWithBordersOfBothKinds) {
   EXPECT_GT(std::count_if(borders.begin(), borders.end(), [](double b) { return b > 5e5; }), 10);
 }
 
+TEST(QuestionTest, NoMorePartsThanWishedAreAskedFor) {
+  EXPECT_LE(innerBorders(1.0, 1e6, 2).size(), 2U);
+  EXPECT_LE(innerBorders(1.0, 1e6, 8).size(), 6U);
+}
+
 TEST(QuestionTest, WholeNumbersAreBordersWhereThereIsOneForEach) {
   const std::vector<double> borders = innerBorders(-20.0, 21.0, 256);
   for (double number = -19.0; number < 21.0; ++number) {

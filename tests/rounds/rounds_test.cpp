@@ -95,6 +95,18 @@ TEST(RoundsTest, RunEndsWithTheRecordsOfTheOrdinaryRun) {
   EXPECT_TRUE(rounds.GetEFOutput().GetAllCutPoints(none).IsError());
 }
 
+TEST(RoundsTest, AsMuchAsThePlanAllowsIsFetchedAtOnce) {
+  Hundred hundred;
+  BINRounds rounds;
+  hundred.plan.mostFetched = 100;
+  hundred.Begin(rounds);
+  EXPECT_EQ(rounds.GetQuestion().attributes[0].ranges.size(), 1U);
+  EXPECT_TRUE(rounds.GetQuestion().attributes[0].borders.empty());
+  hundred.plan.mostFetched = 99;
+  hundred.Begin(rounds);
+  EXPECT_TRUE(rounds.GetQuestion().attributes[0].ranges.empty());
+}
+
 TEST(RoundsTest, EqualFrequencyReadsNoTarget) {
   Hundred hundred;
   hundred.data.codes.clear();
@@ -266,6 +278,17 @@ TEST(RoundsTest, ExtremesThatTheCountsContradictEndTheRun) {
     answer.attributes[0].maximum = extremes.high;
     expectError(rounds.Answer(answer), 120022, 3);
   }
+}
+
+TEST(RoundsTest, OneExtremeOfNoValueEndsTheRun) {
+  Hundred hundred;
+  hundred.data.columns[0].assign(100, kNaN);
+  BINRounds rounds;
+  ASSERT_TRUE(rounds.Start(supervisedSettings(), hundred.plan).IsOK());
+  BINRoundAnswer answer = hundred.AnswerTo(rounds.GetQuestion());
+  answer.attributes[0].minimum = 5.0;
+  answer.attributes[0].maximum = 5.0;
+  expectError(rounds.Answer(answer), 120022, 3);
 }
 
 TEST(RoundsTest, ProgressTellsWhatIsLeft) {
