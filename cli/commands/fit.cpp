@@ -3,7 +3,6 @@
 
 #include <CLI/CLI.hpp>
 #include <chrono>
-#include <cmath>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,7 +20,6 @@
 #include "toolkit/fit/fit_request.h"
 #include "toolkit/fit/text_cases.h"
 #include "toolkit/input/cells.h"
-#include "toolkit/model/evidence.h"
 #include "toolkit/model/model_json.h"
 #include "toolkit/system/output_file.h"
 #include "toolkit/tables/model_tables.h"
@@ -35,9 +33,6 @@ struct FitCommand {
   std::optional<int> threshold;
   std::optional<double> smallBins;
   std::vector<std::string> cuts;
-  std::optional<double> minBinShare;
-  std::optional<double> minBinWeight;
-  std::optional<int> maxBins;
   std::vector<std::string> naTexts;
   bool roundingGiven = false;
   bool equalFrequency = false;
@@ -132,15 +127,19 @@ void addLimitOptions(CLI::App& command, FitCommand& fit) {
               "with such lines or with a model; may be given again",
               "CUTS");
   command
-      .add_option("--min-bin-share", fit.minBinShare,
+      .add_option("--min-bin-share", fit.request.minBinShare,
                   "Join neighbouring bins, those that lose the least information first, until each "
                   "holds this share of the weight, missing cases included; 0 to 1")
       ->check(numberRefusal)
       ->type_name("SHARE");
-  command.add_option("--min-bin-weight", fit.minBinWeight, "The same until each has this weight")
+  command
+      .add_option("--min-bin-weight", fit.request.minBinWeight,
+                  "The same until each has this weight")
       ->check(numberRefusal)
       ->type_name("WEIGHT");
-  command.add_option("--max-bins", fit.maxBins, "The same until an attribute has at most N bins")
+  command
+      .add_option("--max-bins", fit.request.maxBins,
+                  "The same until an attribute has at most N bins")
       ->check(wholeNumberRefusal)
       ->type_name("N");
 }
@@ -169,9 +168,9 @@ void checkMethod(const FitCommand& fit) {
   const std::pair<const char*, bool> given[] = {
       {"--threshold", fit.threshold.has_value()},
       {"--small-bins", fit.smallBins.has_value()},
-      {"--min-bin-share", fit.minBinShare.has_value()},
-      {"--min-bin-weight", fit.minBinWeight.has_value()},
-      {"--max-bins", fit.maxBins.has_value()},
+      {"--min-bin-share", fit.request.minBinShare.has_value()},
+      {"--min-bin-weight", fit.request.minBinWeight.has_value()},
+      {"--max-bins", fit.request.maxBins.has_value()},
       {"--event", fit.request.event.has_value()},
       {"--woe-adjustment", fit.request.evidenceAdjustment.has_value()}};
   for (const auto& [option, isGiven] : given) {
@@ -179,31 +178,8 @@ void checkMethod(const FitCommand& fit) {
   }
 }
 
-void checkNumbers(const FitCommand& fit) {
-  if (fit.bins && *fit.bins < 2) throw UsageError("--bins must be at least 2");
-  if (fit.threshold && *fit.threshold < 0) throw UsageError("--threshold must not be negative");
-  if (fit.smallBins && !(*fit.smallBins >= 0.0 && *fit.smallBins <= 1.0)) {
-    throw UsageError("--small-bins must be from 0 to 1");
-  }
-  if (fit.minBinShare && !(*fit.minBinShare >= 0.0 && *fit.minBinShare <= 1.0)) {
-    throw UsageError("--min-bin-share must be from 0 to 1");
-  }
-  if (fit.minBinWeight && !(*fit.minBinWeight >= 0.0 && std::isfinite(*fit.minBinWeight))) {
-    throw UsageError("--min-bin-weight must be finite and not negative");
-  }
-  if (fit.maxBins && *fit.maxBins < 2) throw UsageError("--max-bins must be at least 2");
-  const auto& adjustment = fit.request.evidenceAdjustment;
-  if (adjustment && !isPossibleAdjustment(*adjustment)) {
-    throw UsageError("--woe-adjustment must lie between 1e-100 and 1e+100");
-  }
-  if (!fit.request.weight && fit.roundingGiven) {
-    throw UsageError("--weight-rounding needs a --weight");
-  }
-}
-
 void completeRequest(FitCommand& fit) {
   checkMethod(fit);
-  checkNumbers(fit);
   FitRequest& request = fit.request;
   request.method = fit.equalFrequency ? Method::EqualFrequency : Method::Supervised;
   request.closedSide = fit.leftClosed ? ClosedSide::Left : ClosedSide::Right;
@@ -211,9 +187,9 @@ void completeRequest(FitCommand& fit) {
       fit.bins.value_or(fit.equalFrequency ? kDefaultEqualFrequencyBins : kDefaultPreBins);
   request.distinctValueThreshold = fit.threshold.value_or(0);
   request.smallBinThreshold = fit.smallBins.value_or(0.0);
-  request.limits = {fit.minBinShare.value_or(0.0), fit.minBinWeight.value_or(0.0),
-                    fit.maxBins.value_or(0)};
   request.naTexts = fit.naTexts.empty() ? defaultNaTexts() : fit.naTexts;
+  checkNumbers(request);
+  if (!request.weight && fit.roundingGiven) throw UsageError("--weight-rounding needs a --weight");
   if (!fit.equalFrequency && fit.bins && request.distinctValueThreshold == 0) {
     tell("note: --bins has no effect without --threshold or --equal-frequency\n");
   }

@@ -58,9 +58,33 @@ Fitted fitFile(const FitRequest& request, nb::object progress) {
   return run(cases, request, monitor, 1, {});
 }
 
+void append(std::vector<GivenCuts> more, std::vector<GivenCuts>& cuts) {
+  for (GivenCuts& one : more) cuts.push_back(std::move(one));
+}
+
+void addCuts(FitRequest& request, const std::string& text) {
+  RunMonitor monitor{nb::none()};
+  append(readGivenCuts(text, monitor), request.cuts);
+}
+
+/// What is for binning with a target.
+void bindScoring(nb::class_<FitRequest>& bound) {
+  bound.def_rw("event", &FitRequest::event, nb::for_setter(nb::arg("value").none()))
+      .def_rw("woe_adjustment", &FitRequest::evidenceAdjustment,
+              nb::for_setter(nb::arg("value").none()))
+      .def_rw("min_bin_share", &FitRequest::minBinShare, nb::for_setter(nb::arg("value").none()))
+      .def_rw("min_bin_weight", &FitRequest::minBinWeight, nb::for_setter(nb::arg("value").none()))
+      .def_rw("max_bins", &FitRequest::maxBins, nb::for_setter(nb::arg("value").none()))
+      .def("add_cuts", &addCuts, "text"_a)
+      .def(
+          "add_cuts_of",
+          [](FitRequest& request, const Model& model) { append(cutsOf(model), request.cuts); },
+          "model"_a);
+}
+
 void bindRequest(nb::module_& module) {
-  nb::class_<FitRequest>(module, "FitRequest")
-      .def(nb::init<>())
+  nb::class_<FitRequest> bound(module, "FitRequest");
+  request.def(nb::init<>())
       .def_rw("input", &FitRequest::input)
       .def_prop_rw(
           "equal_frequency",
@@ -92,6 +116,7 @@ void bindRequest(nb::module_& module) {
       .def_rw("missing", &FitRequest::missing)
       .def_rw("target_missing", &FitRequest::targetMissing)
       .def_rw("missing_ranges", &FitRequest::missingRanges);
+  bindScoring(bound);
 }
 
 }  // namespace

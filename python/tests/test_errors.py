@@ -17,6 +17,11 @@ import mcbinning as mb
 X = np.arange(6.0)
 T = np.array(list("ababab"))
 
+
+def fit_x(**options):
+    return mb.fit({"x": X, "t": T}, target="t", **options)
+
+
 BAD = {
     "no column": (lambda: mb.fit({"x": X}, target="t"), ValueError, "target: no column 't'"),
     "lengths": (
@@ -109,6 +114,45 @@ BAD = {
         "attributes takes a sequence",
     ),
     "bins": (lambda: mb.fit_equal_frequency({"x": X}, bins=1), mb.OptionError, "bins must be"),
+    "a share": (
+        lambda: fit_x(min_bin_share=2),
+        mb.OptionError,
+        "min_bin_share must be from 0 to 1",
+    ),
+    "a weight": (
+        lambda: fit_x(min_bin_weight=float("inf")),
+        mb.OptionError,
+        "min_bin_weight must be finite and not negative",
+    ),
+    "one bin": (lambda: fit_x(max_bins=1), mb.OptionError, "max_bins must be at least 2"),
+    "half a limit": (lambda: fit_x(max_bins=2.5), TypeError, "max_bins takes a whole number"),
+    "an adjustment": (
+        lambda: fit_x(woe_adjustment=0),
+        mb.OptionError,
+        "woe_adjustment must lie between 1e-100 and 1e+100",
+    ),
+    "no such event": (
+        lambda: fit_x(event="c"),
+        mb.DataError,
+        "event c: the target t has the categories 'a' and 'b'",
+    ),
+    "falling cuts": (
+        lambda: fit_x(cuts={"x": [2, 1]}),
+        mb.OptionError,
+        "cuts x=2,1: the cut points must ascend: '1' is not above the one before",
+    ),
+    "infinite cuts": (
+        lambda: fit_x(cuts={"x": [np.nan]}),
+        mb.OptionError,
+        "cuts x=nan: 'nan' is not a finite number",
+    ),
+    "cuts of no column": (lambda: fit_x(cuts={"y": [1]}), mb.DataError, "cuts: no column 'y'"),
+    "cuts of no file": (lambda: fit_x(cuts="/nowhere"), mb.DataError, "cannot open /nowhere"),
+    "cuts of another side": (
+        lambda: fit_x(cuts=fit_x(), left_closed=True),
+        mb.OptionError,
+        "the bins of the model are (a, b]: leave left_closed=True out",
+    ),
     "lone surrogate": (
         lambda: mb.fit({"x": X, "t": ["a", "\ud800"] * 3}, target="t"),
         ValueError,

@@ -35,7 +35,18 @@ OPTIONS = st.fixed_dictionaries(
     },
 )
 SUPERVISED = st.fixed_dictionaries(
-    {}, optional={"threshold": st.just(4), "bins": st.just(3), "small_bins": st.just(0.4)}
+    {},
+    optional={
+        "threshold": st.just(4),
+        "bins": st.just(3),
+        "small_bins": st.just(0.4),
+        "min_bin_share": st.just(0.3),
+        "min_bin_weight": st.just(4),
+        "max_bins": st.just(2),
+        "cuts": st.just({"x": [-1, 2.5]}),
+        "event": st.just("b"),
+        "woe_adjustment": st.just(0.25),
+    },
 )
 
 
@@ -67,7 +78,7 @@ def arguments_of(options):
     given = []
     for name, value in options.items():
         option = "--" + name.replace("_", "-")
-        if name == "missing":
+        if name in ("missing", "cuts"):
             given += [f"{option}={c}={','.join(map(str, v))}" for c, v in value.items()]
         elif name == "missing_range":
             given += [f"{option}={c}={low}:{high or ''}" for c, (low, high) in value.items()]

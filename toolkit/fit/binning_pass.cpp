@@ -30,7 +30,8 @@ FitOptions optionsOf(const FitRequest& request, const std::vector<ColumnPlan>& c
   options.bins = request.bins;
   options.distinctValueThreshold = request.distinctValueThreshold;
   options.smallBinThreshold = request.smallBinThreshold;
-  options.limits = request.limits;
+  options.limits = {request.minBinShare.value_or(0.0), request.minBinWeight.value_or(0.0),
+                    request.maxBins.value_or(0)};
   options.naTexts = allAsUtf8(request.naTexts);
   options.attributePatterns = allAsUtf8(request.attributePatterns);
   options.excludePatterns = allAsUtf8(request.excludePatterns);

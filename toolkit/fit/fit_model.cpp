@@ -45,6 +45,7 @@ FeedLayout layoutOf(const std::vector<ColumnPlan>& columns, ClosedSide closedSid
 
 Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& watch,
                FitTimings& timings) {
+  checkNumbers(request);
   auto start = std::chrono::steady_clock::now();
   std::vector<ColumnPlan> columns = planColumns(request, cases.ColumnNames());
   const TableScan seen = scanTable(cases, scanRequest(request, columns), watch.monitor);

@@ -27,7 +27,9 @@ struct FitRequest {
   int bins = kDefaultPreBins;
   int distinctValueThreshold = 0;
   double smallBinThreshold = 0.0;
-  BinLimits limits = {};             ///< Supervised only.
+  std::optional<double> minBinShare;  ///< Limits on bins: supervised only.
+  std::optional<double> minBinWeight;
+  std::optional<int> maxBins;
   std::optional<std::string> event;  ///< A category of a target that has two.
   std::optional<double> evidenceAdjustment;
   std::vector<std::string> naTexts;
@@ -39,6 +41,9 @@ struct FitRequest {
   std::vector<std::string> targetMissing;  ///< More of the target, each as it stands.
   std::vector<std::string> missingRanges;  ///< COLUMN=LOW:HIGH
 };
+
+/// UsageError for a number that cannot be; no data need be read to say so.
+void checkNumbers(const FitRequest& request);
 
 }  // namespace mcbin
 

@@ -17,7 +17,7 @@ namespace {
 
 /// Throws `Error` with `place` in front.
 template <class Error>
-GivenCuts cutsOf(std::string_view text, const std::string& place) {
+GivenCuts cutsOfText(std::string_view text, const std::string& place) {
   const std::size_t sign = text.rfind('=');
   if (sign == std::string_view::npos || sign == 0) {
     throw Error(fmt::format("{}: write COLUMN=NUMBER,NUMBER...", place));
@@ -49,13 +49,15 @@ std::vector<GivenCuts> cutsOfLines(const std::string& content, const std::string
     if (!line.empty() && line.back() == '\r') line.pop_back();
     const std::string_view text = trimmed(line);
     if (text.empty() || text.front() == '#') continue;
-    cuts.push_back(cutsOf<DataError>(text, fmt::format("{}, line {}", name, number)));
+    cuts.push_back(cutsOfText<DataError>(text, fmt::format("{}, line {}", name, number)));
   }
   if (cuts.empty()) throw DataError(name + ": there are no cut points");
   return cuts;
 }
 
-std::vector<GivenCuts> cutsOfModel(const Model& model) {
+}  // namespace
+
+std::vector<GivenCuts> cutsOf(const Model& model) {
   std::vector<GivenCuts> cuts;
   for (const AttributeModel& attribute : model.attributes) {
     cuts.push_back({attribute.name, attribute.cutPoints, model.closedSide});
@@ -63,17 +65,15 @@ std::vector<GivenCuts> cutsOfModel(const Model& model) {
   return cuts;
 }
 
-}  // namespace
-
 std::vector<GivenCuts> readGivenCuts(const std::string& text, Monitor& monitor) {
   if (text.find('=') != std::string::npos) {
-    return {cutsOf<UsageError>(text, "--cuts " + excerpt(text))};
+    return {cutsOfText<UsageError>(text, "--cuts " + excerpt(text))};
   }
   std::string content = readWhole(text, monitor);
   if (content.starts_with("\xEF\xBB\xBF")) content.erase(0, 3);
   const std::size_t start = content.find_first_not_of(" \t\r\n");
   const bool isModel = start != std::string::npos && content[start] == '{';
-  return isModel ? cutsOfModel(modelFromJson(content, shownName(text)))
+  return isModel ? cutsOf(modelFromJson(content, shownName(text)))
                  : cutsOfLines(content, shownName(text));
 }
 

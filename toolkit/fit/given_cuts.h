@@ -23,6 +23,9 @@ struct GivenCuts {
 /// another text, DataError for a file that cannot be read so.
 std::vector<GivenCuts> readGivenCuts(const std::string& text, Monitor& monitor);
 
+/// Those of every attribute.
+std::vector<GivenCuts> cutsOf(const Model& model);
+
 }  // namespace mcbin
 
 #endif

@@ -21,6 +21,13 @@ _OPTIONS = {
     "--missing": "missing",
     "--missing-range": "missing_range",
     "--delimiter": "delimiter",
+    "--event": "event",
+    "--woe-adjustment": "woe_adjustment",
+    "--cuts": "cuts",
+    "--left-closed": "left_closed=True",
+    "--min-bin-share": "min_bin_share",
+    "--min-bin-weight": "min_bin_weight",
+    "--max-bins": "max_bins",
 }
 _OPTION = re.compile(r"(?<![\w-])--[a-z]+(?:-[a-z]+)*(?![\w-])")
 

@@ -5,7 +5,7 @@ from __future__ import annotations
 import os
 import warnings
 from collections.abc import Iterable, Mapping, Sequence
-from typing import Any, Literal
+from typing import Any, Literal, cast
 
 import numpy as np
 
@@ -18,6 +18,7 @@ from mcbinning.sources import frame_kind, source_of
 Missing = Mapping[str, Sequence[float | str]]
 Ranges = Mapping[str, tuple[float | None, float | None]]
 Types = Mapping[str, Literal["scale", "category"]]
+Cuts = Mapping[str, Sequence[float]] | str | os.PathLike[str] | Model
 
 
 def fit(
@@ -35,6 +36,12 @@ def fit(
     bins: int = _core.default_pre_bins,
     threshold: int = 0,
     small_bins: float = 0.0,
+    min_bin_share: float | None = None,
+    min_bin_weight: float | None = None,
+    max_bins: int | None = None,
+    cuts: Cuts | None = None,
+    event: float | str | None = None,
+    woe_adjustment: float | None = None,
     left_closed: bool = False,
     source: str = "",
     progress: Progress = None,
@@ -74,6 +81,20 @@ def fit(
         never.
     small_bins
         Merge an inner bin lighter than this fraction of its lighter neighbour; 0 for never.
+    min_bin_share, min_bin_weight, max_bins
+        While an attribute breaks one of these limits, the two neighbouring bins whose joining loses
+        the least information become one, down to one bin. The share is of the weight of all cases,
+        0 to 1.
+    cuts
+        Cut points that stand in place of a search: a mapping of columns to numbers, a model, or the
+        path of a file with a model or with lines ``COLUMN=NUMBER,NUMBER...``. Attributes of a model
+        that are not cut now are left alone.
+    event
+        The class whose rate and evidence tables show, of a target with two; by default the one that
+        sorts last.
+    woe_adjustment
+        Added to both counts of a bin in which one of two classes does not occur, for its weight of
+        evidence; by default 0.5.
     left_closed
         Bins ``[a, b)`` in place of ``(a, b]``.
     source
@@ -112,6 +133,15 @@ def fit(
     >>> model = mb.fit(ages, target="bought")
     >>> model["age"].cut_points
     [30.0]
+    >>> given = mb.fit(ages, target="bought", cuts={"age": [25, 50]}, event=0)
+    >>> given["age"].intervals, given["age"].remark
+    (['(-inf, 25]', '(25, 50]', '(50, inf)'], 'cut points given')
+    >>> mb.fit(ages, target="bought", cuts=given, left_closed=True)
+    Traceback (most recent call last):
+    mcbinning.errors.OptionError: cuts: the bins of the model are (a, b]: leave left_closed=True out
+    >>> limited = mb.fit(ages, target="bought", min_bin_share=0.6)
+    >>> limited["age"].remark
+    '2 bins joined into 1: under 60% of the weight'
     """
     request = _core.FitRequest()
     request.target = _name("target", target)
@@ -120,6 +150,12 @@ def fit(
     if not 0.0 <= small_bins <= 1.0:
         raise OptionError("small_bins must be from 0 to 1")
     request.small_bins = small_bins
+    request.min_bin_share = None if min_bin_share is None else float(min_bin_share)
+    request.min_bin_weight = None if min_bin_weight is None else float(min_bin_weight)
+    request.max_bins = None if max_bins is None else _in_range("max_bins", max_bins, -1, 2**31 - 1)
+    request.event = None if event is None else _class_text(event)
+    request.woe_adjustment = None if woe_adjustment is None else float(woe_adjustment)
+    _add_cuts(request, cuts)
     _set_columns(request, weight, attributes, exclude, types, weight_rounding, left_closed)
     _set_missing(request, target, na, missing, missing_range)
     return _run(data, request, source, progress, n_jobs)
@@ -158,6 +194,21 @@ def fit_equal_frequency(
     _set_columns(request, weight, attributes, exclude, types, weight_rounding, left_closed)
     _set_missing(request, None, na, missing, missing_range)
     return _run(data, request, source, progress, n_jobs)
+
+
+def _add_cuts(request: _core.FitRequest, cuts: Cuts | None) -> None:
+    with in_python_words():
+        if isinstance(cuts, Model):
+            request.add_cuts_of(cuts.core)
+        elif isinstance(cuts, Mapping):
+            for column, points in cast("Mapping[str, Sequence[float]]", cuts).items():
+                request.add_cuts(f"{column}={','.join(map(_number_text, points))}")
+        elif cuts is not None:
+            request.add_cuts(os.fspath(cuts))
+
+
+def _class_text(value: float | str) -> str:
+    return str(value).lower() if isinstance(value, bool | np.bool_) else _number_text(value)
 
 
 def _in_range(name: str, value: int, low: int, high: int) -> int:
