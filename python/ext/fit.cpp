@@ -84,7 +84,7 @@ void bindScoring(nb::class_<FitRequest>& bound) {
 
 void bindRequest(nb::module_& module) {
   nb::class_<FitRequest> bound(module, "FitRequest");
-  request.def(nb::init<>())
+  bound.def(nb::init<>())
       .def_rw("input", &FitRequest::input)
       .def_prop_rw(
           "equal_frequency",
