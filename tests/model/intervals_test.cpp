@@ -71,6 +71,14 @@ TEST(NumericIntervalTest, NaNIsNeverContainedAndMakesSettersAnswerFalse) {
   EXPECT_FALSE(interval == interval);
 }
 
+TEST(NumericIntervalTest, SettersAnswerWhetherAnythingIsBetweenTheEnds) {
+  BINNumericInterval interval(1.0, 5.0);
+  EXPECT_TRUE(interval.SetLeftEnd(5.0));
+  EXPECT_FALSE(interval.SetLeftEnd(6.0));
+  EXPECT_TRUE(interval.SetRightEnd(6.0));
+  EXPECT_FALSE(interval.SetRightEnd(5.0));
+}
+
 TEST(NumericIntervalTest, EqualityComparesBothEndsExactly) {
   EXPECT_TRUE(BINNumericInterval(0.0, 2.0) == BINNumericInterval(-0.0, 2.0));
   EXPECT_FALSE(BINNumericInterval(1.0, 2.0) == BINNumericInterval(1.0, std::nextafter(2.0, 3.0)));

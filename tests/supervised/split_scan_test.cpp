@@ -279,6 +279,13 @@ TEST(SplitScanTest, ManySmallTablesGiveTheSplitOfThePlainScan) {
   }
 }
 
+TEST(SplitScanTest, CategoriesAsHeavyAsTheTableOfLogarithmsIsLongGiveTheSplitOfThePlainScan) {
+  for (const double weight : {16383.0, 16384.0, 16385.0}) {
+    bestSplitOf({{1, 0, weight}, {2, 1, 3}, {3, 0, 5}, {4, 1, weight - 3}}, 2);
+    bestSplitOf({{1, 0, weight}, {2, 1, 3}}, 2);
+  }
+}
+
 double xLogX(double x) { return x > 0.0 ? x * std::log2(x) : 0.0; }
 
 /// The shares of the classes in a table's weight, up to each gap.
