@@ -6,10 +6,12 @@
 #include <string>
 
 #include "cli/commands/commands.h"
+#include "cli/commands/options_file.h"
 #include "cli/system/interrupt.h"
 #include "cli/system/standard_streams.h"
 #include "cli/system/terminal.h"
 #include "cli/text/help_format.h"
+#include "cli/text/messages.h"
 #include "cli/text/parse_errors.h"
 #include "cli/text/terminal_monitor.h"
 #include "toolkit/errors.h"
@@ -70,6 +72,8 @@ int run(int argc, char** argv) {
       "mcbin");
   program.formatter(std::make_shared<mcbin::HelpFormatter>());
   program.set_help_flag("-h,--help", "Print this help and exit");
+  program.add_flag_callback("-q,--quiet", mcbin::beQuiet,
+                            "Tell errors and what was asked for, nothing else");
   program.set_version_flag("-V,--version", "mcbin " MCBIN_VERSION, "Print the version and exit");
   program.require_subcommand(0, 1);
   program.allow_windows_style_options(false);  // a path may begin with a slash
@@ -80,6 +84,9 @@ int run(int argc, char** argv) {
   mcbin::addReportCommand(program);
   mcbin::addScoreCommand(program);
   mcbin::addHelpCommand(program);
+  mcbin::addCompletionCommand(program);
+  mcbin::addOptionsFile(program);
+  for (CLI::App* command : program.get_subcommands({})) command->fallthrough();
   return parseAndRun(program, argc, argv);
 }
 

@@ -8,7 +8,7 @@
 
 #include "cli/commands/commands.h"
 #include "cli/commands/options.h"
-#include "cli/system/terminal.h"
+#include "cli/text/messages.h"
 #include "cli/text/terminal_monitor.h"
 #include "toolkit/apply/row_binner.h"
 #include "toolkit/errors.h"
@@ -79,7 +79,7 @@ void runApply(const ApplyCommand& apply) {
   }
   output.Commit();
   monitor.Clear();
-  tell(fmt::format("{} cases binned by {} attributes\n", rows, model.attributes.size()));
+  remark(fmt::format("{} cases binned by {} attributes\n", rows, model.attributes.size()));
 }
 
 }  // namespace

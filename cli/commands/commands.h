@@ -17,6 +17,7 @@ void addExportCommand(CLI::App& program);
 void addReportCommand(CLI::App& program);
 void addScoreCommand(CLI::App& program);
 void addHelpCommand(CLI::App& program);
+void addCompletionCommand(CLI::App& program);
 
 }  // namespace mcbin
 

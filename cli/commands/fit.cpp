@@ -12,8 +12,8 @@
 #include "cli/commands/commands.h"
 #include "cli/commands/options.h"
 #include "cli/system/muted_output.h"
-#include "cli/system/terminal.h"
 #include "cli/text/fit_report.h"
+#include "cli/text/messages.h"
 #include "cli/text/terminal_monitor.h"
 #include "toolkit/errors.h"
 #include "toolkit/fit/fit_model.h"
@@ -191,7 +191,7 @@ void completeRequest(FitCommand& fit) {
   checkNumbers(request);
   if (!request.weight && fit.roundingGiven) throw UsageError("--weight-rounding needs a --weight");
   if (!fit.equalFrequency && fit.bins && request.distinctValueThreshold == 0) {
-    tell("note: --bins has no effect without --threshold or --equal-frequency\n");
+    remark("note: --bins has no effect without --threshold or --equal-frequency\n");
   }
 }
 
@@ -215,9 +215,9 @@ void runFit(FitCommand& fit) {
     file.emplace(*fit.output, monitor);
   }
   const auto tellPlan = [&](const auto& columns, std::uint64_t rows, const auto& categories) {
-    tell(planText(columns, fit.request.input.data, rows, categories));
+    remark(planText(columns, fit.request.input.data, rows, categories));
   };
-  const auto tellNote = [](const std::string& note) { tell("note: " + note + "\n"); };
+  const auto tellNote = [](const std::string& note) { remark("note: " + note + "\n"); };
   FitTimings timings;
   TextCases cases(*reader, fit.request.naTexts);
   const Model model = [&] {
@@ -234,7 +234,7 @@ void runFit(FitCommand& fit) {
   }
   writeStandardOutput(printsModel ? modelToJson(model) : modelText(model), monitor);
   if (model.cases.droppedForWeight > 0) {
-    tell(fmt::format(
+    remark(fmt::format(
         "{} of {} cases dropped for their weight (missing, or not positive after rounding)\n",
         model.cases.droppedForWeight, model.cases.read));
   }

@@ -17,14 +17,9 @@ namespace mcbin {
 namespace {
 
 void printHelp(const CLI::App& program, const std::string& name) {
-  std::vector<std::string> names;
-  for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; })) {
-    names.push_back(command->get_name());
-  }
+  const std::vector<std::string> names = commandNames(program);
   if (std::find(names.begin(), names.end(), name) == names.end()) {
-    const std::string meant = nearest(name, names);
-    throw UsageError(fmt::format("there is no command {}{}", excerpt(name),
-                                 meant.empty() ? "" : "; did you mean " + meant + "?"));
+    throw UsageError(fmt::format("there is no command {}{}", excerpt(name), proposal(name, names)));
   }
   TerminalMonitor monitor;
   writeStandardOutput(program.get_subcommand(name)->help(program.get_name()), monitor);

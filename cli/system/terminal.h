@@ -11,9 +11,6 @@ namespace mcbin {
 /// say so. A reader who reads no more is not waited for once a signal has arrived.
 void writeError(std::string_view text);
 
-/// The same with what visibleLines() makes of the text.
-void tell(std::string_view text);
-
 /// Whether standard error is a terminal that a line can be redrawn on (TERM is not "dumb").
 bool errorIsTerminal();
 

@@ -13,6 +13,23 @@ namespace {
 
 constexpr std::size_t kMostEdits = 2;
 
+std::size_t editDistance(const std::string& a, const std::string& b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    std::size_t diagonal = row[0];
+    row[0] = i + 1;
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
+    }
+  }
+  return row.back();
+}
+
+}  // namespace
+
 std::vector<std::string> commandNames(const CLI::App& program) {
   std::vector<std::string> names;
   for (const CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; })) {
@@ -29,26 +46,10 @@ std::vector<std::string> optionNames(const CLI::App& command) {
   return names;
 }
 
-std::size_t editDistance(const std::string& a, const std::string& b) {
-  std::vector<std::size_t> row(b.size() + 1);
-  std::iota(row.begin(), row.end(), std::size_t{0});
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    std::size_t diagonal = row[0];
-    row[0] = i + 1;
-    for (std::size_t j = 0; j < b.size(); ++j) {
-      const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
-      diagonal = row[j + 1];
-      row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
-    }
-  }
-  return row.back();
+std::string proposal(const std::string& word, const std::vector<std::string>& candidates) {
+  const std::string meant = nearest(word, candidates);
+  return meant.empty() ? "" : fmt::format("; did you mean {}?", meant);
 }
-
-std::string proposal(const std::string& name) {
-  return name.empty() ? "" : fmt::format("; did you mean {}?", name);
-}
-
-}  // namespace
 
 std::string parseErrorText(const CLI::App& program, const CLI::ParseError& error) {
   const std::vector<std::string> extras = program.remaining(true);
@@ -59,13 +60,16 @@ std::string parseErrorText(const CLI::App& program, const CLI::ParseError& error
   const std::vector<CLI::App*> commands = program.get_subcommands();
   if (commands.empty() && extra.front() != '-') {
     return fmt::format("there is no command {}{}", excerpt(extra),
-                       proposal(nearest(extra, commandNames(program))));
+                       proposal(extra, commandNames(program)));
   }
   if (extra.front() != '-') return fmt::format("one argument too many: {}", excerpt(extra));
   const std::string name = extra.substr(0, extra.find('='));
-  const CLI::App& command = commands.empty() ? program : *commands.front();
-  return fmt::format("there is no option {}{}", excerpt(name),
-                     proposal(nearest(name, optionNames(command))));
+  std::vector<std::string> candidates = optionNames(program);
+  if (!commands.empty()) {
+    const std::vector<std::string> own = optionNames(*commands.front());
+    candidates.insert(candidates.begin(), own.begin(), own.end());
+  }
+  return fmt::format("there is no option {}{}", excerpt(name), proposal(name, candidates));
 }
 
 std::string commandList(const CLI::App& program) {

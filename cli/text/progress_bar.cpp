@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "cli/system/terminal.h"
+#include "cli/text/messages.h"
 
 namespace mcbin {
 namespace {
@@ -27,7 +28,7 @@ std::string durationText(double seconds) {
 
 }  // namespace
 
-ProgressBar::ProgressBar() : enabled_(errorIsTerminal()) {}
+ProgressBar::ProgressBar() : enabled_(errorIsTerminal() && !isQuiet()) {}
 
 ProgressBar::~ProgressBar() { Clear(); }
 

@@ -10,7 +10,6 @@
 #include <string_view>
 
 #include "cli/system/interrupt.h"
-#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 
@@ -41,8 +40,6 @@ void writeError(std::string_view text) {
     if (count > 0) text.remove_prefix(static_cast<std::size_t>(count));
   }
 }
-
-void tell(std::string_view text) { writeError(visibleLines(text)); }
 
 bool errorIsTerminal() {
   const char* const terminal = std::getenv("TERM");

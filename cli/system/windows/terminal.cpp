@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "toolkit/text/visible_text.h"
-
 namespace mcbin {
 
 namespace {
@@ -27,8 +25,6 @@ void writeError(std::string_view text) {
     text.remove_prefix(static_cast<std::size_t>(count));
   }
 }
-
-void tell(std::string_view text) { writeError(visibleLines(text)); }
 
 bool errorIsTerminal() {
   DWORD mode = 0;
