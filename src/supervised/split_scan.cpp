@@ -42,7 +42,7 @@ bool hasNegativeShare(const ClassCounts& counts) {
 }
 
 /// x log2 x, which is 0 at 0 and NaN below.
-double xLogX(double x) { return x != 0.0 ? x * roundedLog2(x) : 0.0; }
+double xLogX(double x) { return x != 0.0 ? x * quickLog2(x) : 0.0; }
 
 }  // namespace
 
@@ -217,7 +217,7 @@ double SplitScan::Term(const SplitCounts& counts, std::size_t category) {
 double SplitScan::TableEntry(double count) {
   double& entry = logTable_[static_cast<std::uint32_t>(count)];
   if (entry < 0.0) {
-    entry = xLogX(count);
+    entry = count > 0.0 ? count * roundedLog2(count) : 0.0;
   }
   return entry;
 }
@@ -226,8 +226,8 @@ double SplitScan::TableEntry(double count) {
 SplitScan::Tangent SplitScan::TangentBetween(const Gap& begin, const Gap& end) const {
   const double left = (begin.counts.left[0] + end.counts.left[0]) / 2.0;
   const double right = (begin.counts.right[0] + end.counts.right[0]) / 2.0;
-  const double logRight = roundedLog2(right / weight_);
-  const double slope = roundedLog2(left / weight_) - logRight;
+  const double logRight = quickLog2(right / weight_);
+  const double slope = quickLog2(left / weight_) - logRight;
   return {logRight - Slack(begin, end, slope), slope};
 }
 
@@ -263,7 +263,7 @@ double SplitScan::LeastEntropy(const Gap& begin, const Gap& end, const Tangent& 
 /// - The direct formula: share, logarithm and product carry one rounding each, as every addition of
 ///   the k terms does, which are log k in sum: less than u ((k + 7) log k + 2).
 /// - The bound: shares up to 1 and slopes up to 54 (counts are whole and below 2^53) make k + 10
-///   terms, each wrong by at most 80 u.
+///   terms, each wrong by at most 80 u; a logarithm in it errs by u (|log x| + 2).
 /// - The table: W is below 2^53, so a term errs by 7 u 53 of its share, all of them by 371 u.
 /// - The terms that move on: at most 8 k are exchanged, each by two additions to a sum of at most
 ///   log (2 k): less than 16 u k log (2 k).
@@ -293,7 +293,7 @@ double SplitScan::Slack(const Gap& begin, const Gap& end, double slope) const {
   };
   const double inStretch = rounding(begin.at, end.at);
   const double inInterval = rounding(first_, last_ + 1);
-  const double logAtEnd = roundedLog2(end.counts.right[0] / weight_);
+  const double logAtEnd = quickLog2(end.counts.right[0] / weight_);
   return exactSlack_ - 2.0 * static_cast<double>(table_.GetNCategories()) * xLogX(inStretch) +
          inInterval * (2.0 * std::abs(logAtEnd) + std::abs(slope) + 22.0);
 }

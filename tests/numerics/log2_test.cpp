@@ -123,5 +123,20 @@ TEST(Log2Test, RandomArgumentsGiveTheNearestDouble) {
   });
 }
 
+TEST(Log2Test, QuickLogarithmsErrByNoMoreThanIsSaid) {
+  mcbinning_tests::forRandomRuns(mcbinning_tests::RandomRuns(2000), [](Choices& choices) {
+    for (int i = 0; i < 1000; ++i) {
+      if (const double x = randomArgument(choices); x > 0.0) {
+        const double rounded = roundedLog2(x);
+        ASSERT_LE(std::fabs(quickLog2(x) - rounded), 0x1p-53 * (2.0 * std::fabs(rounded) + 2.0))
+            << std::hexfloat << x;
+      }
+    }
+  });
+  EXPECT_EQ(quickLog2(0.0), -kInfinity);
+  EXPECT_EQ(quickLog2(kInfinity), kInfinity);
+  EXPECT_TRUE(std::isnan(quickLog2(-1.0)));
+}
+
 }  // namespace
 }  // namespace MCBinning
