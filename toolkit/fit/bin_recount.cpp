@@ -16,6 +16,7 @@
 
 #include "toolkit/errors.h"
 #include "toolkit/model/bin_lookup.h"
+#include "toolkit/system/files.h"
 #include "toolkit/system/paths.h"
 #include "toolkit/text/visible_text.h"
 
@@ -133,13 +134,13 @@ std::vector<double> rowWeights(const AttributeModel& attribute, const std::files
 std::vector<std::filesystem::path> columnFiles(const std::string& directory,
                                                std::error_code& failure) {
   std::vector<std::pair<unsigned long, std::filesystem::path>> numbered;
-  std::filesystem::directory_iterator file(pathOf(directory), failure);
-  for (; !failure && file != std::filesystem::directory_iterator(); file.increment(failure)) {
-    const std::string name = bytesOf(file->path().filename());
+  for (const std::string& name : namesIn(directory, failure)) {
     unsigned long number = 0;
     const char* const end = name.data() + name.size();
     const auto parsed = std::from_chars(name.data(), end, number, 16);
-    if (parsed.ec == std::errc() && parsed.ptr == end) numbered.emplace_back(number, file->path());
+    if (parsed.ec == std::errc() && parsed.ptr == end) {
+      numbered.emplace_back(number, pathOf(directory) / name);
+    }
   }
   std::sort(numbered.begin(), numbered.end());
   std::vector<std::filesystem::path> files;

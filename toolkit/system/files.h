@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <string>
+#include <system_error>
+#include <vector>
 
 #include "toolkit/monitor.h"
 
@@ -24,6 +26,10 @@ OpenedFile openForReading(const std::string& path, Monitor& monitor);
 int duplicateDescriptor(int descriptor);
 void closeDescriptor(int descriptor);
 std::uint64_t fileSize(int descriptor);
+
+/// The names of what is in a directory, in no order. `failure` says why it cannot be read to its
+/// end; no memory is std::bad_alloc, which the standard library's own way may not let through.
+std::vector<std::string> namesIn(const std::string& directory, std::error_code& failure);
 
 }  // namespace mcbin
 

@@ -1,5 +1,6 @@
 #include "toolkit/system/files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
@@ -8,6 +9,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 #include "toolkit/errors.h"
@@ -106,6 +108,19 @@ void closeDescriptor(int descriptor) { ::close(descriptor); }
 std::uint64_t fileSize(int descriptor) {
   struct stat status = {};
   return ::fstat(descriptor, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
+std::vector<std::string> namesIn(const std::string& directory, std::error_code& failure) {
+  std::vector<std::string> names;
+  const std::unique_ptr<DIR, int (*)(DIR*)> opened(::opendir(directory.c_str()), ::closedir);
+  while (opened != nullptr) {
+    errno = 0;
+    const dirent* const entry = ::readdir(opened.get());
+    if (entry == nullptr) break;
+    names.emplace_back(entry->d_name);
+  }
+  failure.assign(errno, std::generic_category());
+  return names;
 }
 
 }  // namespace mcbin

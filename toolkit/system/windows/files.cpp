@@ -7,10 +7,12 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <random>
 #include <vector>
 
 #include "toolkit/errors.h"
+#include "toolkit/system/paths.h"
 #include "toolkit/system/temporary_directory.h"
 #include "toolkit/system/waiting.h"
 #include "toolkit/system/windows/last_error.h"
@@ -119,6 +121,15 @@ void closeDescriptor(int descriptor) { _close(descriptor); }
 std::uint64_t fileSize(int descriptor) {
   const auto size = _filelengthi64(descriptor);
   return size < 0 ? 0 : static_cast<std::uint64_t>(size);
+}
+
+std::vector<std::string> namesIn(const std::string& directory, std::error_code& failure) {
+  std::vector<std::string> names;
+  std::filesystem::directory_iterator entry(pathOf(directory), failure);
+  for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+    names.push_back(bytesOf(entry->path().filename()));
+  }
+  return names;
 }
 
 }  // namespace mcbin

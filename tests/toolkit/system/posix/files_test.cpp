@@ -1,5 +1,6 @@
 #include "toolkit/system/files.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/toolkit/support/temporary_file.h"
@@ -9,6 +10,7 @@ namespace mcbin {
 namespace {
 
 using testing::messageOf;
+using testing::TemporaryFiles;
 
 TEST(Files, RefusalsNameThePath) {
   Monitor monitor;
@@ -16,6 +18,17 @@ TEST(Files, RefusalsNameThePath) {
             "cannot open /nonexistent: No such file or directory");
   EXPECT_EQ(messageOf<DataError>([&] { openForReading("/", monitor); }),
             "cannot open /: it is a directory");
+}
+
+TEST(Files, ADirectoryTellsItsNames) {
+  const TemporaryFiles files;
+  files.Write("a", "");
+  files.Write("b", "");
+  std::error_code failure;
+  EXPECT_THAT(namesIn(files.Directory(), failure), ::testing::IsSupersetOf({"a", "b"}));
+  EXPECT_FALSE(failure);
+  EXPECT_THAT(namesIn(files.Path("a") + "/none", failure), ::testing::IsEmpty());
+  EXPECT_TRUE(failure);
 }
 
 TEST(Files, WhatIsNoRegularFileIsCopied) {

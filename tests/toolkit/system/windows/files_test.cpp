@@ -1,5 +1,6 @@
 #include "toolkit/system/files.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/toolkit/support/temporary_file.h"
@@ -18,6 +19,17 @@ TEST(Files, RefusalsNameThePath) {
             "cannot open nonexistent: No such file or directory");
   EXPECT_EQ(messageOf<DataError>([&] { openForReading(files.Directory(), monitor); }),
             "cannot open " + files.Directory() + ": it is a directory");
+}
+
+TEST(Files, ADirectoryTellsItsNames) {
+  const TemporaryFiles files;
+  files.Write("a", "");
+  files.Write("b", "");
+  std::error_code failure;
+  EXPECT_THAT(namesIn(files.Directory(), failure), ::testing::IsSupersetOf({"a", "b"}));
+  EXPECT_FALSE(failure);
+  EXPECT_THAT(namesIn(files.Path("a") + "/none", failure), ::testing::IsEmpty());
+  EXPECT_TRUE(failure);
 }
 
 TEST(Files, WhatIsNoRegularFileIsCopied) {
