@@ -22,7 +22,7 @@ from program import MCBIN, ProgramTest
 INJECTOR = os.environ["FAULT_INJECTOR"]
 FULL = os.environ.get("MCB_FULL_SWEEP") == "1"
 SEED = int(os.environ.get("MCB_SEED", "20261122"))
-POINTS = None if FULL else 40  # of a function and command
+POINTS = None if FULL else 60  # of a function and command
 ERRORS = [errno.EIO, errno.ENOSPC, errno.EMFILE]
 CHOSEN_COMMANDS = os.environ.get("MCB_COMMANDS")
 CHOSEN_FUNCTIONS = os.environ.get("MCB_FUNCTIONS")
@@ -109,8 +109,9 @@ class Faults(ProgramTest):
                 continue
             at = range(1, calls + 1)
             if POINTS is not None and calls > POINTS:
-                # The first and the last call are where things begin and end.
-                at = sorted({1, calls, *draw.sample(at, POINTS - 2)})
+                # Evenly, and the first and the last, where things begin and end.
+                step = calls // (POINTS - 2)
+                at = sorted({1, calls, *range(draw.randint(1, step), calls, step)})
             for call in at:
                 if function == "malloc":
                     yield function, f"malloc:{call}"
