@@ -178,6 +178,18 @@ TEST_F(PosixFileClaimTest, AClaimRemovedBeforeItIsLockedIsMadeAnew) {
   files().DropClaim(claim, true);
 }
 
+TEST_F(PosixFileClaimTest, AClaimMadeAnewLeavesNothingOpen) {
+  const int input = dup(STDIN_FILENO);
+  close(STDIN_FILENO);
+  beforeLock = [this] { files().RemoveAbandoned(Prefix()); };
+  FileClaim claim;
+  EXPECT_TRUE(files().MakeClaim(Prefix(), claim));
+  EXPECT_EQ(claim.handle, STDIN_FILENO);
+  files().DropClaim(claim, true);
+  dup2(input, STDIN_FILENO);
+  close(input);
+}
+
 TEST_F(PosixFileClaimTest, AClaimThatSomebodyLockedToRemoveItIsMadeAnew) {
   int other = -1;
   beforeLock = [&] {

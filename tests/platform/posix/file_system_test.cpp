@@ -137,6 +137,17 @@ TEST_F(PosixFileSystemTest, OnlyARegularFileIsOpenedAndNobodyIsWaitedFor) {
   alarm(0);
 }
 
+TEST_F(PosixFileSystemTest, AFileMayHaveTheNumberOfAStandardStream) {
+  const int input = dup(STDIN_FILENO);
+  close(STDIN_FILENO);
+  FileHandle file = kNoFile;
+  EXPECT_EQ(files().Create(Name("a"), {}, file), CreateResult::Created);
+  EXPECT_EQ(file, STDIN_FILENO);
+  EXPECT_TRUE(files().Close(file));
+  dup2(input, STDIN_FILENO);
+  close(input);
+}
+
 TEST_F(PosixFileSystemTest, AFullDiskIsNoticed) {
   const FileHandle file = open("/dev/full", O_WRONLY);
   EXPECT_FALSE(files().Write(file, "abc", 3));
