@@ -181,6 +181,8 @@ class FileReader:
         if literal in ('true', 'false'):
             other = 'false' if literal == 'true' else 'true'
         elif re.match(r"[0-9.][0-9a-fA-FxXpPeEuUlL.'+-]*$", literal):
+            if literal.startswith('0x1p') and float.fromhex(literal) >= 2.0**53:
+                return  # one more is the same double
             other = f'({literal} + 1)'
         else:
             return  # from a macro
