@@ -1,12 +1,12 @@
 #ifndef MCBINNING_PLATFORM_CPU_CLOCK_H
 #define MCBINNING_PLATFORM_CPU_CLOCK_H
 
-#include <ctime>
+#include <cstdint>
 
 namespace MCBinning {
 
-/// Processor time used by the process, in ticks of the platform (CLOCKS_PER_SEC a second).
-using ClockReading = std::clock_t;
+/// Processor time used by the process, in microseconds.
+using ClockReading = std::int64_t;
 
 ClockReading readClock();
 

@@ -6,7 +6,7 @@
 namespace mcbinning_tests {
 
 /// How often the program has read its processor time. Link counting_clock.cpp, which replaces
-/// clock(): each reading is a millisecond after the one before.
+/// what the system has for it: each reading is a millisecond after the one before.
 std::size_t ClockReadings();
 
 }  // namespace mcbinning_tests
