@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/file_claim.h"
+#include "platform/windows/path.h"
 
 namespace MCBinning {
 namespace {
@@ -16,8 +17,8 @@ HANDLE handleOf(FileHandle file) { return reinterpret_cast<HANDLE>(file); }
 bool open(const std::string& name, DWORD access, DWORD disposition, FileHandle& file) {
   // No security attributes: the handle is not inherited by child programs.
   const HANDLE handle =
-      CreateFileA(name.c_str(), access, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, disposition,
-                  FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+      CreateFileW(Path(name.c_str()).Text(), access, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                  disposition, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
   if (handle == INVALID_HANDLE_VALUE) {
     return false;
   }
@@ -53,7 +54,7 @@ class WindowsFileSystem final : public FileSystem {
         return NameState::TooManyOpenFiles;
       case ERROR_ACCESS_DENIED:
       case ERROR_SHARING_VIOLATION:
-        return GetFileAttributesA(name.c_str()) == INVALID_FILE_ATTRIBUTES
+        return GetFileAttributesW(Path(name.c_str()).Text()) == INVALID_FILE_ATTRIBUTES
                    ? NameState::DirectoryRefused
                    : NameState::Taken;
       default:
@@ -132,14 +133,15 @@ class WindowsFileSystem final : public FileSystem {
   bool Close(FileHandle file) noexcept override { return CloseHandle(handleOf(file)) != 0; }
 
   bool Remove(const std::string& name, const FileClaim& claim) noexcept override {
+    const Path path(name.c_str());
     if ((claim.handle != kNoFile && removeFromClaim(claim, name)) ||
-        DeleteFileA(name.c_str()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND) {
+        DeleteFileW(path.Text()) != 0 || GetLastError() == ERROR_FILE_NOT_FOUND) {
       return true;
     }
     // Somebody may have made it read-only meanwhile, which no directory on POSIX systems minds.
     return GetLastError() == ERROR_ACCESS_DENIED &&
-           SetFileAttributesA(name.c_str(), FILE_ATTRIBUTE_NORMAL) != 0 &&
-           DeleteFileA(name.c_str()) != 0;
+           SetFileAttributesW(path.Text(), FILE_ATTRIBUTE_NORMAL) != 0 &&
+           DeleteFileW(path.Text()) != 0;
   }
 };
 

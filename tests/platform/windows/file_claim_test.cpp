@@ -8,6 +8,7 @@
 
 #include "support/real_files.h"
 #include "system/child_process.h"
+#include "system/long_directory.h"
 
 namespace {
 
@@ -17,6 +18,7 @@ using MCBinning::CreateResult;
 using MCBinning::FileClaim;
 using mcbinning_tests::ChildProcess;
 using mcbinning_tests::files;
+using mcbinning_tests::LongDirectory;
 using mcbinning_tests::makeOurs;
 using mcbinning_tests::TaskOfChild;
 
@@ -46,6 +48,25 @@ TEST_F(WindowsFileClaimTest, WhatAKilledProcessHadClaimedIsRemoved) {
   files().RemoveAbandoned(Prefix());
   EXPECT_EQ(NumberOfEntries(), 2U);
   EXPECT_EQ(fs::file_size(Name("1b")) + fs::file_size(Name("1d")), 12U);
+}
+
+TEST_F(WindowsFileClaimTest, ADirectoryMayHaveALongPath) {
+  const LongDirectory directory(directory_.Path());
+  const std::string prefix = directory.Path() + "/";
+  FileClaim claim;
+  ASSERT_TRUE(files().MakeClaim(prefix, claim));
+  ASSERT_EQ(makeOurs(claim, prefix + "1a"), CreateResult::Created);
+  EXPECT_EQ(files().Probe(prefix + "1a"), MCBinning::NameState::Taken);
+  EXPECT_EQ(files().Probe(prefix + "1b"), MCBinning::NameState::Free);
+  EXPECT_TRUE(files().Remove(prefix + "1a", claim));
+  files().DropClaim(claim, true);
+  EXPECT_TRUE(directory.IsEmpty());
+
+  const ChildProcess child("FileClaimChild.ClaimsAndIsKilled", prefix);
+  EXPECT_EQ(child.Answer(), ChildProcess::kKilled);
+  EXPECT_FALSE(directory.IsEmpty());
+  files().RemoveAbandoned(prefix);
+  EXPECT_TRUE(directory.IsEmpty());
 }
 
 }  // namespace

@@ -58,4 +58,8 @@ TEST_F(WindowsFileSystemTest, AFileMadeReadOnlyMeanwhileIsRemoved) {
   EXPECT_TRUE(directory_.IsEmpty());
 }
 
+TEST_F(WindowsFileSystemTest, APathThatIsTooLongIsInNoDirectory) {
+  EXPECT_EQ(files().Probe(Name(std::string(5000, 'a'))), NameState::NoDirectory);
+}
+
 }  // namespace
