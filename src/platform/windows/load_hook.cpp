@@ -2,26 +2,28 @@
 
 #include <windows.h>
 
+// Imported, so that the system loads the host's library before this one: code that runs while a
+// library is loaded must load no other.
+extern "C" __declspec(dllimport) void* pvGetCmnBlock01();
+
 namespace MCBinning {
 
 namespace {
 
-HMODULE findModule() {
+HMODULE moduleOf(void* (*function)()) {
   HMODULE module = nullptr;
   GetModuleHandleExW(
       GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-      reinterpret_cast<LPCWSTR>(&findModule), &module);
+      reinterpret_cast<LPCWSTR>(function), &module);
   return module;
 }
 
-// A host that lacks an accessor, or the whole library, leaves a null pointer: not linked against,
-// it is loaded here unless the host has done so.
+void* findModule() { return moduleOf(&findModule); }
+
+// Of the other accessors, one that the host lacks leaves a null pointer.
 void* callAccessor(const char* name) {
-  const HMODULE host = LoadLibraryW(L"VORLWCOM.dll");
-  const auto accessor =
-      host != nullptr
-          ? reinterpret_cast<void* (*)()>(reinterpret_cast<void*>(GetProcAddress(host, name)))
-          : nullptr;
+  const FARPROC found = GetProcAddress(moduleOf(&pvGetCmnBlock01), name);
+  const auto accessor = reinterpret_cast<void* (*)()>(reinterpret_cast<void*>(found));
   return accessor != nullptr ? accessor() : nullptr;
 }
 
