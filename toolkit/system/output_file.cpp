@@ -23,7 +23,7 @@ constexpr std::size_t kBufferSize = std::size_t{1} << 16U;
 constexpr std::size_t kMostAtOnce = 4096;  // what a pipe that takes anything takes at once
 
 /// Of the OutputFile under way; what runs at the end of a process without memory has no arguments.
-thread_local const std::string* unfinishedPath = nullptr;
+thread_local const std::filesystem::path* unfinishedPath = nullptr;
 
 /// What a path that may be a symbolic link leads to, whether it is there or not.
 std::string behindLinks(std::string path) {
@@ -59,7 +59,7 @@ OutputFile::~OutputFile() {
   if (unfinishedPath == &temporaryPath_) unfinishedPath = nullptr;
   if (process_ != ::getpid()) return;  // what a forked child holds is not its own
   if (descriptor_ >= 0 && !target_.empty()) ::close(descriptor_);
-  if (!temporaryPath_.empty()) ::unlink(temporaryPath_.c_str());
+  if (!temporaryPath_.empty()) removeReplacement(temporaryPath_);
 }
 
 void OutputFile::Write(std::string_view text) {
@@ -95,7 +95,7 @@ void OutputFile::Fail() const {
 }
 
 void removeUnfinishedOutput() noexcept {
-  if (unfinishedPath != nullptr && !unfinishedPath->empty()) ::unlink(unfinishedPath->c_str());
+  if (unfinishedPath != nullptr && !unfinishedPath->empty()) removeReplacement(*unfinishedPath);
 }
 
 void requireOtherFile(const std::string& output, const std::string& input, const char* content) {

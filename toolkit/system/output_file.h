@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -35,8 +36,8 @@ class OutputFile {
 
   Monitor& monitor_;
   std::string path_;
-  std::string target_;         ///< The path behind symbolic links; empty for standard output.
-  std::string temporaryPath_;  ///< Empty when the file is written directly.
+  std::string target_;  ///< The path behind symbolic links; empty for standard output.
+  std::filesystem::path temporaryPath_;  ///< Empty when the file is written directly.
   std::string unwritten_;
   int descriptor_;
   pid_t process_;

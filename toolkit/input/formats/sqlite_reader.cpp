@@ -29,7 +29,7 @@ bool wouldMakeLog(const std::string& path) {
   constexpr std::size_t kVersionPosition = 18;
   constexpr char kVersionWithLog = 2;
   char header[kVersionPosition + 1] = {};
-  std::ifstream(path, std::ios::binary).read(header, sizeof header);
+  std::ifstream(pathOf(path), std::ios::binary).read(header, sizeof header);
   std::error_code error;
   const std::string file = bytesOf(std::filesystem::canonical(pathOf(path), error));
   return header[kVersionPosition] == kVersionWithLog &&

@@ -41,7 +41,7 @@ int openDirectly(const std::string& path, Monitor& monitor) {
   }
 }
 
-int makeReplacement(const std::string& target, std::string& path) {
+int makeReplacement(const std::string& target, std::filesystem::path& path) {
   std::random_device dice;
   int descriptor = -1;
   do {
@@ -53,8 +53,10 @@ int makeReplacement(const std::string& target, std::string& path) {
   return descriptor;
 }
 
-bool putInPlace(const std::string& path, const std::string& target) {
+bool putInPlace(const std::filesystem::path& path, const std::string& target) {
   return std::rename(path.c_str(), target.c_str()) == 0;
 }
+
+void removeReplacement(const std::filesystem::path& path) noexcept { ::unlink(path.c_str()); }
 
 }  // namespace mcbin

@@ -7,7 +7,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <random>
 #include <vector>
 
@@ -45,7 +44,7 @@ int makeUnnamedFile() {
   std::random_device dice;
   const std::string path = fmt::format("{}/mcbin-{:08x}{:08x}", root, dice(), dice());
   const int descriptor =
-      descriptorOf(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+      descriptorOf(CreateFileW(pathOf(path).c_str(), GENERIC_READ | GENERIC_WRITE,
                                FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
                                FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr),
                    _O_RDWR);
@@ -81,14 +80,14 @@ int spool(int source, const std::string& path, Monitor& monitor) {
 
 /// Others may go on writing, renaming and deleting the file.
 int openShared(const std::string& path) {
-  return descriptorOf(CreateFileA(path.c_str(), GENERIC_READ,
+  return descriptorOf(CreateFileW(pathOf(path).c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr),
                       _O_RDONLY);
 }
 
 bool isDirectory(const std::string& path) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+  const DWORD attributes = GetFileAttributesW(pathOf(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
@@ -124,11 +123,19 @@ std::uint64_t fileSize(int descriptor) {
 }
 
 std::vector<std::string> namesIn(const std::string& directory, std::error_code& failure) {
+  failure.clear();
   std::vector<std::string> names;
-  std::filesystem::directory_iterator entry(pathOf(directory), failure);
-  for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
-    names.push_back(bytesOf(entry->path().filename()));
+  WIN32_FIND_DATAW entry = {};
+  const HANDLE search = FindFirstFileW(pathOf(directory + "/*").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) {
+    failure.assign(static_cast<int>(GetLastError()), std::system_category());
+    return names;
   }
+  do {
+    names.push_back(bytesOf(entry.cFileName));
+  } while (FindNextFileW(search, &entry) != 0);
+  FindClose(search);
+  std::erase_if(names, [](const std::string& name) { return name == "." || name == ".."; });
   return names;
 }
 

@@ -8,15 +8,20 @@
 #include <cstdlib>
 #include <cstring>
 #include <random>
+#include <string_view>
+#include <vector>
 
 #include "toolkit/errors.h"
+#include "toolkit/system/files.h"
+#include "toolkit/system/paths.h"
 #include "toolkit/system/windows/last_error.h"
 #include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
 
-constexpr const char* kNamePattern = "mcbin-????????";
+constexpr std::string_view kNameStart = "mcbin-";
+constexpr std::size_t kNameLength = 14;
 constexpr const char* kLockName = ".mcbin-lock";
 
 [[noreturn]] void fail(const std::string& root) {
@@ -28,41 +33,46 @@ constexpr const char* kLockName = ".mcbin-lock";
 
 /// A file that nobody opens beside the one who has: while its process lives, that is.
 HANDLE openLock(const std::string& directory, DWORD disposition) {
-  return CreateFileA((directory + "/" + kLockName).c_str(), GENERIC_READ | DELETE, 0, nullptr,
+  return CreateFileW(pathOf(directory + "/" + kLockName).c_str(), GENERIC_READ | DELETE, 0, nullptr,
                      disposition, FILE_ATTRIBUTE_HIDDEN, nullptr);
 }
 
-/// Calls `take` with the path of every entry of `directory` that matches, but for its own lock.
-template <typename Take>
-void forEachEntry(const std::string& directory, const char* pattern, Take take) {
-  WIN32_FIND_DATAA entry = {};
-  const HANDLE search = FindFirstFileA((directory + "/" + pattern).c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return;
-  do {
-    const std::string_view name = entry.cFileName;
-    if (name != "." && name != ".." && name != kLockName) {
-      take(fmt::format("{}/{}", directory, name));
-    }
-  } while (FindNextFileA(search, &entry) != 0);
-  FindClose(search);
+bool removeFile(const std::string& path) { return DeleteFileW(pathOf(path).c_str()) != 0; }
+
+void removeFolder(const std::string& path) { RemoveDirectoryW(pathOf(path).c_str()); }
+
+/// The paths of what is in the directory; none when it cannot be read.
+std::vector<std::string> entriesOf(const std::string& directory) {
+  std::error_code unreadable;
+  std::vector<std::string> entries = namesIn(directory, unreadable);
+  for (std::string& entry : entries) entry = fmt::format("{}/{}", directory, entry);
+  return entries;
 }
 
-/// Removes what is in the directory: files, and folders with nothing but files in them, as the
-/// library keeps one beside its columns.
+/// Removes what is in the directory but its lock: files, and folders with nothing but files in
+/// them, as the library keeps one beside its columns.
 void removeEntries(const std::string& directory) {
-  forEachEntry(directory, "*", [](const std::string& path) {
-    if (DeleteFileA(path.c_str()) != 0) return;
-    forEachEntry(path, "*", [](const std::string& inner) { DeleteFileA(inner.c_str()); });
-    RemoveDirectoryA(path.c_str());
-  });
+  for (const std::string& path : entriesOf(directory)) {
+    if (path.ends_with(kLockName) || removeFile(path)) continue;
+    for (const std::string& inner : entriesOf(path)) removeFile(inner);
+    removeFolder(path);
+  }
 }
 
 /// The lock goes last: whatever stops this midway, what is left is still known for what it is.
 void removeAll(const std::string& directory, HANDLE lock) {
   removeEntries(directory);
   CloseHandle(lock);
-  DeleteFileA((directory + "/" + kLockName).c_str());
-  RemoveDirectoryA(directory.c_str());
+  removeFile(directory + "/" + kLockName);
+  removeFolder(directory);
+}
+
+/// Removes the directory when it is one of ours whose process has died.
+void removeIfLeft(const std::string& root, const std::string& name) {
+  if (name.size() != kNameLength || !name.starts_with(kNameStart)) return;
+  const std::string left = fmt::format("{}/{}", root, name);
+  const HANDLE lock = openLock(left, OPEN_EXISTING);
+  if (lock != INVALID_HANDLE_VALUE) removeAll(left, lock);
 }
 
 }  // namespace
@@ -74,25 +84,24 @@ struct TemporaryDirectory::Handles {
 std::string temporaryRoot() {
   const char* const directory = std::getenv("TMPDIR");
   if (directory != nullptr && *directory != '\0') return directory;
-  std::array<char, MAX_PATH + 1> path{};
-  std::string root(path.data(), GetTempPathA(static_cast<DWORD>(path.size()), path.data()));
+  std::array<wchar_t, MAX_PATH + 1> path{};
+  GetTempPathW(static_cast<DWORD>(path.size()), path.data());
+  std::string root = bytesOf(path.data());
   while (!root.empty() && root.back() == '\\') root.pop_back();
   return root;
 }
 
 TemporaryDirectory::TemporaryDirectory(const std::string& root) {
-  forEachEntry(root, kNamePattern, [](const std::string& left) {
-    const HANDLE lock = openLock(left, OPEN_EXISTING);
-    if (lock != INVALID_HANDLE_VALUE) removeAll(left, lock);
-  });
+  std::error_code unreadable;
+  for (const std::string& name : namesIn(root, unreadable)) removeIfLeft(root, name);
   std::random_device dice;
   do {
     path_ = fmt::format("{}/mcbin-{:08x}", root, dice());
-    if (CreateDirectoryA(path_.c_str(), nullptr) != 0) {
+    if (CreateDirectoryW(pathOf(path_).c_str(), nullptr) != 0) {
       handles_.reset(new Handles{openLock(path_, CREATE_NEW)});
       if (handles_->lock != INVALID_HANDLE_VALUE) return;
       const DWORD reason = GetLastError();
-      RemoveDirectoryA(path_.c_str());
+      removeFolder(path_);
       SetLastError(reason);
       fail(root);
     }
