@@ -55,8 +55,8 @@ includes_that_point_up() {
 }
 
 operating_system_code() {
-  search '^ *# *(if|ifdef|ifndef|elif)\b.*(_WIN32|_WIN64|_MSC_VER|__linux__|__APPLE__|__unix__)' \
-    include src host toolkit cli examples | without '^src/platform/|/export\.h:'
+  search '^ *# *(if|ifdef|ifndef|elif)\b.*(WIN32|WIN64|_MSC_VER|__MINGW|__linux|__APPLE__|__unix)' \
+    include src host toolkit cli python/ext examples | without '^src/platform/|/export\.h:'
   search '^ *# *include *<(windows|io|unistd|fcntl|dlfcn|pthread|fnmatch|sys/[a-z]+)\.h>' \
     include src host toolkit cli |
     without '^(src/platform|(toolkit|cli)/system)/(posix|windows)/|^(toolkit|cli)/system/[a-z_]+\.(h|cpp):'

@@ -75,12 +75,24 @@ class Layers(unittest.TestCase):
         found = self.check().stderr.splitlines()
         self.assertEqual([line for line in planted if line not in found], [])
 
+    def test_operating_system_code_belongs_into_its_folders(self):
+        lines = ["#ifdef _WIN32", "# if defined(__linux__)", "#elif __MINGW32__",
+                 "#include <windows.h>", "#include <unistd.h>", "#include <sys/stat.h>"]
+        planted = [line for place in ("include", "src/data", "src/status", "toolkit/fit", "cli/text")
+                   for line in self.plant_lines(place, lines)]
+        self.plant_lines("src/platform/windows", lines)
+        self.plant_lines("toolkit/system/posix", lines[3:])
+        found = self.check().stderr.splitlines()[1:]
+        self.assertEqual(sorted(found), sorted(planted))
+
     def plant(self, place, headers):
-        """Puts includes first into a file, for the time of a test; what is to be found."""
+        return self.plant_lines(place, [f'#include "{header}"' for header in headers])
+
+    def plant_lines(self, place, lines):
+        """Puts lines first into a file, for the time of a test; what is to be found."""
         path = self.tree / place
         path = path / "planted.h" if path.is_dir() else path
         before = path.read_text() if path.exists() else ""
-        lines = [f'#include "{header}"' for header in headers]
         path.write_text("\n".join([*lines, before]))
         self.addCleanup(path.write_text, before)
         return [f"{path.relative_to(self.tree)}:{number}:{line}"
