@@ -3,13 +3,15 @@
 # ones in a bare Debian (needs root and mmdebstrap; else they are only unpacked), the archive in
 # another folder, the zip for Windows under wine (needs scripts/setup.sh --windows). Whatever is run
 # must give the bytes that the build's own program gives.
+# Usage: package.sh [STEP...]; the steps, all of them unless some are named: linux (builds the Debian
+# packages and the archive) debian archive windows python.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 source=$PWD
 packages=$source/build/packages
 tried=$source/build/packages/tried
-rm -rf "$packages"
+rm -rf "$tried"
 mkdir -p "$tried"
 fit=(fit - --target default --weight weight --exclude grade --json)
 data=$source/examples/data/loans.csv
@@ -21,7 +23,7 @@ say() { printf 'package: %s\n' "$*"; }
 
 # same <model> <what made it>: the model is the one that the build's own program makes.
 same() {
-  cmp "$1" "$tried/expected.json" || { say "$2 gives another model" >&2 && exit 1; }
+  model build/release/cli/mcbin | cmp "$1" - || { say "$2 gives another model" >&2 && exit 1; }
   say "$2 runs and gives the same model"
 }
 
@@ -86,25 +88,43 @@ try_zip() {
   say "a consumer of the zip runs under wine"
 }
 
-build release DEB TGZ
-model build/release/cli/mcbin >"$tried/expected.json"
-if [ "$(id -u)" -eq 0 ] && command -v mmdebstrap >/dev/null; then
-  try_in_bare_debian
-else
-  try_unpacked_debian
-fi
-tar xzf "$packages"/*.tar.gz -C "$tried"
-model "$tried"/mcbinning-*/bin/mcbin >"$tried/model.json"
-same "$tried/model.json" "the archive in another folder"
-use "$(echo "$tried"/mcbinning-*)"
-if [ -e build/windows-libraries/complete ]; then
-  build windows ZIP
-  try_zip
-else
-  say "notice: no zip for Windows; scripts/setup.sh --windows installs what it needs"
-fi
-if [ -x scripts/package_python.sh ]; then
-  scripts/package_python.sh
-fi
+make_linux() {
+  rm -rf "$packages"
+  mkdir -p "$tried"
+  build release DEB TGZ
+}
+
+try_debian() {
+  if [ "$(id -u)" -eq 0 ] && command -v mmdebstrap >/dev/null; then
+    try_in_bare_debian
+  else
+    try_unpacked_debian
+  fi
+}
+
+try_archive() {
+  tar xzf "$packages"/*-Linux-*.tar.gz -C "$tried"
+  model "$tried"/mcbinning-*/bin/mcbin >"$tried/model.json"
+  same "$tried/model.json" "the archive in another folder"
+  use "$(echo "$tried"/mcbinning-*)"
+}
+
+[ $# -gt 0 ] || set -- linux debian archive windows python
+for step in "$@"; do
+  case $step in
+    linux) make_linux ;;
+    debian) try_debian ;;
+    archive) try_archive ;;
+    windows)
+      if [ -e build/windows-libraries/complete ]; then
+        build windows ZIP
+        try_zip
+      else
+        say "notice: no zip for Windows; scripts/setup.sh --windows installs what it needs"
+      fi ;;
+    python) scripts/package_python.sh ;;
+    *) say "there is no step $step" >&2 && exit 2 ;;
+  esac
+done
 rm -rf "$tried" "$packages/_CPack_Packages"
 say "done: $(ls "$packages" | tr '\n' ' ')"
