@@ -1,5 +1,6 @@
 """What the tests of the built program share."""
 
+import functools
 import json
 import os
 import pathlib
@@ -13,6 +14,25 @@ ROOT = pathlib.Path(os.environ["MCBIN_SOURCE"])
 LOANS = ROOT / "examples" / "data" / "loans.csv"
 TIMEOUT = 300
 ON_WINDOWS = os.environ.get("MCBIN_ON_WINDOWS") == "1"
+STARTED = 2.0 if ON_WINDOWS else 0.3  # seconds after which the program surely runs
+
+
+class LostByEmulator(Exception):
+    """Wine at times ends a process that gets a signal, before the program hears of it."""
+
+
+def repeated_when_lost(test):
+    @functools.wraps(test)
+    def run(self):
+        for _ in range(10):
+            try:
+                return test(self)
+            except LostByEmulator:
+                for path in self.left():
+                    shutil.rmtree(path) if path.is_dir() else path.unlink()
+        self.fail("no run was left to the program")
+
+    return run
 
 
 class ProgramTest(unittest.TestCase):
@@ -45,10 +65,29 @@ class ProgramTest(unittest.TestCase):
         )
         result.stdout = result.stdout.decode()
         result.stderr = result.stderr.decode()
-        # What runs a Windows program may have a temporary file of its own.
-        left = [path for path in self.temporary.iterdir() if not path.name.startswith("wine-")]
-        self.assertEqual(left, [], "temporary files were left behind")
+        self.assertEqual(self.left(), [], "temporary files were left behind")
         return result
+
+    def start(self, *arguments, **options):
+        """A run under way. What runs Windows programs does so already, lest it take the longest."""
+        if ON_WINDOWS:
+            self.succeed("--version")
+        return subprocess.Popen([MCBIN, *map(str, arguments)], cwd=self.directory,
+                                env=self.environment, stdout=subprocess.PIPE,
+                                stderr=subprocess.PIPE, **options)
+
+    def signal(self, process, number):
+        """What the run writes once it has got the signal, and its exit code."""
+        process.send_signal(number)
+        process.wait(timeout=60)
+        stdout, stderr = process.communicate()
+        if ON_WINDOWS and (stdout, stderr, process.returncode) == (b"", b"", 0):
+            raise LostByEmulator
+        return stdout, stderr, process.returncode
+
+    def left(self):
+        """Temporary files, but for those that what runs a Windows program has itself."""
+        return [path for path in self.temporary.iterdir() if not path.name.startswith("wine-")]
 
     def succeed(self, *arguments, **options):
         result = self.run_program(*arguments, **options)

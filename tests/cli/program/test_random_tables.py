@@ -138,7 +138,7 @@ class RandomTables(ProgramTest):
             with self.subTest(run=run, seed=SEED):
                 (self.directory / "m.json").unlink(missing_ok=True)
                 fitted += self.judge(Table(random.Random(f"{SEED} {run}")))
-        self.assertEqual(list(self.temporary.iterdir()), [])
+        self.assertEqual(self.left(), [])
         print(f"random tables: {fitted} of {RUNS} fitted")
         self.assertGreater(fitted, RUNS // 4)
 
