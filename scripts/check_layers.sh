@@ -24,7 +24,7 @@ api='mcbinning/(settings|outputs|algorithms|factories)\.h'
 # From the lowest folder to the highest; a folder sees itself and those before it.
 toolkit_includes_that_point_up() {
   local seen='mcbinning/|numerics/|toolkit/(errors|monitor)\.h' folder
-  for folder in text system input columns model tables fit apply export report score; do
+  for folder in text system input columns model tables fit rounds apply export report score; do
     seen+="|toolkit/$folder/"
     only "$seen" "toolkit/$folder"
   done

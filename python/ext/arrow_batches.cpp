@@ -91,6 +91,8 @@ bool ArrowBatches::NextBatch(ColumnBatch& batch) {
   if (!array) return false;
   if ((*array)->null_count > 0) throw DataError("the Arrow stream holds rows that are null");
   batch = BatchOf(array);
+  batch.firstRow = rowsRead_;
+  rowsRead_ += batch.rows;
   return true;
 }
 
@@ -107,6 +109,7 @@ ColumnBatch ArrowBatches::BatchOf(const Array& array) const {
 }
 
 void ArrowBatches::Rewind() {
+  rowsRead_ = 0;
   if (isUntouched_) return;
   if (use_ == StreamUse::Once) {
     // What was not read yet is lost unless it is kept, too.

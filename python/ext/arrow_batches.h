@@ -50,6 +50,7 @@ class ArrowBatches : public BatchReader {
   std::vector<ColumnHead> heads_;
   std::vector<Array> kept_;
   std::size_t nextKept_ = 0;
+  std::uint64_t rowsRead_ = 0;
   bool isUntouched_ = false;  ///< No batch of the stream was read yet.
 };
 

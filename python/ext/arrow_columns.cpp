@@ -1,6 +1,7 @@
 #include "python/ext/arrow_columns.h"
 
 #include <cstdlib>
+#include <limits>
 #include <string_view>
 
 #include "toolkit/columns/number_columns.h"
@@ -118,6 +119,20 @@ Meaning meaningOf(std::string_view format) {
   return Meaning::Unfit;
 }
 
+/// ColumnHead::exactBelow. Decimals of 15 digits are doubles that differ.
+double exactBelow(std::string_view format) {
+  constexpr double kWholeDoubles = 9'007'199'254'740'992.0;  // 2^53
+  constexpr int kExactDigits = 15;
+  if (format == "l" || format == "L") return kWholeDoubles;
+  if (meaningOf(format) == Meaning::Readable && format[0] == 'd') {
+    double below = 1.0;
+    const int digits = kExactDigits - DecimalFormat(format.data()).scale;
+    for (int digit = 0; digit < std::abs(digits); ++digit) below *= 10.0;
+    return digits < 0 ? 1.0 / below : below;
+  }
+  return std::numeric_limits<double>::infinity();
+}
+
 std::string_view typeName(std::string_view format) {
   if (format.substr(0, 2) == "td") return "dates";
   if (format.substr(0, 2) == "ts") return "points in time";
@@ -164,6 +179,7 @@ ColumnHead headOf(const ArrowSchema& schema) {
   }
   const Meaning meaning = meaningOf(schema.format);
   head.onlyNumbers = meaning == Meaning::Numbers;
+  head.exactBelow = exactBelow(schema.format);
   if (meaning == Meaning::Unfit) {
     head.whyUnfit = "it holds " + std::string(typeName(schema.format)) + ", not numbers or texts";
   }

@@ -15,6 +15,7 @@
 #include "toolkit/fit/text_cases.h"
 #include "toolkit/input/cells.h"
 #include "toolkit/input/open_table.h"
+#include "toolkit/rounds/fit_batches.h"
 
 namespace mcbin::python {
 namespace nb = nanobind;
@@ -24,38 +25,47 @@ namespace {
 /// A model, and what does not fit the data.
 using Fitted = std::pair<Model, std::vector<std::string>>;
 
-Fitted run(CaseSource& cases, const FitRequest& request, Monitor& monitor, std::size_t jobs,
-           const AnotherSource& another) {
+/// `fit` makes the model, given how to watch.
+template <class Fit>
+Fitted run(Monitor& monitor, const Fit& fit) {
   const MutedStandardOutput muted;
   FitTimings timings;
   std::vector<std::string> notes;
-  const auto note = [&notes](const std::string& text) { notes.push_back(text); };
-  Model model = fitModel(request, cases, {monitor, {}, false, note, jobs, another}, timings);
+  FitWatch watch{monitor};
+  watch.noted = [&notes](const std::string& text) { notes.push_back(text); };
+  Model model = fit(watch, timings);
   monitor.ThrowIfStopped();
   return {std::move(model), std::move(notes)};
 }
 
+/// With at least `roundsFrom` rows in rounds; None for never.
 Fitted fitSource(BatchReader& source, const FitRequest& request, nb::object progress,
-                 std::size_t jobs) {
+                 std::size_t jobs, std::optional<std::uint64_t> roundsFrom) {
   RunMonitor monitor(std::move(progress));
   std::vector<std::unique_ptr<BatchReader>> others;  // to be destroyed with the interpreter lock
   const nb::gil_scoped_release unlocked;
-  const auto another = [&]() -> std::unique_ptr<CaseSource> {
-    others.push_back(source.Another());
-    if (!others.back()) return nullptr;
-    return std::make_unique<ColumnCases>(*others.back(), request.naTexts);
-  };
   source.Rewind();
-  ColumnCases cases(source, request.naTexts);
-  return run(cases, request, monitor, jobs, another);
+  return run(monitor, [&](FitWatch& watch, FitTimings& timings) {
+    watch.jobs = jobs;
+    watch.another = [&]() -> std::unique_ptr<CaseSource> {
+      others.push_back(source.Another());
+      if (!others.back()) return nullptr;
+      return std::make_unique<ColumnCases>(*others.back(), request.naTexts);
+    };
+    if (roundsFrom) return fitBatches(request, source, watch, *roundsFrom, timings);
+    ColumnCases cases(source, request.naTexts);
+    return fitModel(request, cases, watch, timings);
+  });
 }
 
 Fitted fitFile(const FitRequest& request, nb::object progress) {
   RunMonitor monitor(std::move(progress));
   const nb::gil_scoped_release unlocked;
   const std::unique_ptr<TableReader> reader = openTable(request.input, monitor);
-  TextCases cases(*reader, request.naTexts);
-  return run(cases, request, monitor, 1, {});
+  return run(monitor, [&](FitWatch& watch, FitTimings& timings) {
+    TextCases cases(*reader, request.naTexts);
+    return fitModel(request, cases, watch, timings);
+  });
 }
 
 void append(std::vector<GivenCuts> more, std::vector<GivenCuts>& cuts) {
@@ -133,7 +143,8 @@ void bindFit(nb::module_& module) {
       .def_rw("table", &InputOptions::table, nb::for_setter(nb::arg("value").none()))
       .def_rw("query", &InputOptions::query, nb::for_setter(nb::arg("value").none()));
   bindRequest(module);
-  module.def("fit_source", &fitSource, "source"_a, "request"_a, "progress"_a.none(), "jobs"_a);
+  module.def("fit_source", &fitSource, "source"_a, "request"_a, "progress"_a.none(), "jobs"_a,
+             "rounds_from"_a.none());
   module.def("fit_file", &fitFile, "request"_a, "progress"_a.none());
 }
 

@@ -29,14 +29,20 @@ std::string exported(const Model& model, const std::string& format) {
   return exportFormat(format).write(model, {});
 }
 
-std::string sql(const Model& model, bool intervals, const std::optional<std::string>& table,
-                const std::string& dialect) {
+/// The value that `name` stands for.
+template <class Choices>
+auto valueOf(const Choices& choices, const char* what, const std::string& name) {
   const auto* const found =
-      std::find_if(std::begin(kSqlDialects), std::end(kSqlDialects),
-                   [&dialect](const Choice<SqlDialect>& choice) { return choice.name == dialect; });
-  if (found == std::end(kSqlDialects)) throw UsageError("there is no dialect " + dialect);
-  const LabelStyle style = intervals ? LabelStyle::Interval : LabelStyle::Index;
-  return exportFormat("sql").write(model, {style, table, found->value});
+      std::find_if(std::begin(choices), std::end(choices),
+                   [&name](const auto& choice) { return choice.name == name; });
+  if (found == std::end(choices)) throw UsageError("there is no " + (what + (" " + name)));
+  return found->value;
+}
+
+std::string sql(const Model& model, const std::string& style,
+                const std::optional<std::string>& table, const std::string& dialect) {
+  return exportFormat("sql").write(model, {valueOf(kLabelStyles, "style", style), table,
+                                           valueOf(kSqlDialects, "dialect", dialect)});
 }
 
 std::optional<EvidenceTuples> evidence(const Model& model, std::size_t attribute) {
@@ -81,7 +87,7 @@ void bindModel(nb::module_& module) {
       .def("to_json", &modelToJson)
       .def("save", &save, "path"_a)
       .def("export", &exported, "format"_a)
-      .def("sql", &sql, "intervals"_a, "table"_a.none(), "dialect"_a)
+      .def("sql", &sql, "style"_a, "table"_a.none(), "dialect"_a)
       .def("report", &reportPage)
       .def("text", &modelText)
       .def("attribute_text", &textOfAttribute, "attribute"_a)

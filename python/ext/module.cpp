@@ -13,5 +13,6 @@ NB_MODULE(_core, module) {
   mcbin::python::bindModel(module);
   mcbin::python::bindFit(module);
   mcbin::python::bindApply(module);
+  mcbin::python::bindRounds(module);
   mcbin::python::bindScore(module);
 }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -32,6 +33,7 @@ class Column {
 /// Rows of all columns. What the columns point to lives as long as `owner`.
 struct ColumnBatch {
   std::size_t rows = 0;
+  std::uint64_t firstRow = 0;  ///< How many rows of the table are before it.
   std::vector<std::unique_ptr<Column>> columns;
   std::shared_ptr<const void> owner;
 };
@@ -41,6 +43,8 @@ struct ColumnHead {
   std::string name;
   std::string whyUnfit;  ///< Not empty for a type that is neither numbers nor texts.
   bool onlyNumbers = false;
+  /// Cells of at least this magnitude may differ and still be the same double.
+  double exactBelow = std::numeric_limits<double>::infinity();
 };
 
 /// A table in batches of rows, front to back as often as wanted. Failures are exceptions.

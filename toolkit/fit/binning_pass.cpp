@@ -68,36 +68,6 @@ std::optional<EvidenceOptions> evidenceOf(const FitRequest& request, const Targe
   return options;
 }
 
-/// Everything of the model that is known before the library runs.
-Model modelOf(const FitRequest& request, const std::vector<ColumnPlan>& columns,
-              const FeedLayout& layout, const std::vector<std::string>& categories) {
-  Model model;
-  model.program = "mcbin " MCBIN_VERSION;
-  model.method = request.method;
-  model.closedSide = request.closedSide;
-  model.source = sourceOf(request.input);
-  model.options = optionsOf(request, columns);
-  if (layout.targetColumn) {
-    const ColumnPlan& column = columns[*layout.targetColumn];
-    model.target = TargetModel{column.name, categories, allAsUtf8(column.missingTexts), {}, 0.0};
-    model.target->evidence = evidenceOf(request, *model.target);
-  }
-  if (layout.weightColumn) {
-    const ColumnPlan& column = columns[*layout.weightColumn];
-    model.weight = WeightModel{column.name, column.missing, request.rounding};
-  }
-  for (std::size_t c : layout.attributeColumns) {
-    AttributeModel attribute;
-    attribute.name = columns[c].name;
-    attribute.missing = columns[c].missing;
-    model.attributes.push_back(std::move(attribute));
-  }
-  for (const ColumnPlan& column : columns) {
-    if (column.use == ColumnUse::LeftOut) model.leftOut.push_back({column.name, column.reason});
-  }
-  return model;
-}
-
 void takeCounts(const CaseFeed& feed, Model& model) {
   model.cases = feed.Cases();
   if (model.target) {
@@ -129,11 +99,42 @@ SourceModel sourceOf(const InputOptions& input) {
   return {mcbin::asUtf8(input.data), asUtf8(input.table), asUtf8(input.query)};
 }
 
+Model plannedModel(const PassSetting& setting, const FeedLayout& layout) {
+  const FitRequest& request = setting.request;
+  const std::vector<ColumnPlan>& columns = setting.columns;
+  Model model;
+  model.program = "mcbin " MCBIN_VERSION;
+  model.method = request.method;
+  model.closedSide = request.closedSide;
+  model.source = sourceOf(request.input);
+  model.options = optionsOf(request, columns);
+  if (layout.targetColumn) {
+    const ColumnPlan& column = columns[*layout.targetColumn];
+    model.target =
+        TargetModel{column.name, setting.scan.categories, allAsUtf8(column.missingTexts), {}, 0.0};
+    model.target->evidence = evidenceOf(request, *model.target);
+  }
+  if (layout.weightColumn) {
+    const ColumnPlan& column = columns[*layout.weightColumn];
+    model.weight = WeightModel{column.name, column.missing, request.rounding};
+  }
+  for (std::size_t c : layout.attributeColumns) {
+    AttributeModel attribute;
+    attribute.name = columns[c].name;
+    attribute.missing = columns[c].missing;
+    model.attributes.push_back(std::move(attribute));
+  }
+  for (const ColumnPlan& column : columns) {
+    if (column.use == ColumnUse::LeftOut) model.leftOut.push_back({column.name, column.reason});
+  }
+  return model;
+}
+
 PassResult runPass(const PassSetting& setting, const FeedLayout& layout, CaseSource& cases,
                    Monitor& monitor) {
   const FitRequest& request = setting.request;
   PassResult result;
-  result.model = modelOf(request, setting.columns, layout, setting.scan.categories);
+  result.model = plannedModel(setting, layout);
   CaseFeed feed(cases, setting.columns, layout, setting.scan, request.naTexts, request.rounding,
                 setting.timesFeed);
   runLibrary(feed, setting.scan.rows, monitor, result.model);

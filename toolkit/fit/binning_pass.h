@@ -31,6 +31,9 @@ struct PassResult {
   double feedSeconds = 0.0;  ///< CaseFeed::Seconds.
 };
 
+/// Everything of the model that is known before anything is binned.
+Model plannedModel(const PassSetting& setting, const FeedLayout& layout);
+
 /// Goes over the cases, in front of the first of which `cases` stands, and bins the attributes of
 /// the layout. DataError, too, when there are not as many cases as the scan saw.
 PassResult runPass(const PassSetting& setting, const FeedLayout& layout, CaseSource& cases,

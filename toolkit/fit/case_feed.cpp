@@ -14,11 +14,6 @@ namespace {
 
 constexpr double kMissingCategory = -1.0;
 
-IBINVariable::BINWRoundingOption roundingOption(WeightRounding rounding) {
-  return rounding == WeightRounding::Truncate ? IBINVariable::TruncateToSmallerInt
-                                              : IBINVariable::RoundToClosestInt;
-}
-
 int sizeOf(const FeedLayout& layout) {
   return static_cast<int>(layout.attributeColumns.size()) + (layout.targetColumn ? 1 : 0) +
          (layout.weightColumn ? 1 : 0);
@@ -44,13 +39,10 @@ CaseFeed::CaseFeed(CaseSource& source, const std::vector<ColumnPlan>& columns,
     : source_(source),
       columns_(columns),
       layout_(layout),
-      naTexts_(naTexts),
-      codes_(scan.codes),
-      weightEncoder_(roundingOption(rounding)),
+      reader_(source, columns, layout, scan, naTexts, rounding),
       record_(sizeOf(layout)),
       isTimed_(isTimed),
-      classWeights_(scan.categories.size(), 0.0),
-      declared_(columns.begin(), columns.end()) {
+      classWeights_(scan.categories.size(), 0.0) {
   const WeightedCounts none{0.0, classWeights_};
   missing_.assign(layout.attributeColumns.size(), none);
   userMissing_ = missing_;
@@ -100,12 +92,11 @@ void CaseFeed::RethrowFailure() const {
 void CaseFeed::FillRecord() {
   ++cases_.read;
   int cell = 0;
-  const int code = TargetCode();
+  const int code = reader_.TargetCode();
   if (layout_.targetColumn) record_[cell++] = code < 0 ? kMissingCategory : code;
-  double weight = 1.0;
+  double weight = reader_.RoundedWeight();
   if (layout_.weightColumn) {
-    weight = RoundedWeight();
-    record_[cell++] = ReadValue(*layout_.weightColumn).value_or(MCMV::gMissingValue);
+    record_[cell++] = reader_.Value(*layout_.weightColumn).value_or(MCMV::gMissingValue);
   }
   const bool isUsed = weight != MCMV::gMissingValue;
   ++(isUsed ? cases_.used : cases_.droppedForWeight);
@@ -119,41 +110,15 @@ void CaseFeed::FillRecord() {
   }
 }
 
-int CaseFeed::TargetCode() {
-  if (!layout_.targetColumn) return -1;
-  const std::size_t column = *layout_.targetColumn;
-  const std::string_view category =
-      categoryOf(source_.ReadText(column), naTexts_, columns_[column].missingTexts);
-  if (category.empty()) {
-    declared_[column].Meet(trimmed(source_.ReadText(column)));
-    return -1;
-  }
-  const auto code = codes_.find(category);
-  if (code == codes_.end()) FailChanged(column);
-  return code->second;
-}
-
-double CaseFeed::RoundedWeight() {
-  const std::size_t column = *layout_.weightColumn;
-  const std::optional<double> weight = ReadValue(column);
-  if (!weight) return MCMV::gMissingValue;
-  if (columns_[column].missing.Contains(*weight)) {
-    declared_[column].Meet(*weight);
-    return MCMV::gMissingValue;
-  }
-  return weightEncoder_.Encode(*weight);
-}
-
 void CaseFeed::FillAttribute(std::size_t attribute, int code, double weight) {
   const std::size_t column = layout_.attributeColumns[attribute];
-  const std::optional<double> value = ReadValue(column);
+  bool isDeclared = false;
+  const std::optional<double> value = reader_.Value(column, isDeclared);
   const std::size_t cell =
       attribute + (layout_.targetColumn ? 1 : 0) + (layout_.weightColumn ? 1 : 0);
   std::optional<Given>& given = given_[attribute];
   record_[static_cast<int>(cell)] =
       given ? MCMV::gMissingValue : value.value_or(MCMV::gMissingValue);
-  const bool isDeclared = value && columns_[column].missing.Contains(*value);
-  if (isDeclared) declared_[column].Meet(*value);
   if (layout_.targetColumn && code < 0) return;
   if (given) {
     if (weight > 0.0) Count(*given, value, code, weight);
@@ -167,41 +132,6 @@ void CaseFeed::Count(Given& given, std::optional<double> value, int code, double
   const auto known = code < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(code));
   const Placement placement = countCase(given.counted, layout_.closedSide, value, known, weight);
   if (placement.kind == Placement::Kind::Bin) given.values.Add(*value);
-}
-
-Notes CaseFeed::NeverMet() const {
-  Notes notes;
-  for (std::size_t column = 0; column < declared_.size(); ++column) {
-    if (columns_[column].use == ColumnUse::LeftOut) continue;
-    for (auto& [position, note] : declared_[column].NeverMet()) {
-      notes.emplace(std::pair(column, position), note);
-    }
-  }
-  return notes;
-}
-
-std::optional<double> CaseFeed::ReadValue(std::size_t column) {
-  double value = 0.0;
-  switch (source_.ReadNumber(column, value)) {
-    case CellKind::Missing:
-      return std::nullopt;
-    case CellKind::Number:
-      break;
-    default:
-      FailChanged(column);
-  }
-  if (value == MCMV::gMissingValue) {
-    throw DataError(fmt::format(
-        "{}: {} in column {} is the number that stands for a missing "
-        "value inside the library: name it with --na if it is missing",
-        source_.Where(), quotedExcerpt(source_.ReadText(column)), excerpt(columns_[column].name)));
-  }
-  return value;
-}
-
-void CaseFeed::FailChanged(std::size_t column) const {
-  throw DataError(fmt::format("{}: column {} changed while the data were read: run it again",
-                              source_.Where(), excerpt(columns_[column].name)));
 }
 
 const WeightedCounts& CaseFeed::MissingCases(std::size_t attribute) const {

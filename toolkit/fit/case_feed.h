@@ -3,7 +3,6 @@
 #define MCBIN_TOOLKIT_FIT_CASE_FEED_H
 
 #include <mcbinning/case_iterator.h>
-#include <mcbinning/encoders.h>
 #include <mccomvor/record.h>
 
 #include <chrono>
@@ -16,25 +15,13 @@
 #include <vector>
 
 #include "toolkit/fit/case_count.h"
+#include "toolkit/fit/case_reader.h"
 #include "toolkit/fit/case_source.h"
 #include "toolkit/fit/column_plan.h"
 #include "toolkit/fit/column_scan.h"
-#include "toolkit/fit/declared_values.h"
 #include "toolkit/model/model.h"
 
 namespace mcbin {
-
-/// Which column of the data each variable of the library's list is. The list holds the target (if
-/// any), the weight (if any) and then the attributes in the order of their columns.
-struct FeedLayout {
-  std::optional<std::size_t> targetColumn;
-  std::optional<std::size_t> weightColumn;
-  std::vector<std::size_t> attributeColumns;
-  ClosedSide closedSide = ClosedSide::Right;  ///< Of bins whose cut points are given.
-};
-
-/// Notes by column and by position among its declarations: their texts may be the same.
-using Notes = std::map<std::pair<std::size_t, std::size_t>, std::string>;
 
 /// The weights in that column, up to the case that `cases` stands at, add up to infinity.
 [[noreturn]] void failWeightOverflow(const CaseSource& cases, std::size_t column);
@@ -65,7 +52,7 @@ class CaseFeed : public BINCaseIterator {
   const std::vector<double>& ClassWeights() const { return classWeights_; }
   double TargetMissingWeight() const { return targetMissingWeight_; }
   /// What the user declared missing and no case has, in words.
-  Notes NeverMet() const;
+  Notes NeverMet() const { return reader_.NeverMet(); }
   /// By position among the attributes.
   const WeightedCounts& MissingCases(std::size_t attribute) const;
   const WeightedCounts& UserMissingCases(std::size_t attribute) const;
@@ -81,19 +68,13 @@ class CaseFeed : public BINCaseIterator {
   };
 
   void FillRecord();
-  int TargetCode();
-  double RoundedWeight();
   void FillAttribute(std::size_t attribute, int code, double weight);
   void Count(Given& given, std::optional<double> value, int code, double weight) const;
-  std::optional<double> ReadValue(std::size_t column);
-  [[noreturn]] void FailChanged(std::size_t column) const;
 
   CaseSource& source_;
   const std::vector<ColumnPlan>& columns_;
   const FeedLayout& layout_;
-  const std::vector<std::string>& naTexts_;
-  const ClassCodes& codes_;
-  BINRoundEncoder weightEncoder_;
+  CaseReader reader_;
   MCCommon::Record record_;
   bool caseIsReady_ = false;
   bool atEnd_ = false;
@@ -109,7 +90,6 @@ class CaseFeed : public BINCaseIterator {
   std::vector<WeightedCounts> missing_;
   std::vector<WeightedCounts> userMissing_;
   std::vector<std::optional<Given>> given_;
-  std::vector<DeclaredValues> declared_;  ///< By column.
 };
 
 }  // namespace mcbin

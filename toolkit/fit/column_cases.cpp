@@ -2,10 +2,13 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 namespace mcbin {
 
-ColumnCases::ColumnCases(BatchReader& reader, const std::vector<std::string>& naTexts)
-    : reader_(reader), cells_(naTexts) {
+ColumnCases::ColumnCases(BatchReader& reader, const std::vector<std::string>& naTexts,
+                         std::string place)
+    : reader_(reader), cells_(naTexts), place_(std::move(place)) {
   for (const ColumnHead& head : reader.Heads()) names_.push_back(head.name);
 }
 
@@ -13,7 +16,6 @@ void ColumnCases::Rewind() {
   reader_.Rewind();
   batch_ = {};
   row_ = 0;
-  rowsBefore_ = 0;
 }
 
 bool ColumnCases::NextCase() {
@@ -22,7 +24,6 @@ bool ColumnCases::NextCase() {
     return true;
   }
   do {
-    rowsBefore_ += batch_.rows;
     batch_.rows = 0;
     if (!reader_.NextBatch(batch_)) return false;
   } while (batch_.rows == 0);
@@ -30,11 +31,13 @@ bool ColumnCases::NextCase() {
   return true;
 }
 
-std::string ColumnCases::Where() const { return fmt::format("row {}", rowsBefore_ + row_); }
+std::string ColumnCases::Where() const {
+  return place_.empty() ? fmt::format("row {}", batch_.firstRow + row_) : place_;
+}
 
 double ColumnCases::ShareRead() const {
   const std::uint64_t rows = reader_.Rows();
-  return rows == 0 ? -1.0 : static_cast<double>(rowsBefore_ + row_) / static_cast<double>(rows);
+  return rows == 0 ? -1.0 : static_cast<double>(batch_.firstRow + row_) / static_cast<double>(rows);
 }
 
 }  // namespace mcbin

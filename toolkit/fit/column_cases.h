@@ -13,8 +13,9 @@ namespace mcbin {
 
 class ColumnCases : public CaseSource {
  public:
-  /// Borrows `reader`, which must stand in front of its first batch.
-  ColumnCases(BatchReader& reader, const std::vector<std::string>& naTexts);
+  /// Borrows `reader`, which must stand in front of its first batch. `place` is what Where() says
+  /// of a table whose rows have no order; empty for the row.
+  ColumnCases(BatchReader& reader, const std::vector<std::string>& naTexts, std::string place = {});
 
   const std::vector<std::string>& ColumnNames() const override { return names_; }
   std::string WhyUnfit(std::size_t column) const override {
@@ -31,7 +32,7 @@ class ColumnCases : public CaseSource {
   std::string_view ReadText(std::size_t column) override {
     return batch_.columns[column]->ReadText(row_, text_);
   }
-  /// "row 17", counting from 0.
+  /// "row 17", counting from 0, or the place.
   std::string Where() const override;
   double ShareRead() const override;
 
@@ -40,9 +41,9 @@ class ColumnCases : public CaseSource {
   ScaleCells cells_;
   std::vector<std::string> names_;
   ColumnBatch batch_;
-  std::size_t row_ = 0;           ///< In the batch; one behind its last row when it is used up.
-  std::uint64_t rowsBefore_ = 0;  ///< In earlier batches.
+  std::size_t row_ = 0;  ///< In the batch.
   std::string text_;
+  std::string place_;
 };
 
 }  // namespace mcbin

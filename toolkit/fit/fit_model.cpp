@@ -1,6 +1,7 @@
 #include "toolkit/fit/fit_model.h"
 
 #include <chrono>
+#include <optional>
 #include <utility>
 
 #include "toolkit/fit/bin_check.h"
@@ -41,6 +42,17 @@ FeedLayout layoutOf(const std::vector<ColumnPlan>& columns, ClosedSide closedSid
   return layout;
 }
 
+/// By the ordinary run of the library, or as `watch` has it.
+PassResult secondPass(const PassSetting& setting, const FeedLayout& layout, CaseSource& cases,
+                      const FitWatch& watch) {
+  const bool cutsAreGiven = !setting.request.cuts.empty();
+  if (watch.binned && !cutsAreGiven) {
+    if (std::optional<PassResult> result = watch.binned(setting, layout)) return *std::move(result);
+  }
+  cases.Rewind();
+  return runPasses(setting, layout, cases, watch.jobs, watch.another, watch.monitor);
+}
+
 }  // namespace
 
 Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& watch,
@@ -49,24 +61,31 @@ Model fitModel(const FitRequest& request, CaseSource& cases, const FitWatch& wat
   auto start = std::chrono::steady_clock::now();
   std::vector<ColumnPlan> columns = planColumns(request, cases.ColumnNames());
   const TableScan seen = scanTable(cases, scanRequest(request, columns), watch.monitor);
-  applyScan(seen, shownName(request.input.data), columns);
   timings.scanning = secondsSince(start);
+  return fitScanned(request, std::move(columns), seen, watch,
+                    [&](const PassSetting& setting, const FeedLayout& layout) {
+                      start = std::chrono::steady_clock::now();
+                      PassResult result = secondPass(setting, layout, cases, watch);
+                      timings.feeding = result.feedSeconds;
+                      timings.binning = secondsSince(start) - timings.feeding;
+                      return result;
+                    });
+}
+
+Model fitScanned(const FitRequest& request, std::vector<ColumnPlan> columns, const TableScan& seen,
+                 const FitWatch& watch,
+                 const std::function<PassResult(const PassSetting&, const FeedLayout&)>& bin) {
+  applyScan(seen, shownName(request.input.data), columns);
   watch.monitor.Clear();
   if (watch.planned) watch.planned(columns, seen.rows, seen.categories);
-
-  start = std::chrono::steady_clock::now();
-  cases.Rewind();
   PassResult result =
-      runPasses({request, columns, seen, watch.timesFeed}, layoutOf(columns, request.closedSide),
-                cases, watch.jobs, watch.another, watch.monitor);
+      bin({request, columns, seen, watch.timesFeed}, layoutOf(columns, request.closedSide));
   checkBins(result.model);
   joinBins(result.model);
   if (watch.noted) {
     for (const auto& [_, note] : result.neverMet) watch.noted(note);
   }
   watch.monitor.Clear();
-  timings.feeding = result.feedSeconds;
-  timings.binning = secondsSince(start) - timings.feeding;
   return std::move(result.model);
 }
 

@@ -1,26 +1,22 @@
 #include "toolkit/fit/library_run.h"
 
-#include <fmt/format.h>
 #include <mcbinning/mcbinning.h>
-#include <mccomvor/missing_value.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 #include "toolkit/errors.h"
-#include "toolkit/fit/bin_check.h"
 #include "toolkit/fit/bin_recount.h"
+#include "toolkit/fit/library_records.h"
 #include "toolkit/fit/status_text.h"
 #include "toolkit/system/temporary_directory.h"
-#include "toolkit/text/visible_text.h"
 
 namespace mcbin {
 namespace {
@@ -73,10 +69,6 @@ class RunWatch : public MCQueryCancel, public ProgressListener {
   int reason_ = 0;
 };
 
-void require(bool accepted, const char* what) {
-  if (!accepted) throw std::logic_error(fmt::format("the library refused {}", what));
-}
-
 void addMissing(BINVarList& list, int index, const MissingRules& rules) {
   for (double value : rules.values) {
     require(list.AddDiscreteUserMissing(index, value, ""), "a user-missing value");
@@ -123,72 +115,11 @@ struct RunSetting {
 /// What the settings of both algorithms share.
 template <class Settings>
 void configure(Settings& settings, const Model& model, RunSetting& run) {
-  require(settings.SetNumberOfBins(model.options.bins), "the number of bins");
+  setBins(model, settings);
   require(settings.SetNSkippedCasesReports(kCasesPerReport), "the report interval");
-  settings.SetRightBorderClosed(model.closedSide == ClosedSide::Right);
   settings.SetCancelPointer(&run.watch);
   settings.SetProgressListener(&run.watch);
   settings.SetTempDirName(run.directory.Path());
-}
-
-std::optional<double> unlessMissing(double value) {
-  if (value == MCMV::gMissingValue) return std::nullopt;
-  return value;
-}
-
-/// What the records of both algorithms share. Sizes the bins but does not fill them.
-template <class Results>
-void takeResults(const Results& results, AttributeModel& attribute) {
-  attribute.status = attributeStatus(results.GetStatus());
-  attribute.cutPoints = results.GetCutPoints();
-  attribute.bins.resize(attribute.cutPoints.size() + 1);
-  attribute.distinctValues = results.GetNDistinctValues();
-  attribute.totalWeight = results.GetTotalWeight();
-  attribute.totalWeightWithMissing = results.GetTotalWeightWithMissing();
-  attribute.minimum = unlessMissing(results.GetMinimum());
-  attribute.maximum = unlessMissing(results.GetMaximum());
-}
-
-void takeRecord(const BINAttributeTargetResults& record, std::size_t categories,
-                AttributeModel& attribute) {
-  takeResults(record, attribute);
-  const auto& rows = record.GetCellCounts();
-  require(rows.size() == attribute.bins.size(), "to count every bin");
-  for (std::size_t bin = 0; bin < attribute.bins.size(); ++bin) {
-    // An attribute that was not searched has an empty row; categories that no used case carries
-    // may lack their columns.
-    std::vector<double> row = rows[bin];
-    row.resize(categories + 1, 0.0);
-    attribute.bins[bin].weight = row.front();
-    attribute.bins[bin].classWeights.assign(row.begin() + 1, row.end());
-  }
-  attribute.entropyAfter = unlessMissing(record.GetModelEntropy());
-  if (attribute.entropyAfter) {
-    attribute.entropyBefore = entropyOf(sumOverBins(attribute.bins));
-  }
-}
-
-void takeRecord(const BINAttributeResults& record, AttributeModel& attribute) {
-  takeResults(record, attribute);
-  const std::vector<double>& weights = record.GetCellCounts();
-  if (weights.empty()) return;  // no case has a value
-  require(weights.size() == attribute.bins.size(), "to count every bin");
-  for (std::size_t bin = 0; bin < attribute.bins.size(); ++bin) {
-    attribute.bins[bin].weight = weights[bin];
-  }
-}
-
-/// Why no case can be used: there is none, or no weight lasts.
-[[noreturn]] void failWithoutCases(const Model& model, const CaseFeed& feed) {
-  if (!model.weight || feed.Cases().read == 0) {
-    throw DataError("no case can be used: there is none");
-  }
-  const bool truncates = model.weight->rounding == WeightRounding::Truncate;
-  throw DataError(fmt::format(
-      "no case can be used: every weight in column {} is missing or, {} to a whole number, not "
-      "positive{}",
-      excerpt(model.weight->name), truncates ? "truncated" : "rounded",
-      truncates ? " (--weight-rounding round rounds it)" : ""));
 }
 
 /// A factory asks, too, whether to go on.
@@ -202,7 +133,7 @@ void checkRun(RunSetting& run, const Model& model, const MCBinning::MCStatus& st
   run.watch.NoteReason();
   run.feed.RethrowFailure();
   run.monitor.ThrowIfStopped();
-  if (status.GetErrorCode() == 120004) failWithoutCases(model, run.feed);
+  if (status.GetErrorCode() == 120004) failWithoutCases(model, run.feed.Cases().read);
   throwIfRunFailed(status, reason);
 }
 
@@ -236,7 +167,6 @@ void takeRecords(const std::vector<Results>& records, const RunSetting& run, Mod
                              run.watch.Reason());
     }
     take(records[a], attribute);
-    dropImpossibleCuts(attribute);
     require(attribute.totalWeightWithMissing == run.feed.TotalWeight(), "to count every case");
   }
 }
@@ -245,10 +175,6 @@ void runSupervised(RunSetting& run, Model& model) {
   BINVarList variables = variablesOf(model);
   BINSettings settings;
   configure(settings, model, run);
-  require(settings.SetNumDistinctValueThreshold(model.options.distinctValueThreshold),
-          "the threshold of distinct values");
-  require(settings.SetSmallBinDetectionThreshold(model.options.smallBinThreshold),
-          "the threshold of small bins");
   BINFactory factory;
   const std::unique_ptr<IBINAlgorithm> algorithm(factory.CreateBINAlgorithm(settings, variables));
   checkFactory(run, factory.GetStatus());
@@ -257,7 +183,7 @@ void runSupervised(RunSetting& run, Model& model) {
   std::vector<BINAttributeTargetResults> records;
   algorithm->GetOutput()->GetAllCutPoints(records);
   takeRecords(records, run, model, [&](const auto& record, AttributeModel& attribute) {
-    takeRecord(record, model.target->categories.size(), attribute);
+    fileRecord(record, model.target->categories.size(), attribute);
   });
 }
 
@@ -274,11 +200,23 @@ void runEqualFrequency(RunSetting& run, Model& model) {
   std::vector<BINAttributeResults> records;
   algorithm->GetOutput()->GetAllCutPoints(records);
   takeRecords(records, run, model,
-              [](const auto& record, AttributeModel& attribute) { takeRecord(record, attribute); });
+              [](const auto& record, AttributeModel& attribute) { fileRecord(record, attribute); });
   recountBins(run.directory.Path(), run.feed.Cases().used, run.monitor, model);
 }
 
 }  // namespace
+
+std::string libraryVersion() {
+  BINVarList variables;
+  require(variables.AddContVars({"x"}, IBINVariable::AttributeRole) >= 0, "a variable");
+  EFBINSettings settings;
+  require(settings.SetNumberOfBins(2), "the number of bins");
+  EFBINFactory factory;
+  const std::unique_ptr<IEFBINAlgorithm> algorithm(
+      factory.CreateEFBINAlgorithm(settings, variables));
+  throwIfRunFailed(factory.GetStatus(), 0);
+  return algorithm->GetVersion();
+}
 
 void runLibrary(CaseFeed& feed, std::uint64_t rows, Monitor& monitor, Model& model) {
   RunSetting run{feed, monitor, RunWatch(monitor, feed, rows, model),

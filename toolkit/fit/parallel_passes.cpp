@@ -2,27 +2,16 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
-#include <condition_variable>
-#include <exception>
 #include <memory>
-#include <mutex>
-#include <stdexcept>
 #include <string>
-#include <thread>
 #include <tuple>
 #include <utility>
 #include <vector>
 
+#include "toolkit/fit/team_work.h"
+
 namespace mcbin {
 namespace {
-
-constexpr std::chrono::milliseconds kWatchInterval(50);
-
-/// What ends a pass whose result nobody wants any more.
-struct Abandoned : std::runtime_error {
-  Abandoned() : std::runtime_error("abandoned") {}
-};
 
 /// How far one thread has come, and whether it is to go on.
 class PassMonitor : public Monitor {
@@ -71,52 +60,24 @@ class Team {
     for (std::size_t a = 0; a < attributes_; ++a) {
       PartOf(a).layout.attributeColumns.push_back(layout.attributeColumns[a]);
     }
-    open_ = parts_.size();
   }
 
   PassResult Run(Monitor& monitor) {
-    std::vector<std::jthread> threads;
-    try {
-      for (const auto& part : parts_) threads.emplace_back([this, &part] { Work(*part); });
-      Watch(monitor);
-    } catch (...) {
-      isAbandoned_ = true;
-      threads.clear();
-      throw;
-    }
-    threads.clear();
-    if (failure_) std::rethrow_exception(failure_);
+    const auto work = [this](std::size_t member) {
+      Part& part = *parts_[member];
+      part.result = runPass(setting_, part.layout, part.source, part.monitor);
+    };
+    const auto watch = [this, &monitor] {
+      monitor.ThrowIfStopped();
+      Tell(monitor);
+    };
+    workTogether(parts_.size(), work, watch, isAbandoned_);
     Tell(monitor);
     return Joined();
   }
 
  private:
   Part& PartOf(std::size_t attribute) { return *parts_[attribute % parts_.size()]; }
-
-  void Work(Part& part) {
-    std::exception_ptr failure;
-    try {
-      part.result = runPass(setting_, part.layout, part.source, part.monitor);
-    } catch (...) {
-      failure = std::current_exception();
-    }
-    const std::lock_guard<std::mutex> lock(mutex_);
-    if (failure && !failure_) failure_ = failure;
-    if (failure) isAbandoned_ = true;
-    --open_;
-    partEnded_.notify_one();
-  }
-
-  /// Until every thread has ended.
-  void Watch(Monitor& monitor) {
-    std::unique_lock<std::mutex> lock(mutex_);
-    while (!partEnded_.wait_for(lock, kWatchInterval, [this] { return open_ == 0; })) {
-      lock.unlock();
-      monitor.ThrowIfStopped();
-      Tell(monitor);
-      lock.lock();
-    }
-  }
 
   void Tell(Monitor& monitor) const {
     double cases = 0.0;
@@ -162,10 +123,6 @@ class Team {
   std::size_t attributes_;
   std::atomic<bool> isAbandoned_ = false;
   std::vector<std::unique_ptr<Part>> parts_;
-  std::mutex mutex_;  ///< Of the fields below.
-  std::condition_variable partEnded_;
-  std::size_t open_ = 0;
-  std::exception_ptr failure_;  ///< The first one.
 };
 
 }  // namespace

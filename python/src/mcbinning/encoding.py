@@ -11,6 +11,7 @@ if TYPE_CHECKING:
     from mcbinning.model import Attribute
 
 Encoding = Literal["index", "interval", "bounds", "onehot", "woe"]
+Dialect = Literal["sqlite", "postgresql", "duckdb", "spark", "ansi"]
 
 
 def one_hot_suffixes(bins: int) -> list[str]:

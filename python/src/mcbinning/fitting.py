@@ -12,8 +12,11 @@ import numpy as np
 from mcbinning import _core
 from mcbinning.errors import OptionError, in_python_words
 from mcbinning.model import Model
-from mcbinning.progress import Progress, progress_callback
-from mcbinning.sources import frame_kind, source_of
+from mcbinning.progress import Callback, Progress, progress_callback
+from mcbinning.sources import dataset_of_folder, frame_kind, is_read_again, source_of
+
+# Rows from which data that are read again for every pass are binned in rounds.
+ROUNDS_FROM = 10_000_000
 
 Missing = Mapping[str, Sequence[float | str]]
 Ranges = Mapping[str, tuple[float | None, float | None]]
@@ -54,8 +57,10 @@ def fit(
     data
         A pandas, polars or pyarrow table, a DuckDB relation, a ``pyarrow.dataset``, anything with
         ``__arrow_c_stream__``, an iterable of Arrow batches, a NumPy array (columns ``x0``,
-        ``x1``, ...), a mapping of columns, or the path of a file that ``mcbin`` reads. Numeric
-        columns are read where they lie. Readers that give their rows only once are kept in memory.
+        ``x1``, ...), a mapping of columns, the path of a file that ``mcbin`` reads or of a folder
+        of Parquet files. Numeric columns are read where they lie. Readers that give their rows only
+        once are kept in memory. Datasets, folders and relations of ten million rows or more are
+        binned in rounds: read again for each, in memory that does not grow with the rows.
     target
         Column whose classes the bins are to separate, 2 to 256 of them. Numbers sort as numbers,
         other classes by their bytes; truth values are the classes ``false`` and ``true``.
@@ -103,9 +108,9 @@ def fit(
         True for a bar (needs tqdm), None for a bar when standard error is a terminal, or a
         callable ``(task, share, count, unit)``. What it raises ends the fit.
     n_jobs
-        Threads that bin attributes at the same time, -1 for one per processor; None is 1. The
-        model does not depend on it, memory grows with it. Files, lazy frames and DuckDB relations
-        are read by one.
+        Threads that bin attributes at the same time, or that count in a round; -1 for one per
+        processor, None is 1. The model does not depend on it, memory grows with it. Files, lazy
+        frames and, but for rounds, DuckDB relations are read by one.
 
     Returns
     -------
@@ -296,21 +301,34 @@ def _run(
     n_jobs: int | None,
 ) -> Model:
     jobs = job_count(n_jobs)
+    is_path = isinstance(data, str | os.PathLike)
+    if is_path:
+        source = os.fspath(data)
+    is_file = is_path and not os.path.isdir(source)
+    if is_path and not is_file:
+        data = dataset_of_folder(source)
     with progress_callback(progress) as callback, in_python_words():
-        if isinstance(data, str | os.PathLike):
-            request.input = _input_of(os.fspath(data))
+        request.input = _input_of(source)
+        if is_file:
             core, notes = _core.fit_file(request, callback)
-            frames = "dict"
         else:
-            columns = source_of(data)
-            _require(columns.column_names, request.target, "target")
-            _require(columns.column_names, request.weight, "weight")
-            request.input = _input_of(source)
-            core, notes = _core.fit_source(columns, request, callback, jobs)
-            frames = frame_kind(data)
+            core, notes = _fit_columns(data, request, callback, jobs)
     for note in notes:
         warnings.warn(note, stacklevel=3)
-    return Model(core, frames)
+    return Model(core, "dict" if is_file else frame_kind(data))
+
+
+def _fit_columns(
+    data: Any,  # noqa: ANN401
+    request: _core.FitRequest,
+    callback: Callback | None,
+    jobs: int,
+) -> tuple[_core.Model, list[str]]:
+    columns = source_of(data)
+    _require(columns.column_names, request.target, "target")
+    _require(columns.column_names, request.weight, "weight")
+    rounds_from = ROUNDS_FROM if is_read_again(data) else None
+    return _core.fit_source(columns, request, callback, jobs, rounds_from)
 
 
 def job_count(n_jobs: int | None) -> int:

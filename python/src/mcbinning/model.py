@@ -6,22 +6,19 @@ import json
 import os
 from collections.abc import Iterator, Mapping, Sequence
 from functools import cached_property
-from typing import Any, Literal
+from typing import Any
 
 import numpy as np
 import numpy.typing as npt
 
 from mcbinning import _core, html, plots
-from mcbinning.encoding import Encoding, encoded
+from mcbinning.encoding import Dialect, Encoding, encoded
 from mcbinning.errors import in_python_words
 from mcbinning.frames import KINDS, frame, shares
 from mcbinning.progress import Progress, progress_callback
 from mcbinning.sources import frame_kind, source_of
 
-MISSING = _core.missing_bin
-Dialect = Literal["sqlite", "postgresql", "duckdb", "spark", "ansi"]
-USER_MISSING = _core.user_missing_bin
-NO_BIN = -3
+MISSING, USER_MISSING, NO_BIN = _core.missing_bin, _core.user_missing_bin, -3
 
 
 class Attribute:
@@ -288,7 +285,7 @@ class Model(Mapping[str, Attribute]):
     ) -> str:
         """Give SQL that bins as the model does: expressions, or a whole SELECT over `table`."""
         with in_python_words():
-            return self.core.sql(intervals, table, dialect)
+            return self.core.sql("interval" if intervals else "index", table, dialect)
 
     def to_markdown(self) -> str:
         """Give the tables as Markdown."""

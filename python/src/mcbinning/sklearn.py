@@ -76,7 +76,7 @@ class _Binner(TransformerMixin, BaseEstimator):  # type: ignore[misc]
         request.left_closed = self.left_closed
         request.round_weights = self.weight_rounding == "round"
         with in_python_words():
-            core, _ = _core.fit_source(source, request, None, job_count(self.n_jobs))
+            core, _ = _core.fit_source(source, request, None, job_count(self.n_jobs), None)
             self.model_ = Model(core)
 
     def _names(self) -> list[str]:

@@ -60,6 +60,20 @@ def _source_of(data: Any) -> _core.Source:  # noqa: ANN401
     )
 
 
+def is_read_again(data: Any) -> bool:  # noqa: ANN401
+    """Tell whether data are read from where they are stored for every pass over them."""
+    return _is_from("pyarrow.dataset", "Dataset", data) or _is_from(
+        "duckdb", "DuckDBPyRelation", data
+    )
+
+
+def dataset_of_folder(path: str) -> Any:  # noqa: ANN401
+    """Give the Parquet files of a folder as a dataset."""
+    import pyarrow.dataset
+
+    return pyarrow.dataset.dataset(path)
+
+
 def frame_kind(data: Any) -> str:  # noqa: ANN401
     """Name the library whose frames the tables of a model are to be."""
     if _is_from("pandas", "DataFrame", data):

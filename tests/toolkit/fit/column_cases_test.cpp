@@ -27,6 +27,7 @@ class MemoryBatches : public BatchReader {
   bool NextBatch(ColumnBatch& batch) override {
     if (next_ == sizes_.size()) return false;
     batch.rows = sizes_[next_++];
+    batch.firstRow = start_;
     batch.columns.clear();
     batch.columns.push_back(
         std::make_unique<NumberColumn<double>>(x_.data() + start_, 8, Validity()));
