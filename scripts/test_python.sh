@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the Python package and runs its tests, the examples of its documents and its checks.
+# Builds the Python package and runs its tests, the examples of its documents and its checks. With
+# --full it starts Spark, too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -7,4 +8,4 @@ scripts/setup_python.sh
 build/venv/bin/ruff check python
 build/venv/bin/ruff format --check python
 build/venv/bin/mypy
-build/venv/bin/pytest -p no:cacheprovider
+build/venv/bin/pytest -p no:cacheprovider ${1:+--spark}
