@@ -52,7 +52,7 @@ try_in_bare_debian() {
   mmdebstrap --quiet --variant=minbase --include=g++,cmake,make bookworm "$root"
   cp "$packages"/*.deb "$data" "$root/tmp"
   cp -r tests/consumers "$root/tmp/consumers"
-  chroot "$root" sh -euc '
+  chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin sh -euc '
     cd /tmp
     apt-get update -qq
     DEBIAN_FRONTEND=noninteractive apt-get install -qq -y ./*.deb >install.log 2>&1 || { cat install.log; exit 1; }
