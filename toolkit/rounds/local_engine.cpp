@@ -199,6 +199,7 @@ BINRoundAnswer LocalEngine::Answer(const BINRoundQuestion& question, const std::
   };
   workTogether(
       jobs_, [&parts](std::size_t member) { parts[member]->Work(); }, watch, round.isAbandoned);
+  watch();  // however short a round is, it is shown
 
   BINRoundAnswer answer;
   cases_ = {};
