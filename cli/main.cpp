@@ -6,7 +6,6 @@
 #include <string>
 
 #include "cli/commands/commands.h"
-#include "cli/commands/options_file.h"
 #include "cli/system/interrupt.h"
 #include "cli/system/standard_streams.h"
 #include "cli/system/terminal.h"
@@ -85,7 +84,6 @@ int run(int argc, char** argv) {
   mcbin::addScoreCommand(program);
   mcbin::addHelpCommand(program);
   mcbin::addCompletionCommand(program);
-  mcbin::addOptionsFile(program);
   for (CLI::App* command : program.get_subcommands({})) command->fallthrough();
   return parseAndRun(program, argc, argv);
 }

@@ -73,46 +73,6 @@ class Quiet(ProgramTest):
         self.fail_with(2, "--bins must be at least 2", "-q", *FIT, "--bins", "1")
 
 
-class OptionsFile(ProgramTest):
-    def test_it_gives_options_and_the_command_line_goes_first(self):
-        self.file("o.toml", """
-            # the loans
-            target = "default"
-            quiet = true
-            [fit]
-            missing = ["income=-1", "employment_years=999"]
-            left-closed = true
-            bins = 7
-            threshold = 100
-            [apply]
-            as = "interval"
-        """)
-        by_file = self.succeed("fit", str(LOANS), "--config", "o.toml", "--threshold", "50")
-        by_hand = self.succeed(
-            "fit", str(LOANS), "-t", "default", "--missing", "income=-1", "--missing",
-            "employment_years=999", "--left-closed", "--bins", "7", "--threshold", "50", "-q")
-        self.assertEqual((by_file.stdout, by_file.stderr), (by_hand.stdout, ""))
-
-    def test_sections_are_for_their_command(self):
-        self.file("o.toml", '[fit]\nequal-frequency = true\n[apply]\nas = "interval"\n')
-        self.succeed("--config", "o.toml", "fit", str(LOANS), "-o", "m.json")
-        by_file = self.succeed("--config", "o.toml", "apply", "m.json", str(LOANS))
-        by_hand = self.succeed("apply", "m.json", str(LOANS), "--as", "interval")
-        self.assertEqual(by_file.stdout, by_hand.stdout)
-
-    def test_what_is_wrong_with_it(self):
-        for text, message in (
-                ('targt = "default"', "o.toml: there is no option targt; did you mean --target?"),
-                ("[fti]\nbins = 2", "o.toml: there is no command fti; did you mean fit?"),
-                ('bins = "x"', "--bins: takes a whole number, not 'x'"),
-                ("help = true", "fit.help: This option is not allowed in a configuration file")):
-            self.file("o.toml", text + "\n")
-            self.fail_with(2, message, "fit", str(LOANS), "--config", "o.toml")
-        for name, message in (("nix.toml", "--config: File does not exist: nix.toml"),
-                              (".", "--config: File is actually a directory: .")):
-            self.fail_with(2, message, "fit", str(LOANS), "--config", name)
-
-
 class ManualPage(ProgramTest):
     def test_it_holds_the_help_of_every_command(self):
         page = subprocess.run(
