@@ -9,7 +9,6 @@ packages=(
   g++ clang cmake ninja-build make pkg-config binutils python3 python3-venv python3-dev
   libgtest-dev libgmock-dev libbenchmark-dev libmpfr-dev
   libcli11-dev libcsv-dev nlohmann-json3-dev libfmt-dev libsqlite3-dev sqlite3 zlib1g-dev
-  openjdk-17-jre-headless
   clang-format clang-tidy python3-clang libclang-rt-14-dev abigail-tools gcovr valgrind zsh fish
 )
 

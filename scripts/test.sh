@@ -38,7 +38,7 @@ build_and_test release
 print_fault_points release
 
 step "building and testing: Python package"
-scripts/test_python.sh "$@"
+scripts/test_python.sh
 
 if [ "${1:-}" != --full ]; then
   step "all tests passed"

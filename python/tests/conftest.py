@@ -14,13 +14,6 @@ def pytest_addoption(parser):
     parser.addoption(
         "--random-tables", type=int, default=25, help="random tables for each kind of input"
     )
-    parser.addoption("--spark", action="store_true", help="run the tests that start Spark")
-
-
-def pytest_collection_modifyitems(config, items):
-    for item in items:
-        if item.get_closest_marker("spark") and not config.getoption("--spark"):
-            item.add_marker(pytest.mark.skip(reason="needs --spark"))
 
 
 @pytest.fixture

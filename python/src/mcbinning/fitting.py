@@ -13,13 +13,7 @@ from mcbinning import _core
 from mcbinning.errors import OptionError, in_python_words
 from mcbinning.model import Model
 from mcbinning.progress import Callback, Progress, progress_callback
-from mcbinning.sources import (
-    dataset_of_folder,
-    frame_kind,
-    is_read_again,
-    is_spark_frame,
-    source_of,
-)
+from mcbinning.sources import dataset_of_folder, frame_kind, is_read_again, source_of
 
 # Rows from which data that are read again for every pass are binned in rounds.
 ROUNDS_FROM = 10_000_000
@@ -64,10 +58,9 @@ def fit(
         A pandas, polars or pyarrow table, a DuckDB relation, a ``pyarrow.dataset``, anything with
         ``__arrow_c_stream__``, an iterable of Arrow batches, a NumPy array (columns ``x0``,
         ``x1``, ...), a mapping of columns, the path of a file that ``mcbin`` reads or of a folder
-        of Parquet files, or a Spark frame. Numeric columns are read where they lie. Readers that
-        give their rows only once are kept in memory. Datasets, folders and relations of ten million
-        rows or more, and Spark frames, are binned in rounds: read again for each, in memory that
-        does not grow with the rows.
+        of Parquet files. Numeric columns are read where they lie. Readers that give their rows only
+        once are kept in memory. Datasets, folders and relations of ten million rows or more are
+        binned in rounds: read again for each, in memory that does not grow with the rows.
     target
         Column whose classes the bins are to separate, 2 to 256 of them. Numbers sort as numbers,
         other classes by their bytes; truth values are the classes ``false`` and ``true``.
@@ -331,16 +324,9 @@ def _fit_columns(
     callback: Callback | None,
     jobs: int,
 ) -> tuple[_core.Model, list[str]]:
-    if is_spark_frame(data):
-        from mcbinning import spark, spark_columns
-
-        columns = source_of(spark_columns.empty_table(data))
-    else:
-        columns = source_of(data)
+    columns = source_of(data)
     _require(columns.column_names, request.target, "target")
     _require(columns.column_names, request.weight, "weight")
-    if is_spark_frame(data):
-        return spark.fit(data, request, columns, callback)
     rounds_from = ROUNDS_FROM if is_read_again(data) else None
     return _core.fit_source(columns, request, callback, jobs, rounds_from)
 

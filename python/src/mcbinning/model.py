@@ -16,7 +16,7 @@ from mcbinning.encoding import Dialect, Encoding, encoded
 from mcbinning.errors import in_python_words
 from mcbinning.frames import KINDS, frame, shares
 from mcbinning.progress import Progress, progress_callback
-from mcbinning.sources import frame_kind, is_spark_frame, source_of
+from mcbinning.sources import frame_kind, source_of
 
 MISSING, USER_MISSING, NO_BIN = _core.missing_bin, _core.user_missing_bin, -3
 
@@ -330,13 +330,8 @@ class Model(Mapping[str, Attribute]):
         Returns
         -------
         frame
-            Of the kind of `data`; a pandas frame keeps the index. A Spark frame keeps its columns,
-            too, and these are SQL, without ``bounds`` and ``onehot``.
+            Of the kind of `data`; a pandas frame keeps the index.
         """
-        if is_spark_frame(data):
-            from mcbinning import spark
-
-            return spark.transformed(self.core, data, encode)
         columns: dict[str, Any] = {}
         for name, numbers in self.bin_numbers(data, progress).items():
             columns.update(encoded(self[name], numbers, encode))

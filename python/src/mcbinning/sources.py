@@ -67,11 +67,6 @@ def is_read_again(data: Any) -> bool:  # noqa: ANN401
     )
 
 
-def is_spark_frame(data: Any) -> bool:  # noqa: ANN401
-    """Tell whether data are a Spark frame."""
-    return _is_from("pyspark.sql", "DataFrame", data)
-
-
 def dataset_of_folder(path: str) -> Any:  # noqa: ANN401
     """Give the Parquet files of a folder as a dataset."""
     import pyarrow.dataset
