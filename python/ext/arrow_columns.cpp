@@ -174,7 +174,9 @@ ColumnHead headOf(const ArrowSchema& schema) {
   ColumnHead head;
   head.name = schema.name == nullptr ? "" : schema.name;
   if (schema.dictionary != nullptr) {
-    head.whyUnfit = headOf(*schema.dictionary).whyUnfit;
+    const ColumnHead values = headOf(*schema.dictionary);
+    head.whyUnfit = values.whyUnfit;
+    head.exactBelow = values.exactBelow;
     return head;
   }
   const Meaning meaning = meaningOf(schema.format);

@@ -10,7 +10,6 @@ void bindSources(nanobind::module_& module);
 void bindModel(nanobind::module_& module);
 void bindFit(nanobind::module_& module);
 void bindApply(nanobind::module_& module);
-void bindRounds(nanobind::module_& module);
 void bindScore(nanobind::module_& module);
 
 }  // namespace mcbin::python

@@ -13,6 +13,5 @@ NB_MODULE(_core, module) {
   mcbin::python::bindModel(module);
   mcbin::python::bindFit(module);
   mcbin::python::bindApply(module);
-  mcbin::python::bindRounds(module);
   mcbin::python::bindScore(module);
 }

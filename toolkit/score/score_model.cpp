@@ -19,6 +19,9 @@ namespace mcbin {
 namespace {
 
 constexpr std::uint64_t kReportInterval = 4096;
+/// Where a row has cases on one side only. Added before the shares are taken, so that no row counts
+/// against the index.
+constexpr double kAddedToBoth = 0.5;
 
 IBINVariable::BINWRoundingOption roundingOption(const Model& model) {
   return model.weight && model.weight->rounding == WeightRounding::Round
@@ -188,7 +191,10 @@ class Scorer {
     const std::vector<WeightedCounts> actual = rowsOf(counted);
     std::vector<WeightedCounts> pairs;
     for (std::size_t row = 0; row < expected.size(); ++row) {
-      pairs.push_back({0.0, {expected[row].weight, actual[row].weight}});
+      const double e = expected[row].weight;
+      const double a = actual[row].weight;
+      const double added = (e == 0.0) != (a == 0.0) ? kAddedToBoth : 0.0;
+      pairs.push_back({0.0, {e + added, a + added}});
     }
     // The same formula, with the two sets of cases in place of two classes.
     const EvidenceTable stability = evidenceOf(pairs, 0);

@@ -31,7 +31,8 @@ Stability stabilityOf(double stabilityIndex);
 /// How the cases of one attribute have moved since the fit.
 struct AttributeShift {
   /// Of the bins, the missing and the user-missing cases: (a - e) ln(a / e), where e and a are the
-  /// row's shares of the weight in the fit and here. Where one is 0, 0.5 is added to both weights.
+  /// row's shares of the weight in the fit and here. Where one is 0, 0.5 is added to both weights
+  /// before the shares are taken. None is negative.
   std::vector<double> rowIndices;
   double stabilityIndex = 0.0;  ///< Population stability index: the sum of the above.
   double weightBelow = 0.0;     ///< Of values under the smallest that the fit saw.

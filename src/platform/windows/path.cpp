@@ -22,6 +22,10 @@ Path::Path(const char* directory, const char* name, const char* rest) noexcept {
   const int characters =
       MultiByteToWideChar(AreFileApisANSI() != 0 ? CP_ACP : CP_OEMCP, MB_ERR_INVALID_CHARS,
                           bytes.data(), length, text_.data(), static_cast<int>(text_.size()) - 1);
+  if (characters <= 0) {
+    text_[0] = L'\0';  // the system leaves anything there
+    return;
+  }
   if (characters > kLongestUnmarked) {
     Mark();
   }

@@ -47,13 +47,14 @@ class Score(ProgramTest):
 
     def check_stability(self, attribute):
         rows = attribute["rows"]
-        fit, here = (sum(row[name] for row in rows) for name in ("weightInFit", "weight"))
+        added = [0.5 if (row["weightInFit"] == 0) != (row["weight"] == 0) else 0 for row in rows]
+        fit, here = (sum(row[name] for row in rows) + sum(added)
+                     for name in ("weightInFit", "weight"))
         total = 0.0
-        for row in rows:
-            e, a = row["weightInFit"], row["weight"]
-            add = 0 if e and a else 0.5
-            term = (a / here - e / fit) * math.log((a + add) / here / ((e + add) / fit))
-            self.near(row["stabilityIndex"], term if e + a else 0.0)
+        for row, more in zip(rows, added):
+            e, a = (row["weightInFit"] + more) / fit, (row["weight"] + more) / here
+            self.near(row["stabilityIndex"], (a - e) * math.log(a / e) if e + a else 0.0)
+            self.assertGreaterEqual(row["stabilityIndex"], 0.0)
             total += row["stabilityIndex"]
         self.near(attribute["stabilityIndex"], total)
         self.assertEqual(attribute["stability"], "stable" if total < 0.1 else

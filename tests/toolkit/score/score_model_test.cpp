@@ -98,9 +98,16 @@ TEST(ScoreModel, TheStabilityIndexIsThatOfTheShares) {
   EXPECT_FALSE(score.counted.attributes.front().entropyBefore);
 
   attribute.userMissingCases.weight = 100.0;
-  const double added = (0.0 - 0.5) * std::log((0.5 / 4.0) / (100.5 / 200.0));
+  const auto moved = [&](double fit, double here) { return term(fit / 200.5, here / 4.5); };
   EXPECT_NEAR(scored(model, rows, {}).shifts.front().stabilityIndex,
-              term(0.3, 0.5) + term(0.15, 0.25) + term(0.05, 0.25) + added, 1e-14);
+              moved(60.0, 2.0) + moved(30.0, 1.0) + moved(10.0, 1.0) + moved(100.5, 0.5), 1e-14);
+
+  // One case of very many is missing in the fit and none here: not negative.
+  attribute.bins[0].weight = attribute.bins[1].weight = 1e6;
+  attribute.missingCases.weight = 1.0;
+  attribute.userMissingCases.weight = 0.0;
+  const ModelScore even = scored(model, {{"5", "", "0"}, {"99", "", "0"}}, {});
+  EXPECT_GT(even.shifts.front().rowIndices[2], 0.0);
 }
 
 TEST(ScoreModel, NumbersAreTheSameClassHoweverTheyAreWritten) {
