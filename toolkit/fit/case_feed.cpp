@@ -37,7 +37,6 @@ CaseFeed::CaseFeed(CaseSource& source, const std::vector<ColumnPlan>& columns,
                    const FeedLayout& layout, const TableScan& scan,
                    const std::vector<std::string>& naTexts, WeightRounding rounding, bool isTimed)
     : source_(source),
-      columns_(columns),
       layout_(layout),
       reader_(source, columns, layout, scan, naTexts, rounding),
       record_(sizeOf(layout)),

@@ -72,7 +72,6 @@ class CaseFeed : public BINCaseIterator {
   void Count(Given& given, std::optional<double> value, int code, double weight) const;
 
   CaseSource& source_;
-  const std::vector<ColumnPlan>& columns_;
   const FeedLayout& layout_;
   CaseReader reader_;
   MCCommon::Record record_;

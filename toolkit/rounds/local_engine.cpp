@@ -14,7 +14,6 @@
 #include "toolkit/fit/status_text.h"
 #include "toolkit/fit/team_work.h"
 #include "toolkit/rounds/distinct_runs.h"
-#include "toolkit/rounds/plain_answer.h"
 #include "toolkit/system/temporary_directory.h"
 
 namespace mcbin {
@@ -162,6 +161,21 @@ void countDistinctValues(const std::vector<std::unique_ptr<Part>>& parts, Round&
   workTogether(round.jobs, work, watch, round.isAbandoned);
 }
 
+bool countsDistinct(const BINRoundQuestion& question) {
+  return std::any_of(question.attributes.begin(), question.attributes.end(),
+                     [](const auto& attribute) { return attribute.countDistinct; });
+}
+
+/// The definition that says what `rules` say.
+BINNumericUserMissing userMissingOf(const MissingRules& rules) {
+  BINNumericUserMissing userMissing;
+  for (const double value : rules.values) userMissing.AddValue(value, "");
+  if (rules.range) {
+    userMissing.SetInterval(BINNumericInterval(rules.range->first, rules.range->second));
+  }
+  return userMissing;
+}
+
 }  // namespace
 
 LocalEngine::LocalEngine(BatchReader& batches, const PassSetting& setting, const FeedLayout& layout,
@@ -178,10 +192,7 @@ BINRoundAnswer LocalEngine::Answer(const BINRoundQuestion& question, const std::
   const std::size_t categories = std::max<std::size_t>(setting_.scan.categories.size(), 1);
   throwIfRunFailed(counter.Prepare(question, static_cast<int>(categories)), 0);
   std::optional<TemporaryDirectory> directory;
-  if (std::any_of(question.attributes.begin(), question.attributes.end(),
-                  [](const auto& attribute) { return attribute.countDistinct; })) {
-    directory.emplace(temporaryRoot());
-  }
+  if (countsDistinct(question)) directory.emplace(temporaryRoot());
   Round round{setting_, layout_,      question,
               counter,  userMissing_, directory ? directory->Path() : "",
               jobs_};
