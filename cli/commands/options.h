@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,7 @@ template <class Value, class Choices>
 CLI::Option* addChoice(CLI::App& command, const char* names, Value& value, const Choices& choices,
                        const std::string& description) {
   std::vector<std::string> words;
+  words.reserve(std::size(choices));
   for (const auto& choice : choices) words.emplace_back(choice.name);
   const auto take = [&value, &choices](const std::string& word) {
     value = std::find_if(std::begin(choices), std::end(choices), [&](const auto& choice) {

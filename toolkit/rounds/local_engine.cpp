@@ -153,6 +153,7 @@ void countDistinctValues(const std::vector<std::unique_ptr<Part>>& parts, Round&
   const auto work = [&](std::size_t member) {
     for (std::size_t item = member; item < answer.attributes.size(); item += round.jobs) {
       std::vector<DistinctRuns> distinct;
+      distinct.reserve(parts.size());
       for (const auto& part : parts) distinct.push_back(part->TakeDistinct(item));
       answer.attributes[item].distinctValues =
           static_cast<double>(countDistinct(distinct, round.isAbandoned));

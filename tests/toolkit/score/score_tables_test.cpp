@@ -59,25 +59,25 @@ TEST(ScoreTables, RowsStandBesideThoseOfTheFit) {
       "-  ----------  ------  ------  ------  ------  ------  ------  ------  -------  -------"
       "  ------  ------  ------\n"
       "0  (-inf, 10]       2   50.0%   50.0%   50.0%   75.0%   50.0%   25.0%   0.0000   1.0986"
-      "  0.0000  0.5493  0.0000\n"
+      "  0.0000  0.5493  0.0015\n"
       "1  (10, inf)        1   25.0%   50.0%  100.0%   25.0%    0.0%   75.0%   1.0986  -1.0986"
-      "  0.5493  0.5493  0.1733\n"
+      "  0.5493  0.5493  0.1864\n"
       "   missing          1   25.0%    0.0%    0.0%       -  100.0%       -  -1.0986   0.0000"
-      "  0.5493  0.0000  0.4479\n"
+      "  0.5493  0.0000  0.4762\n"
       "   total            4  100.0%  100.0%   50.0%   50.0%   50.0%   50.0%"
-      "                    1.0986  1.0986  0.6212\n");
+      "                    1.0986  1.0986  0.6640\n");
 }
 
 TEST(ScoreTables, TheLeastStableAttributeIsFirst) {
   const Model model = fittedModel();
   const ModelScore score = someScore(model);
   EXPECT_THAT(rankByStability(score), ElementsAre(1, 0));
-  EXPECT_EQ(shiftText(score, 1), "y: stability index 0.6212, large shift");
+  EXPECT_EQ(shiftText(score, 1), "y: stability index 0.6640, large shift");
   const auto rows = scoreRanking(model, score).Rows();
   EXPECT_THAT(rows[0], ElementsAre("#", "attribute", "PSI", "stability", "missing", "in fit",
                                    "gain", "in fit", "IV", "in fit", "remark"));
   EXPECT_THAT(rows[1],
-              ElementsAre("1", "y", "0.6212", "large shift", "25.0%", "0.0%", "0.2516", "0.1887",
+              ElementsAre("1", "y", "0.6640", "large shift", "25.0%", "0.0%", "0.2516", "0.1887",
                           "1.0986", "1.0986",
                           "weight 1 below 0, the smallest value of the fit; weight 1 above "
                           "20, the largest value of the fit; weight 1 missing, none in the "
