@@ -131,7 +131,7 @@ TEST(FitBatches, WeightsThatAddUpToTooMuchAreRefusedOnlyInRounds) {
   std::mt19937 random(2);
   Table columns = randomColumns(random, 100);
   columns[3][7] = 0x1p53;
-  for (const std::uint64_t roundsFrom : {100, 101}) {
+  for (const std::uint64_t roundsFrom : {std::uint64_t{100}, std::uint64_t{101}}) {
     MemoryBatches batches(kNames, columns, 10);
     const Outcome outcome = outcomeOf([&](FitWatch& watch, FitTimings& timings) {
       return fitBatches(supervised(), batches, watch, roundsFrom, timings);
