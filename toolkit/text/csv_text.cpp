@@ -25,4 +25,13 @@ void appendCsvCell(std::string& line, std::string_view cell, char delimiter, boo
   line += '"';
 }
 
+void appendCsvLine(std::string& text, const std::vector<std::string>& cells) {
+  bool first = true;
+  for (const std::string& cell : cells) {
+    appendCsvCell(text, cell, ',', first);
+    first = false;
+  }
+  text += '\n';
+}
+
 }  // namespace mcbin

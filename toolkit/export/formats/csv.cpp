@@ -12,15 +12,6 @@
 namespace mcbin {
 namespace {
 
-void addLine(std::string& text, const std::vector<std::string>& cells) {
-  bool first = true;
-  for (const std::string& cell : cells) {
-    appendCsvCell(text, cell, ',', first);
-    first = false;
-  }
-  text += '\n';
-}
-
 std::vector<std::string> countCells(const WeightedCounts& counts) {
   std::vector<std::string> cells = {weightText(counts.weight)};
   for (const double weight : counts.classWeights) cells.push_back(weightText(weight));
@@ -42,7 +33,7 @@ class AttributeLines {
         cells.push_back(shortestNumber(value));
       }
     }
-    addLine(text_, cells);
+    appendCsvLine(text_, cells);
   }
 
  private:
@@ -86,7 +77,7 @@ std::string csvExport(const Model& model, const ExportOptions& /*options*/) {
     header.insert(header.end(), {"event_rate", "weight_of_evidence", "information_value"});
   }
   std::string text;
-  addLine(text, header);
+  appendCsvLine(text, header);
   for (const AttributeModel& attribute : model.attributes) addAttribute(model, attribute, text);
   return text;
 }

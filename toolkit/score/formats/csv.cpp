@@ -9,15 +9,6 @@
 namespace mcbin {
 namespace {
 
-void addLine(std::string& text, const std::vector<std::string>& cells) {
-  bool first = true;
-  for (const std::string& cell : cells) {
-    appendCsvCell(text, cell, ',', first);
-    first = false;
-  }
-  text += '\n';
-}
-
 /// A column, and the same of the fit behind it.
 void addPair(std::vector<std::string>& header, const std::string& name) {
   header.push_back(name);
@@ -71,12 +62,12 @@ std::vector<std::string> cellsOf(const ScoreRow& row, const char* closed) {
 std::string scoreCsv(const Model& model, const ModelScore& score) {
   const char* const closed = nameOf(kClosedSides, model.closedSide);
   std::string text;
-  addLine(text, headerOf(score.counted));
+  appendCsvLine(text, headerOf(score.counted));
   for (std::size_t a = 0; a < model.attributes.size(); ++a) {
     for (const ScoreRow& row : scoreRows(model, score, a)) {
       std::vector<std::string> cells = cellsOf(row, closed);
       cells.insert(cells.begin(), model.attributes[a].name);
-      addLine(text, cells);
+      appendCsvLine(text, cells);
     }
   }
   return text;
